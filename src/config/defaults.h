@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "device/networkproperty.h"
+#include "device/wifiitem.h"
+
+#include <QJsonObject>
+#include <QList>
+#include <QString>
+
+/// The factory defaults of the configuration document.
+namespace Defaults {
+
+/// The version of the document's schema that this program writes.
+constexpr int configurationVersion = 15;
+
+/// What the live network contributes to the defaults.
+struct NetworkState
+{
+    bool wiredPresent = false;
+    NetworkProperty wired;
+    bool wirelessPresent = false;
+    NetworkProperty wireless; ///< with the associated network's name
+    QList<WifiItem> scan;
+};
+
+/// The whole document: the seventeen sections, with this host name and "network settings".
+QJsonObject document(const QString &deviceName, const QJsonObject &networkSettings);
+/// The default "network settings" for what is connected now.
+QJsonObject networkSettings(const NetworkState &state);
+/// The wired interface's object.
+QJsonObject wiredInterface(bool present, const NetworkProperty &property);
+/// The wireless interface's object.
+QJsonObject wirelessInterface(const NetworkState &state);
+
+// The sections and objects that upgrades of older documents need as well.
+QJsonObject firmwareInfo();
+QJsonObject keyboard();
+QJsonObject management();
+QJsonObject security();
+QJsonObject dateTime();
+QJsonObject shadowing();
+QJsonObject proxy();
+QJsonObject noServer(); ///< the server of an auto-connect object that names none
+
+}

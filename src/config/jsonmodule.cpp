@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "config/jsonmodule.h"
+
+#include "device/paths.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
+
+Q_LOGGING_CATEGORY(lcDocument, "kt.config.document")
+
+namespace {
+
+/// No document of ours comes near; whatever is larger is not one.
+constexpr qint64 sizeLimit = 32 * 1024 * 1024;
+
+int openRetrying(const QByteArray &path, int flags)
+{
+    int descriptor = -1;
+    do {
+        descriptor = ::open(path.constData(), flags, 0644);
+    } while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
+bool writeWhole(int descriptor, const QByteArray &text)
+{
+    qint64 written = 0;
+    while (written < text.size()) {
+        const ssize_t count = ::pwrite(descriptor, text.constData() + written,
+                                       static_cast<size_t>(text.size() - written), written);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        written += count;
+    }
+    return true;
+}
+
+/// Room for the new text is reserved before the first byte of the old one is touched: a full disk loses nothing.
+bool reserve(int descriptor, qint64 oldSize, qint64 newSize)
+{
+    if (newSize <= oldSize)
+        return true;
+    const int error = ::posix_fallocate(descriptor, oldSize, newSize - oldSize);
+    if (error == 0)
+        return true;
+    if (::ftruncate(descriptor, oldSize) != 0)
+        qCCritical(lcDocument) << "the document keeps blanks at its end:" << std::strerror(errno);
+    errno = error;
+    return false;
+}
+
+bool replaceContent(int descriptor, const QByteArray &text)
+{
+    const off_t oldSize = ::lseek(descriptor, 0, SEEK_END);
+    return oldSize >= 0 && reserve(descriptor, oldSize, text.size()) && writeWhole(descriptor, text)
+        && ::ftruncate(descriptor, text.size()) == 0 && ::fsync(descriptor) == 0;
+}
+
+}
+
+JsonModule::JsonModule(const QString &fileName, bool inStateDirectory, QObject *parent)
+    : QObject(parent)
+    , m_filePath(inStateDirectory ? Paths::stateDirectory() + fileName : fileName)
+{
+}
+
+QJsonDocument &JsonModule::getDocument()
+{
+    return m_document;
+}
+
+QString JsonModule::filePath() const
+{
+    return m_filePath;
+}
+
+QString JsonModule::getJsonString() const
+{
+    return QString::fromUtf8(m_document.toJson(QJsonDocument::Indented));
+}
+
+void JsonModule::setJsonString(const QByteArray &text)
+{
+    m_document = QJsonDocument::fromJson(text);
+}
+
+void JsonModule::getParameters(const QJsonObject &defaults)
+{
+    m_defaultParameters = defaults;
+}
+
+void JsonModule::readContent()
+{
+    QFile file(m_filePath);
+    if (!file.open(QIODevice::ReadOnly))
+        qCWarning(lcDocument).noquote() << "cannot read" << m_filePath << ':' << file.errorString();
+    m_document = QJsonDocument::fromJson(file.isOpen() ? file.read(sizeLimit) : QByteArray());
+}
+
+bool JsonModule::writeContent()
+{
+    const int descriptor = openRetrying(QFile::encodeName(m_filePath), O_WRONLY | O_CREAT | O_CLOEXEC);
+    const bool written
+        = descriptor >= 0 && replaceContent(descriptor, m_document.toJson(QJsonDocument::Indented));
+    if (!written)
+        qCCritical(lcDocument).noquote() << "cannot write" << m_filePath << ':' << std::strerror(errno);
+    if (descriptor >= 0)
+        ::close(descriptor);
+    return written;
+}
+
+bool JsonModule::setObject(const QJsonObject &object)
+{
+    m_document = QJsonDocument(object);
+    return writeContent();
+}

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QLatin1String>
+
+/// The keys of the configuration document, one constant each. docs/configuration.md describes their values.
+namespace Key {
+
+inline constexpr QLatin1String firmwareInfo("firmware info");
+inline constexpr QLatin1String configurationVersion("configuration version");
+inline constexpr QLatin1String deviceFamily("device family");
+inline constexpr QLatin1String deviceModel("device model");
+
+inline constexpr QLatin1String appAutostart("app autostart settings");
+inline constexpr QLatin1String program("program");
+inline constexpr QLatin1String path("path");
+
+inline constexpr QLatin1String audio("audio settings");
+inline constexpr QLatin1String toolbarIcon("toolbar icon");
+inline constexpr QLatin1String inputPriority("input priority");
+inline constexpr QLatin1String outputPriority("output priority");
+
+inline constexpr QLatin1String connection("connection settings");
+inline constexpr QLatin1String corvidConnection("corvid connection");
+inline constexpr QLatin1String solvaConnection("solva connection");
+inline constexpr QLatin1String rdpConnection("rdp connection");
+inline constexpr QLatin1String allowManualAddress("allow manual address entry");
+inline constexpr QLatin1String showAutodetected("show autodetected");
+inline constexpr QLatin1String autoconnect("autoconnect");
+inline constexpr QLatin1String brokerAddress("broker address");
+inline constexpr QLatin1String allowCustomBrokers("allow custom brokers");
+inline constexpr QLatin1String defaultProtocol("default protocol");
+inline constexpr QLatin1String rdpServerAddress("rdp server address");
+inline constexpr QLatin1String allowCustomRdpServers("allow custom rdp servers");
+inline constexpr QLatin1String server("server");
+inline constexpr QLatin1String group("group");
+inline constexpr QLatin1String desktop("desktop");
+inline constexpr QLatin1String serverName("server name");
+inline constexpr QLatin1String serverAddress("server address");
+
+inline constexpr QLatin1String display("display settings");
+inline constexpr QLatin1String multiMonitorMode("multi monitor mode");
+inline constexpr QLatin1String primary("primary");
+inline constexpr QLatin1String secondary("secondary");
+inline constexpr QLatin1String orientation("orientation");
+inline constexpr QLatin1String resolution("resolution");
+inline constexpr QLatin1String position("position");
+inline constexpr QLatin1String screenSaverTimeout("screen saver timeout");
+
+inline constexpr QLatin1String firmware("firmware settings");
+inline constexpr QLatin1String fwFile("fw file");
+inline constexpr QLatin1String method("method");
+inline constexpr QLatin1String url("url");
+inline constexpr QLatin1String corvid("corvid");
+
+inline constexpr QLatin1String general("general settings");
+inline constexpr QLatin1String clientMode("client mode");
+inline constexpr QLatin1String deviceName("device name");
+inline constexpr QLatin1String setupPasswordEnabled("setup GUI password enabled");
+inline constexpr QLatin1String setupPasswordHash("setup GUI password hash");
+
+inline constexpr QLatin1String mainWindow("main window");
+inline constexpr QLatin1String solvaBrokerHistory("custom solva broker history");
+inline constexpr QLatin1String manualServerHistory("manual server history");
+inline constexpr QLatin1String selection("selection");
+
+inline constexpr QLatin1String management("management settings");
+inline constexpr QLatin1String consoleManagement("corvid console management");
+inline constexpr QLatin1String qmdManagement("qmd management");
+inline constexpr QLatin1String autodiscoverQmd("autodiscover qmd address");
+inline constexpr QLatin1String qmdAddress("qmd address");
+
+inline constexpr QLatin1String redirection("redirection settings");
+inline constexpr QLatin1String customDevices("custom devices");
+
+inline constexpr QLatin1String serverGroups("server groups");
+inline constexpr QLatin1String groupName("group name");
+inline constexpr QLatin1String servers("servers");
+
+inline constexpr QLatin1String autologon("user autologon settings");
+inline constexpr QLatin1String username("username");
+
+inline constexpr QLatin1String keyboard("keyboard settings");
+inline constexpr QLatin1String layout("layout");
+inline constexpr QLatin1String numlockOn("numlock on");
+
+inline constexpr QLatin1String dateTime("date time settings");
+inline constexpr QLatin1String ntpEnabled("ntp enabled");
+inline constexpr QLatin1String timezone("timezone");
+inline constexpr QLatin1String ntpServer("ntp server");
+
+inline constexpr QLatin1String security("security settings");
+inline constexpr QLatin1String caCertificates("ca certificates");
+inline constexpr QLatin1String clientCertificates("client certificates");
+
+inline constexpr QLatin1String shadowing("shadowing settings");
+
+inline constexpr QLatin1String network("network settings");
+inline constexpr QLatin1String interfaces("interfaces");
+inline constexpr QLatin1String eth("eth");
+inline constexpr QLatin1String wlan("wlan");
+inline constexpr QLatin1String dns("DNS");
+inline constexpr QLatin1String proxy("proxy");
+inline constexpr QLatin1String address("address");
+inline constexpr QLatin1String port("port");
+inline constexpr QLatin1String userName("user name");
+
+// Keys that several sections have.
+inline constexpr QLatin1String enabled("enabled");
+inline constexpr QLatin1String type("type");
+inline constexpr QLatin1String domain("domain");
+inline constexpr QLatin1String password("password");
+
+}

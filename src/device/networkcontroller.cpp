@@ -1,0 +1,303 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "device/networkcontroller.h"
+
+#include "device/commands.h"
+#include "device/paths.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLoggingCategory>
+#include <QNetworkInterface>
+
+#include <algorithm>
+
+Q_LOGGING_CATEGORY(lcNetwork, "kt.device.network")
+
+namespace {
+
+const QString configTool = QStringLiteral("/usr/bin/kt-network-config");
+/// The tool expects this word in every call.
+const QString fixedWord = QStringLiteral("A");
+
+QString configLine(const char *subCommand, bool withDocument = false, bool asRoot = false)
+{
+    QString arguments = QLatin1String(subCommand) + QLatin1Char(' ') + fixedWord;
+    if (withDocument)
+        arguments += QLatin1Char(' ') + Commands::quoted(Paths::configuration());
+    return Commands::line(configTool, arguments, asRoot);
+}
+
+QJsonObject values(const QByteArray &output)
+{
+    return QJsonDocument::fromJson(output).object().value(QLatin1String("values")).toObject();
+}
+
+QString flag(bool on)
+{
+    return on ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+QString encryptionOf(const QString &pairwise)
+{
+    if (pairwise == QLatin1String("TKIP"))
+        return QStringLiteral("tkip");
+    if (pairwise == QLatin1String("CCMP"))
+        return QStringLiteral("ccmp");
+    return pairwise == QLatin1String("TKIP CCMP") ? QStringLiteral("auto") : QString();
+}
+
+QString securityOf(const QString &authentication)
+{
+    if (authentication == QLatin1String("NONE"))
+        return QStringLiteral("open");
+    if (authentication == QLatin1String("PSK"))
+        return QStringLiteral("personal");
+    return authentication == QLatin1String("802.1x") ? QStringLiteral("enterprise") : QString();
+}
+
+WifiItem scannedNetwork(const QJsonObject &entry)
+{
+    WifiItem item(entry.value(QLatin1String("ssid")).toString());
+    item.encrypt = encryptionOf(entry.value(QLatin1String("pairwise")).toString());
+    item.security = securityOf(entry.value(QLatin1String("authentication")).toString());
+    item.signalStrength = entry.value(QLatin1String("signal strength")).toInt();
+    return item;
+}
+
+}
+
+NetworkController::NetworkController(QObject *parent)
+    : QObject(parent)
+{
+}
+
+NetworkController::~NetworkController() = default;
+
+void NetworkController::setNetworkConfig()
+{
+    Commands::runShell(configLine("set-config", true));
+}
+
+void NetworkController::connectWired()
+{
+    Commands::runShell(configLine("connect-ethernet"));
+}
+
+void NetworkController::disableWiredInterface()
+{
+    Commands::runShell(configLine("turn-off-wired"));
+}
+
+void NetworkController::enableWiredInterface()
+{
+    Commands::runShell(configLine("turn-on-wired"));
+}
+
+void NetworkController::disconnect()
+{
+    Commands::runShell(configLine("disconnect-ethernet"));
+}
+
+void NetworkController::disconnectWifi()
+{
+    Commands::runShell(configLine("disconnect-wifi", false, true));
+}
+
+void NetworkController::autoconnect()
+{
+    Commands::runShell(configLine("autoconnect", true));
+}
+
+void NetworkController::setRoutingTable()
+{
+    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-check-gateway"), QString(), true));
+}
+
+void NetworkController::setIpConfigure(const QString &interface, const QString &address, int prefixLength,
+                                       bool add, const QString &broadcast)
+{
+    Commands::runShell(ipSettingsLine(interface, address, prefixLength, add, broadcast));
+}
+
+QString NetworkController::ipSettingsLine(const QString &interface, const QString &address, int prefixLength,
+                                          bool add, const QString &broadcast)
+{
+    const QStringList words = {add ? QStringLiteral("-a") : QStringLiteral("-d"), Commands::quoted(interface),
+                               Commands::quoted(address), QString::number(prefixLength),
+                               broadcast.isEmpty() ? QString() : Commands::quoted(broadcast)};
+    return Commands::line(QStringLiteral("/usr/bin/kt-ip-settings"), words.join(QLatin1Char(' ')), true);
+}
+
+QByteArray NetworkController::ask(const QString &subCommand) const
+{
+    return Commands::query(configTool, {subCommand, fixedWord});
+}
+
+bool NetworkController::isTrue(const QString &subCommand) const
+{
+    return ask(subCommand).replace('\n', "") == "true";
+}
+
+bool NetworkController::CheckWiredPlugged()
+{
+    return isTrue(QStringLiteral("is-wired-linked"));
+}
+
+bool NetworkController::isWiredUp()
+{
+    return isTrue(QStringLiteral("is-wired-on"));
+}
+
+bool NetworkController::isWifiConnected()
+{
+    return isTrue(QStringLiteral("is-wireless-connected"));
+}
+
+bool NetworkController::isEthernetConnected()
+{
+    return isTrue(QStringLiteral("is-wired-connected"));
+}
+
+bool NetworkController::getActualWifi(NetworkProperty &property)
+{
+    const QJsonObject found = values(ask(QStringLiteral("check-wireless-point")));
+    const QString status = found.value(QLatin1String("status")).toString();
+    if (status == QLatin1String("false")) {
+        property.setEssid(QString());
+    } else if (status == QLatin1String("true")) {
+        property.setEssid(found.value(QLatin1String("ssid")).toString());
+        property.setSignalQuality(found.value(QLatin1String("signal strength")).toString());
+    }
+    return status == QLatin1String("true");
+}
+
+bool NetworkController::getNetworkByInterface(const QString &interface, NetworkProperty &property)
+{
+    if (interface != QLatin1String("eth0") && interface != QLatin1String("wlan0"))
+        return false;
+    const QJsonObject found = values(ask(QStringLiteral("get-%1-parameters").arg(interface)));
+    property.setIp(found.value(QLatin1String("ip address")).toString());
+    property.setGateway(found.value(QLatin1String("gateway address")).toString());
+    property.setNetmask(found.value(QLatin1String("netmask address")).toString());
+    property.setTypeIp(found.value(QLatin1String("type")).toString());
+    networkAdditionalParameters(property);
+    readInterface(interface, property);
+    return true;
+}
+
+void NetworkController::networkAdditionalParameters(NetworkProperty &property)
+{
+    property.setGateway(
+        gatewayFromRoutes(QString::fromLocal8Bit(Commands::query(QStringLiteral("route"), {QStringLiteral("-n")}))));
+    QFile resolvConf(Paths::nameServers());
+    const bool readable = resolvConf.open(QIODevice::ReadOnly);
+    readNameServers(readable ? resolvConf.read(Commands::outputLimit) : QByteArray(), property);
+}
+
+QString NetworkController::gatewayFromRoutes(const QString &routes)
+{
+    // Two heading lines, then the kernel's table in its order: its first route is the default route.
+    const QStringList fields
+        = routes.split(QLatin1Char('\n')).value(2).simplified().split(QLatin1Char(' '));
+    return fields.value(1);
+}
+
+void NetworkController::readNameServers(const QByteArray &resolvConf, NetworkProperty &property)
+{
+    QStringList servers;
+    for (const QByteArray &line : resolvConf.split('\n')) {
+        const QString text = QString::fromLocal8Bit(line).simplified();
+        if (!text.startsWith(QLatin1String("search")) && text.contains(QLatin1String("nameserver")))
+            servers += text.split(QLatin1Char(' ')).value(1);
+    }
+    property.setDns1(servers.value(0));
+    property.setDns2(servers.value(1));
+}
+
+void NetworkController::readInterface(const QString &name, NetworkProperty &property)
+{
+    for (const QNetworkInterface &interface : QNetworkInterface::allInterfaces()) {
+        if (interface.humanReadableName() != name)
+            continue;
+        property.setMac(interface.hardwareAddress());
+        for (const QNetworkAddressEntry &entry : interface.addressEntries()) {
+            if (entry.ip().protocol() != QAbstractSocket::IPv4Protocol || entry.ip().isLoopback())
+                continue;
+            property.setBroadcast(entry.broadcast().toString());
+            property.setPrefixLength(entry.prefixLength());
+        }
+    }
+}
+
+void NetworkController::GetWifiNetworkList(QList<WifiItem> &list)
+{
+    const QJsonArray scan = QJsonDocument::fromJson(ask(QStringLiteral("get-wifi-list"))).array();
+    for (const QJsonValue &entry : scan)
+        list.append(scannedNetwork(entry.toObject()));
+    std::sort(list.begin(), list.end(), compareSignalStrengthDesc);
+}
+
+bool NetworkController::connectToWifi(const QString &ssid, const QString &key, bool hidden)
+{
+    return startWifi(QStringLiteral("/usr/bin/kt-check-wifi"), {ssid, key, flag(hidden)});
+}
+
+bool NetworkController::connectToWifi(const WifiItem &item)
+{
+    const QString caPath = item.caCert.isEmpty() ? QString() : Paths::caCertificates() + item.caCert;
+    return startWifi(QStringLiteral("/usr/bin/kt-enterprise-wifi"),
+                     {item.essid(), item.userName, item.authenticationMethod, item.encrypt, item.advancedSecurity,
+                      flag(item.hidden), caPath, item.clientCert + QLatin1String(".p12"), item.userPassword,
+                      item.clientCertPassword});
+}
+
+NetworkController::WifiResult NetworkController::wifiResult() const
+{
+    return m_wifiResult;
+}
+
+bool NetworkController::startWifi(const QString &program, const QStringList &arguments)
+{
+    // An earlier join may still be running; its late words count, and it goes when it has ended.
+    auto *process = new QProcess(this);
+    m_wifiResult = Pending;
+    connect(process, &QProcess::readyReadStandardOutput, this, [this, process] { readWifiStatus(process); });
+    connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            [this, process] { wifiStatusCompleted(process); });
+    connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            wifiStatusCompleted(process);
+    });
+    process->setProcessEnvironment(Commands::environment());
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    qCDebug(lcNetwork).noquote() << "start:" << program;
+    process->start(Paths::program(program), arguments, QIODevice::ReadWrite);
+    return m_wifiResult == Connected;
+}
+
+void NetworkController::readWifiStatus(QProcess *process)
+{
+    while (process->canReadLine() || (process->state() == QProcess::NotRunning && process->bytesAvailable() > 0)) {
+        QByteArray line = process->readLine();
+        if (line.endsWith('\n'))
+            line.chop(1);
+        if (line == "connected")
+            m_wifiResult = Connected;
+        else if (line == "incorrect key")
+            m_wifiResult = IncorrectKey;
+        else if (line == "certificate verification failed")
+            m_wifiResult = CertificateRejected;
+    }
+}
+
+void NetworkController::wifiStatusCompleted(QProcess *process)
+{
+    readWifiStatus(process);
+    qCDebug(lcNetwork) << "WiFi Configuration exited with" << process->exitCode() << "code";
+    process->deleteLater();
+    emit setWifiStatus(m_wifiResult == Connected);
+}

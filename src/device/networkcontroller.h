@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "device/networkproperty.h"
+#include "device/wifiitem.h"
+
+#include <QList>
+#include <QObject>
+#include <QProcess>
+
+/// The one class that knows the network tools: their command lines, and how to read what they print.
+///
+/// Commands block until the tool has ended and tell nothing of its outcome. Queries block for at most
+/// `Commands::timeLimitMs`; a tool that is missing, hangs or prints something else reads as "false", or as empty
+/// fields. Joining a Wi-Fi network is asynchronous.
+class NetworkController : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// What the Wi-Fi tool said last.
+    enum WifiResult { Pending = 0, IncorrectKey = 1, Connected = 2, CertificateRejected = 3 };
+
+    explicit NetworkController(QObject *parent = nullptr);
+    ~NetworkController() override;
+
+    /// Hands the configuration document, as it stands on disk, to the network tool.
+    void setNetworkConfig();
+    void connectWired();
+    void disableWiredInterface();
+    void enableWiredInterface();
+    void disconnect();
+    void disconnectWifi();
+    void autoconnect();
+    void setRoutingTable();
+    /// Adds an address to an interface or, with `add` false, takes it off. `broadcast` may be empty.
+    void setIpConfigure(const QString &interface, const QString &address, int prefixLength, bool add,
+                        const QString &broadcast);
+
+    bool CheckWiredPlugged();
+    bool isWiredUp();
+    bool isWifiConnected();
+    bool isEthernetConnected();
+    /// Fills the network's name and signal quality. False when no access point is associated.
+    bool getActualWifi(NetworkProperty &property);
+    /// Fills everything but the Wi-Fi members. False for a name other than "eth0" and "wlan0", which changes nothing.
+    bool getNetworkByInterface(const QString &interface, NetworkProperty &property);
+    /// Appends every network of a new scan, strongest first.
+    void GetWifiNetworkList(QList<WifiItem> &list);
+
+    /// Joins an open network (empty key) or one with a pass phrase. Always answers false: `setWifiStatus` tells how
+    /// it went.
+    bool connectToWifi(const QString &ssid, const QString &key, bool hidden);
+    /// Joins an 802.1x network. Always answers false, as above.
+    bool connectToWifi(const WifiItem &item);
+    WifiResult wifiResult() const;
+
+    /// The command line of `setIpConfigure`.
+    static QString ipSettingsLine(const QString &interface, const QString &address, int prefixLength, bool add,
+                                  const QString &broadcast);
+    /// The gateway column of the first route in the output of "route -n"; empty when there is none.
+    static QString gatewayFromRoutes(const QString &routes);
+    /// The first two name servers of a resolv.conf go into `dns1` and `dns2`.
+    static void readNameServers(const QByteArray &resolvConf, NetworkProperty &property);
+
+signals:
+    /// A join has ended; true when the network is connected.
+    void setWifiStatus(bool connected);
+
+private:
+    QByteArray ask(const QString &subCommand) const;
+    bool isTrue(const QString &subCommand) const;
+    bool startWifi(const QString &program, const QStringList &arguments);
+    void readWifiStatus(QProcess *process);
+    void wifiStatusCompleted(QProcess *process);
+    static void networkAdditionalParameters(NetworkProperty &property);
+    static void readInterface(const QString &name, NetworkProperty &property);
+
+    WifiResult m_wifiResult = Pending;
+};

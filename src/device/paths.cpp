@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "device/paths.h"
+
+#include <QFileInfo>
+
+namespace Paths {
+
+QString root()
+{
+    return qEnvironmentVariable("KT_DEVICE_ROOT");
+}
+
+QString onDevice(const QString &path)
+{
+    return root() + path;
+}
+
+QString program(const QString &name)
+{
+    if (name.startsWith(QLatin1Char('/')))
+        return onDevice(name);
+    if (root().isEmpty())
+        return name;
+    for (const char *folder : {"/usr/bin/", "/usr/sbin/"}) {
+        const QString candidate = onDevice(QLatin1String(folder) + name);
+        if (QFileInfo(candidate).isExecutable())
+            return candidate;
+    }
+    return name;
+}
+
+QString stateDirectory()
+{
+    return onDevice(QStringLiteral("/var/lib/kt964/"));
+}
+
+QString configuration()
+{
+    return stateDirectory() + QLatin1String("config.json");
+}
+
+QString recoveryMarker()
+{
+    return stateDirectory() + QLatin1String("RECOVERY");
+}
+
+QString message()
+{
+    return onDevice(QStringLiteral("/tmp/msg.json"));
+}
+
+QString connection()
+{
+    return onDevice(QStringLiteral("/tmp/connect.json"));
+}
+
+QString connectionStatus()
+{
+    return connection() + QLatin1String(".status");
+}
+
+QString dualMonitorMarker()
+{
+    return onDevice(QStringLiteral("/tmp/dual_monitor"));
+}
+
+QString broadcastLog()
+{
+    return onDevice(QStringLiteral("/tmp/broadcastlog"));
+}
+
+QString nameServers()
+{
+    return onDevice(QStringLiteral("/etc/resolv.conf"));
+}
+
+QString caCertificates()
+{
+    return stateDirectory() + QLatin1String("certificates/cacerts");
+}
+
+QString clientDirectory()
+{
+    return onDevice(QStringLiteral("/opt/Tessaro/"));
+}
+
+QString client()
+{
+    return clientDirectory() + QLatin1String("zClient");
+}
+
+}

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QString>
+
+/// Every absolute path of the device. All of them stand under the device root, which is empty on a device and the
+/// folder named by the environment variable KT_DEVICE_ROOT in the lab and in tests.
+namespace Paths {
+
+QString root();
+/// The device root in front of an absolute path of the device.
+QString onDevice(const QString &path);
+/// Where a program is started from: an absolute path gets the device root in front; a bare name is one of the
+/// device root's own programs if it has it, and is left to the search path otherwise.
+QString program(const QString &name);
+
+QString stateDirectory(); ///< with a closing slash
+QString configuration();
+QString recoveryMarker();
+QString message(); ///< written by device scripts before they send SIGUSR1
+QString connection(); ///< describes a session to the client
+QString connectionStatus(); ///< the client's verdict
+QString dualMonitorMarker();
+QString broadcastLog();
+QString nameServers();
+QString caCertificates(); ///< without a closing slash
+QString clientDirectory(); ///< with a closing slash
+QString client();
+
+}

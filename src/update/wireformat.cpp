@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "update/wireformat.h"
+
+#include <QtEndian>
+
+namespace WireFormat {
+
+namespace {
+
+constexpr int clientDatagramSize = 140;
+constexpr quint32 clientMark = 0xFFFF; // at offset 4 of every datagram to a server
+constexpr quint32 findServers = 3;
+
+constexpr int magicOffset = 12;
+constexpr quint32 serverListMagic = 0xAA550003;
+constexpr int countOffset = 16;
+constexpr int entriesOffset = 20;
+constexpr int nameUnits = 32; // UTF-16 code units
+constexpr int entrySize = nameUnits * 2 + 4;
+
+quint32 read32(const QByteArray &bytes, int offset)
+{
+    return offset + 4 <= bytes.size() ? qFromLittleEndian<quint32>(bytes.constData() + offset) : 0;
+}
+
+void write32(QByteArray &bytes, int offset, quint32 value)
+{
+    qToLittleEndian(value, bytes.data() + offset);
+}
+
+QString readName(const QByteArray &bytes, int offset)
+{
+    QString name;
+    for (int unit = 0; unit < nameUnits; ++unit) {
+        const auto code = qFromLittleEndian<quint16>(bytes.constData() + offset + unit * 2);
+        if (code == 0)
+            break;
+        name += QChar(code);
+    }
+    return name;
+}
+
+}
+
+QByteArray discoveryRequest()
+{
+    QByteArray datagram(clientDatagramSize, '\0');
+    write32(datagram, 4, clientMark);
+    write32(datagram, 8, findServers);
+    return datagram;
+}
+
+std::optional<ServerList> decodeServerList(const QByteArray &datagram)
+{
+    if (datagram.size() < entriesOffset || read32(datagram, magicOffset) != serverListMagic)
+        return std::nullopt;
+    const quint32 carried = static_cast<quint32>((datagram.size() - entriesOffset) / entrySize);
+    const int count = static_cast<int>(qMin(read32(datagram, countOffset), carried));
+    ServerList list;
+    for (int entry = 0; entry < count; ++entry) {
+        const int offset = entriesOffset + entry * entrySize;
+        list.names += readName(datagram, offset);
+        // The address alone is in network byte order.
+        list.addresses
+            += QHostAddress(qFromBigEndian<quint32>(datagram.constData() + offset + nameUnits * 2));
+    }
+    return list;
+}
+
+}
