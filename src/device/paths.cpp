@@ -61,11 +61,6 @@ QString connectionStatus()
     return connection() + QLatin1String(".status");
 }
 
-QString dualMonitorMarker()
-{
-    return onDevice(QStringLiteral("/tmp/dual_monitor"));
-}
-
 QString broadcastLog()
 {
     return onDevice(QStringLiteral("/tmp/broadcastlog"));

@@ -22,7 +22,6 @@ QString recoveryMarker();
 QString message(); ///< written by device scripts before they send SIGUSR1
 QString connection(); ///< describes a session to the client
 QString connectionStatus(); ///< the client's verdict
-QString dualMonitorMarker();
 QString broadcastLog();
 QString nameServers();
 QString caCertificates(); ///< without a closing slash

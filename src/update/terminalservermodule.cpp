@@ -3,13 +3,12 @@
 
 #include "update/terminalservermodule.h"
 
+#include "device/diagnostics.h"
 #include "update/wireformat.h"
 
 #include <QLoggingCategory>
 #include <QNetworkInterface>
 #include <QUdpSocket>
-
-#include <cstdio>
 
 Q_LOGGING_CATEGORY(lcEndpoint, "kt.update.endpoint")
 
@@ -26,10 +25,8 @@ bool TerminalServerModule::open()
 {
     m_socket = new QUdpSocket(this);
     connect(m_socket, &QUdpSocket::readyRead, this, &TerminalServerModule::checkCommand);
-    if (!m_socket->bind(QHostAddress::Any, WireFormat::devicePort)) {
-        std::puts("Error binding address");
-        std::fflush(stdout);
-    }
+    if (!m_socket->bind(QHostAddress::Any, WireFormat::devicePort))
+        Diagnostics::print(QStringLiteral("Error binding address"));
     return true;
 }
 
@@ -107,7 +104,7 @@ void TerminalServerModule::getNetworkInfo(QString *ip, QString *netmask, QString
             put(ip, entry.ip().toString());
             put(netmask, entry.netmask().toString());
             put(mac, interface.hardwareAddress());
-            // The lab's peers, like any point-to-point address, have no broadcast address to ask.
+            // A host address has no broadcast address.
             if (broadcasts && !entry.broadcast().isNull())
                 broadcasts->append(entry.broadcast().toString());
         }

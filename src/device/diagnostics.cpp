@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "device/diagnostics.h"
+
+#include <cstdio>
+
+namespace Diagnostics {
+
+void print(const QString &line)
+{
+    std::puts(line.toLocal8Bit().constData());
+    std::fflush(stdout);
+}
+
+}

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QString>
+
+/// The short lines on standard output by which an administrator at a terminal, and a script, follow the program.
+namespace Diagnostics {
+
+/// Prints one line.
+void print(const QString &line);
+
+}

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+class QAbstractButton;
+
+namespace Ui {
+class GeneralDialog;
+}
+
+/// The one message, question and input box of the program. Accepting it makes `exec()` answer 1.
+class GeneralDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    enum DialogMode {
+        Prompt = 1,
+        Error = 2,
+        Question = 3,
+        Input = 4,
+        Overwrite = 5,
+        OverwriteSeries = 6, ///< with "Skip" and a box to tick for all that follow
+        BareInput = 7, ///< an input line without a message
+        Password = 8
+    };
+
+    GeneralDialog(QWidget *parent, DialogMode mode);
+    ~GeneralDialog() override;
+
+    void setTitle(const QString &title);
+    /// Plain text; overlong words are broken and a text beyond a page is cut, so that the box stays on the screen.
+    void setMessage(const QString &message);
+    void setTitleVisible(bool visible);
+    void setPasswordMode();
+    QString getInput() const;
+    bool checked() const;
+    /// The box was left through its "Add" button.
+    bool added() const;
+
+    /// Shows an error until it is acknowledged.
+    static void showError(QWidget *parent, const QString &title, const QString &message);
+    /// Asks a question; true when it was accepted.
+    static bool ask(QWidget *parent, const QString &title, const QString &message, DialogMode mode = Question);
+
+private slots:
+    void on_buttonBox_clicked(QAbstractButton *button);
+
+private:
+    void addButtons(DialogMode mode);
+    void showParts(DialogMode mode);
+
+    std::unique_ptr<Ui::GeneralDialog> m_ui;
+    bool m_added = false;
+};

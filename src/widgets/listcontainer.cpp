@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "widgets/listcontainer.h"
+
+#include "models/itemmodel.h"
+#include "widgets/generaldialog.h"
+
+#include <QAbstractItemView>
+#include <QPushButton>
+
+namespace {
+
+void enable(QPushButton *button, bool enabled)
+{
+    if (button)
+        button->setEnabled(enabled);
+}
+
+}
+
+ListContainer::ListContainer(QObject *parent)
+    : QObject(parent)
+{
+}
+
+void ListContainer::setView(QAbstractItemView *view)
+{
+    m_view = view;
+    watchSelection();
+}
+
+void ListContainer::setModel(ItemModel *model)
+{
+    m_model = model;
+    watchSelection();
+}
+
+/// A view gets its selection model with its model, so this waits until both are there.
+void ListContainer::watchSelection()
+{
+    if (!m_view || !m_model)
+        return;
+    if (m_view->model() != m_model)
+        m_view->setModel(m_model);
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &ListContainer::updateButtons);
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { updateButtons(current()); });
+    updateButtons(current());
+}
+
+void ListContainer::setAddButton(QPushButton *button)
+{
+    m_addButton = button;
+    updateButtons(current());
+}
+
+void ListContainer::setUpButton(QPushButton *button)
+{
+    m_upButton = button;
+    connect(button, &QPushButton::clicked, this, &ListContainer::upItem);
+    updateButtons(current());
+}
+
+void ListContainer::setDownButton(QPushButton *button)
+{
+    m_downButton = button;
+    connect(button, &QPushButton::clicked, this, &ListContainer::downItem);
+    updateButtons(current());
+}
+
+void ListContainer::setRemoveButton(QPushButton *button, const QString &warning)
+{
+    m_removeButton = button;
+    m_removeWarning = warning;
+    connect(button, &QPushButton::clicked, this, &ListContainer::removeItem);
+    updateButtons(current());
+}
+
+void ListContainer::setGuardedName(const QString &name)
+{
+    m_guardedName = name;
+}
+
+QModelIndex ListContainer::current() const
+{
+    return m_view && m_view->selectionModel() ? m_view->currentIndex() : QModelIndex();
+}
+
+void ListContainer::updateButtons(const QModelIndex &current)
+{
+    const int rows = m_model ? m_model->rowCount(current.parent()) : 0;
+    enable(m_addButton, m_model);
+    enable(m_upButton, current.isValid() && current.row() > 0);
+    enable(m_downButton, current.isValid() && current.row() + 1 < rows);
+    enable(m_removeButton, current.isValid());
+}
+
+void ListContainer::upItem()
+{
+    if (!m_model || !current().isValid())
+        return;
+    m_model->upItem(current());
+    updateButtons(current());
+    emit changed();
+}
+
+void ListContainer::downItem()
+{
+    if (!m_model || !current().isValid())
+        return;
+    m_model->downItem(current());
+    updateButtons(current());
+    emit changed();
+}
+
+bool ListContainer::mayRemove(const QModelIndex &index) const
+{
+    const Item *item = m_model->item(index);
+    const bool guarded
+        = !m_removeWarning.isEmpty() && !m_guardedName.isEmpty() && item->getValue(Item::Name) == m_guardedName;
+    return !guarded || GeneralDialog::ask(m_view->window(), tr("Warning"), m_removeWarning);
+}
+
+void ListContainer::removeItem()
+{
+    if (!m_model || !current().isValid() || !mayRemove(current()))
+        return;
+    m_model->remItem(current());
+    updateButtons(current());
+    emit changed();
+}
