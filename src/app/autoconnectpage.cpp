@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "app/autoconnectpage.h"
+
+#include "ui_autoconnectpage.h"
+
+AutoConnectPage::AutoConnectPage(QWidget *parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::AutoConnectPage>())
+{
+    m_ui->setupUi(this);
+    connect(&m_countdown, &Countdown::remaining, this, &AutoConnectPage::updateAutoConnectTimer);
+    connect(&m_countdown, &Countdown::elapsed, this, &AutoConnectPage::connectNow);
+    connect(m_ui->autoConnectAgainButton, &QPushButton::clicked, this, &AutoConnectPage::connectRequested);
+    showCounting(false);
+}
+
+AutoConnectPage::~AutoConnectPage() = default;
+
+Countdown &AutoConnectPage::countdown()
+{
+    return m_countdown;
+}
+
+void AutoConnectPage::startAutoConnect(const ConnectTarget &target)
+{
+    showCounting(true);
+    m_ui->autoConnectButton->setFocus();
+    m_countdown.start();
+    m_ui->autoConnectInfoLabel->setText(
+        tr("This device is configured for automatic connection to %1:  %2 ").arg(target.type, target.name));
+}
+
+void AutoConnectPage::stop()
+{
+    m_countdown.stop();
+}
+
+void AutoConnectPage::updateAutoConnectTimer(int seconds)
+{
+    m_ui->countdownLabel->setText(tr("Automatic connection in %1 seconds").arg(seconds));
+}
+
+void AutoConnectPage::connectNow()
+{
+    m_countdown.stop();
+    m_ui->autoConnectCancelButton->hide();
+    m_ui->countdownLabel->setText(tr("Autoconnect started..."));
+    emit connectRequested();
+}
+
+void AutoConnectPage::on_autoConnectButton_clicked()
+{
+    connectNow();
+}
+
+void AutoConnectPage::on_autoConnectCancelButton_clicked()
+{
+    m_countdown.stop();
+    showCounting(false);
+    m_ui->countdownLabel->setText(tr("Automatic connection is stopped"));
+    m_ui->autoConnectAgainButton->setFocus();
+}
+
+void AutoConnectPage::showCounting(bool counting)
+{
+    m_ui->autoConnectButton->setVisible(counting);
+    m_ui->autoConnectCancelButton->setVisible(counting);
+    m_ui->autoConnectAgainButton->setVisible(!counting);
+}

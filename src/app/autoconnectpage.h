@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "app/connecttarget.h"
+#include "app/countdown.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class AutoConnectPage;
+}
+
+/// The page of a device that connects by itself: a countdown that the user can cut short or cancel.
+class AutoConnectPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit AutoConnectPage(QWidget *parent = nullptr);
+    ~AutoConnectPage() override;
+
+    void startAutoConnect(const ConnectTarget &target);
+    /// Stops counting without a word, as when another page is shown.
+    void stop();
+    Countdown &countdown();
+
+signals:
+    void connectRequested();
+
+private slots:
+    void on_autoConnectButton_clicked();
+    void on_autoConnectCancelButton_clicked();
+
+private:
+    void updateAutoConnectTimer(int seconds);
+    void connectNow();
+    void showCounting(bool counting);
+
+    std::unique_ptr<Ui::AutoConnectPage> m_ui;
+    Countdown m_countdown;
+};

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "app/connecttarget.h"
+#include "models/itemmodel.h"
+
+#include <QHostAddress>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QMap>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+class QFrame;
+class QPushButton;
+
+namespace Ui {
+class CorvidPage;
+}
+
+/// The launcher's page for Corvid servers: the configured groups, the servers found on the network, and an address
+/// typed by hand. At most one row of the two lists is selected.
+class CorvidPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CorvidPage(QWidget *parent = nullptr);
+    ~CorvidPage() override;
+
+    /// Shows the groups; the selected one stays selected where it is still there.
+    void setGroups(const QJsonArray &groups);
+    void setAutoDetectedShown(bool shown);
+    void setManualEntryAllowed(bool allowed);
+    void setHistory(const QJsonArray &addresses);
+    /// "my desktop" shows the lists; any other word shows the entry of an address, where that is allowed.
+    void setSelection(const QString &selection);
+
+    /// What Connect would connect to; nothing while no row is selected and no address typed.
+    std::optional<ConnectTarget> target() const;
+    bool manualEntryShown() const;
+    /// Where a user begins: the list, or the address to type.
+    void focusFirst();
+
+public slots:
+    /// The search has begun.
+    void autoDetectServers();
+    /// The search has ended with these servers.
+    void setServerList(const QMap<QString, QHostAddress> &servers);
+    void updateGreenFrame();
+    void groupSliderValueChanged(int value);
+
+signals:
+    void refreshRequested();
+    void selectionChosen(const QString &selection);
+    void targetChanged();
+
+private:
+    void setUpLists();
+    void showChoice(bool manual);
+    void choose(bool manual);
+    void showPlaceholder(const QString &text);
+    void selectOnly(QWidget *view);
+    void selectFirstServer();
+    QString selectedGroup() const;
+    static int frameTop(int row, int scrollPosition);
+
+    std::unique_ptr<Ui::CorvidPage> m_ui;
+    ItemModel m_groups;
+    ItemModel m_detected;
+    QFrame *m_greenFrame;
+    bool m_manualAllowed = true;
+};

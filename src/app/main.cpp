@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "app/resources.h"
+#include "app/settingsapp.h"
+#include "app/settingscontroller.h"
+#include "app/unixsignalhandler.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
+{
+    UnixSignalHandler::install();
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kt964"));
+    QApplication::setApplicationVersion(QStringLiteral(KT_VERSION));
+    // The window is hidden while a session runs; that is not the end.
+    QApplication::setQuitOnLastWindowClosed(false);
+    Resources::apply(application);
+
+    SettingsApp window;
+    SettingsController controller(&window);
+    UnixSignalHandler::instance()->setController(&controller);
+
+    // In the lab the program is one window among others of somebody's desktop.
+    if (qEnvironmentVariableIsSet("KT_WINDOWED"))
+        window.show();
+    else
+        window.showFullScreen();
+    return QApplication::exec();
+}

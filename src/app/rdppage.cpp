@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "app/rdppage.h"
+
+#include "ui_rdppage.h"
+
+RdpPage::RdpPage(QWidget *parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::RdpPage>())
+{
+    m_ui->setupUi(this);
+    setFocusProxy(m_ui->rdpAddressLineEdit);
+    connect(m_ui->rdpAddressLineEdit, &QLineEdit::textChanged, this, &RdpPage::targetChanged);
+}
+
+RdpPage::~RdpPage() = default;
+
+void RdpPage::setServer(const QString &address, bool customAllowed)
+{
+    m_ui->rdpAddressLineEdit->setReadOnly(!customAllowed);
+    if (!customAllowed || m_ui->rdpAddressLineEdit->text().isEmpty())
+        m_ui->rdpAddressLineEdit->setText(address);
+    m_ui->rdpHintLabel->setText(customAllowed || !address.isEmpty()
+                                    ? QString()
+                                    : tr("The administrator has not set up an RDP server on this device."));
+}
+
+std::optional<ConnectTarget> RdpPage::target() const
+{
+    const QString address = m_ui->rdpAddressLineEdit->text().trimmed();
+    return address.isEmpty() ? std::nullopt : std::make_optional(ConnectTarget::server(address, address));
+}

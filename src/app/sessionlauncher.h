@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "app/connectionfile.h"
+#include "app/connecttarget.h"
+#include "widgets/connectiondialog.h"
+
+#include <QObject>
+#include <QProcess>
+#include <QTimer>
+
+class JsonModule;
+
+/// The life of a remote-desktop session: the description is written, the client started, and at its end the verdict
+/// read. A group's members are tried in their order until one lets the user in. At most one client runs.
+class SessionLauncher : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// How long the connecting box stands before the session's own window.
+    static constexpr int dialogTimeMs = 10000;
+
+    explicit SessionLauncher(QObject *parent = nullptr);
+    ~SessionLauncher() override;
+
+    void setConfiguration(JsonModule *configuration);
+    void setDualDisplay(bool inUse);
+    bool isRunning() const;
+    QString currentServerAddress() const;
+
+    /// Connects to a server, or walks a group from its first member. A group without members is for the caller to
+    /// refuse. Nothing happens while a client runs.
+    void connectTo(const ConnectTarget &target);
+
+    void createConnectionFile(const QString &address, bool autoDisconnect);
+    /// Starts the client; `shown` is what the connecting box names.
+    void startConnection(const QString &shown);
+    ConnectionFile::Verdict connectionError() const;
+
+public slots:
+    void closeConnectionDialog();
+
+signals:
+    /// A client is about to be started: the window makes way.
+    void started();
+    /// The session is over and no other member is tried.
+    void ended(ConnectionFile::Verdict verdict);
+    void getProxyParameters(QJsonObject &proxy);
+    void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
+
+private:
+    void connectionFinished(int exitCode, QProcess::ExitStatus status);
+    void handleError(QProcess::ProcessError error);
+    void finish(ConnectionFile::Verdict verdict);
+    void tryNextMember();
+    void logOutput();
+
+    JsonModule *m_configuration = nullptr;
+    QProcess m_client;
+    ConnectionDialog m_dialog;
+    QTimer m_dialogTimer;
+    QVector<ServerEntry> m_group;
+    int m_member = 0;
+    bool m_running = false;
+    bool m_dualDisplay = false;
+    QString m_address;
+};

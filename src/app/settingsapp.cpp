@@ -1,0 +1,445 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "app/settingsapp.h"
+
+#include "app/servergroups.h"
+#include "app/stylesheets.h"
+#include "config/jsonmodule.h"
+#include "config/keys.h"
+#include "device/commands.h"
+#include "widgets/generaldialog.h"
+
+#include "ui_settingsapp.h"
+
+#include <QCloseEvent>
+#include <QJsonArray>
+#include <QShortcut>
+
+namespace {
+
+constexpr int historyLength = 10;
+constexpr int iconSize = 32;
+const QPoint powerMenuOffset(-80, 38);
+
+SettingsApp::ClientMode modeOf(const QString &word)
+{
+    if (word == QLatin1String("solva"))
+        return SettingsApp::ClientMode::Solva;
+    return word == QLatin1String("rdp") ? SettingsApp::ClientMode::Rdp : SettingsApp::ClientMode::Corvid;
+}
+
+QString signalImage(int signal)
+{
+    if (signal < 1)
+        return QStringLiteral("thin_client_icon_wifi_0.png");
+    if (signal <= 33)
+        return QStringLiteral("thin_client_icon_wifi_1.png");
+    return signal <= 66 ? QStringLiteral("thin_client_icon_wifi_2.png")
+                        : QStringLiteral("thin_client_icon_wifi_full.png");
+}
+
+void runPowerTool(const char *option)
+{
+    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-lulling"), QLatin1String(option)));
+}
+
+void setIcon(QAbstractButton *button, const char *image)
+{
+    button->setIcon(QIcon(QStringLiteral(":/images/") + QLatin1String(image)));
+    button->setIconSize(QSize(iconSize, iconSize));
+}
+
+}
+
+SettingsApp::SettingsApp(QWidget *parent)
+    : QMainWindow(parent)
+    , m_ui(std::make_unique<Ui::SettingsApp>())
+{
+    m_ui->setupUi(this);
+    setUpTopBar();
+    setUpLauncher();
+    setUpSession();
+    showClientMode(ClientMode::Corvid);
+}
+
+SettingsApp::~SettingsApp() = default;
+
+void SettingsApp::setUpTopBar()
+{
+    m_ui->logoLabel->setPixmap(QPixmap(QStringLiteral(":/images/logo.png")));
+    setIcon(m_ui->settingsButton, "settings.png");
+    setIcon(m_ui->powerButton, "power.png");
+    m_ui->settingsButton->hide();
+    m_ui->wirelessStatusLabel->hide();
+    m_ui->actionSleep->setIcon(QIcon(QStringLiteral(":/images/sleep.png")));
+    m_ui->actionReboot->setIcon(QIcon(QStringLiteral(":/images/reboot.png")));
+    m_ui->actionShutdown->setIcon(QIcon(QStringLiteral(":/images/shutdown.png")));
+    m_powerMenu.setStyleSheet(StyleSheets::powerButtonSheet());
+    m_powerMenu.addActions({m_ui->actionSleep, m_ui->actionReboot, m_ui->actionShutdown});
+}
+
+void SettingsApp::setUpLauncher()
+{
+    connect(m_ui->corvidPage, &CorvidPage::targetChanged, this, &SettingsApp::updateConnectButton);
+    connect(m_ui->rdpPage, &RdpPage::targetChanged, this, &SettingsApp::updateConnectButton);
+    connect(m_ui->corvidPage, &CorvidPage::refreshRequested, this, &SettingsApp::autoDetectServers);
+    connect(m_ui->corvidPage, &CorvidPage::selectionChosen, this,
+            [this](const QString &selection) { storeMainWindowValue(Key::selection, selection); });
+    connect(m_ui->autoConnectPage, &AutoConnectPage::connectRequested, this,
+            &SettingsApp::on_connectButton_clicked);
+    connect(this, &SettingsApp::refreshServerList, &m_endpoint, &TerminalServerModule::findTerminalServer);
+    connect(&m_endpoint, &TerminalServerModule::sendServerList, this, &SettingsApp::setServerList);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *enter = new QShortcut(key, m_ui->launcherPage);
+        enter->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(enter, &QShortcut::activated, this, &SettingsApp::pressEnter);
+    }
+}
+
+void SettingsApp::setUpSession()
+{
+    connect(&m_launcher, &SessionLauncher::started, this, [this] {
+        hide();
+        setCursor(Qt::WaitCursor);
+        m_update.setSessionConnectedState();
+    });
+    connect(&m_launcher, &SessionLauncher::ended, this, &SettingsApp::connectionFinished);
+    connect(&m_launcher, &SessionLauncher::getProxyParameters, this, &SettingsApp::getProxyParameters);
+    connect(&m_launcher, &SessionLauncher::secondaryMonitorParameters, this,
+            &SettingsApp::secondaryMonitorParameters);
+}
+
+void SettingsApp::setConfiguration(JsonModule *configuration)
+{
+    m_configuration = configuration;
+    m_launcher.setConfiguration(configuration);
+}
+
+QJsonObject SettingsApp::root() const
+{
+    return m_configuration ? m_configuration->getDocument().object() : QJsonObject();
+}
+
+QJsonObject SettingsApp::connectionSettings(QLatin1String client) const
+{
+    return root().value(Key::connection).toObject().value(client).toObject();
+}
+
+void SettingsApp::loadConfiguration()
+{
+    const QJsonArray groups = root().value(Key::serverGroups).toArray();
+    const QJsonObject window = root().value(Key::mainWindow).toObject();
+    const QJsonObject corvid = connectionSettings(Key::corvidConnection);
+    const QJsonObject autoconnect = corvid.value(Key::autoconnect).toObject();
+    m_autoConnect = autoconnect.value(Key::enabled).toBool();
+    m_autoConnectTarget = ServerGroups::autoConnectTarget(autoconnect, groups);
+
+    m_ui->corvidPage->setGroups(groups);
+    m_ui->corvidPage->setManualEntryAllowed(corvid.value(Key::allowManualAddress).toBool());
+    m_ui->corvidPage->setAutoDetectedShown(corvid.value(Key::showAutodetected).toBool());
+    m_ui->corvidPage->setHistory(window.value(Key::manualServerHistory).toArray());
+    m_ui->corvidPage->setSelection(window.value(Key::selection).toString());
+    m_ui->solvaPage->setBroker(connectionSettings(Key::solvaConnection).value(Key::brokerAddress).toString());
+    const QJsonObject rdp = connectionSettings(Key::rdpConnection);
+    m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
+                             rdp.value(Key::allowCustomRdpServers).toBool());
+    m_ui->deviceNameLabel->setText(root().value(Key::general).toObject().value(Key::deviceName).toString());
+    updateConnectButton();
+}
+
+void SettingsApp::openLauncher(const QString &clientMode)
+{
+    showClientMode(modeOf(clientMode));
+    const bool counting = m_mode == ClientMode::Corvid && m_autoConnect;
+    m_ui->mainStackedWidget->setCurrentIndex(counting ? AutoConnectPage : LauncherPage);
+    autoDetectServers();
+}
+
+SettingsApp::ClientMode SettingsApp::clientMode() const
+{
+    return m_mode;
+}
+
+SessionLauncher &SettingsApp::sessionLauncher()
+{
+    return m_launcher;
+}
+
+UpdateModule &SettingsApp::updateModule()
+{
+    return m_update;
+}
+
+void SettingsApp::showClientMode(ClientMode mode)
+{
+    if (m_modeShown && mode == m_mode)
+        return;
+    m_modeShown = true;
+    m_mode = mode;
+    QPushButton *buttons[] = {m_ui->CorvidProButton, m_ui->solvaVDIButton, m_ui->rdpClientButton};
+    for (QPushButton *button : buttons)
+        button->setStyleSheet(StyleSheets::uncheckedButtonSheet());
+    buttons[static_cast<int>(mode)]->setStyleSheet(StyleSheets::checkedButtonSheet());
+    m_ui->connectionStackedWidget->setCurrentIndex(static_cast<int>(mode));
+    m_ui->connectButton->setVisible(mode != ClientMode::Solva);
+    if (m_ui->mainStackedWidget->currentIndex() == AutoConnectPage)
+        m_ui->mainStackedWidget->setCurrentIndex(LauncherPage);
+    if (mode == ClientMode::Corvid)
+        m_ui->corvidPage->focusFirst();
+    else if (mode == ClientMode::Rdp)
+        m_ui->rdpPage->setFocus();
+    updateConnectButton();
+    emit clientModeChanged(mode);
+}
+
+void SettingsApp::on_CorvidProButton_clicked()
+{
+    showClientMode(ClientMode::Corvid);
+}
+
+void SettingsApp::on_solvaVDIButton_clicked()
+{
+    showClientMode(ClientMode::Solva);
+}
+
+void SettingsApp::on_rdpClientButton_clicked()
+{
+    showClientMode(ClientMode::Rdp);
+}
+
+bool SettingsApp::autoConnectEnabled() const
+{
+    return m_mode == ClientMode::Corvid && m_autoConnect;
+}
+
+std::optional<ConnectTarget> SettingsApp::chosenTarget() const
+{
+    if (autoConnectEnabled()) {
+        const bool named = m_autoConnectTarget.isGroup() || !m_autoConnectTarget.address.isEmpty();
+        return named ? std::make_optional(m_autoConnectTarget) : std::nullopt;
+    }
+    switch (m_mode) {
+    case ClientMode::Corvid:
+        return m_ui->corvidPage->target();
+    case ClientMode::Rdp:
+        return m_ui->rdpPage->target();
+    case ClientMode::Solva:
+        break;
+    }
+    return std::nullopt;
+}
+
+void SettingsApp::updateConnectButton()
+{
+    m_ui->connectButton->setEnabled(chosenTarget().has_value());
+}
+
+/// Enter presses the button that has the focus, and Connect from everywhere else.
+void SettingsApp::pressEnter()
+{
+    if (auto *button = qobject_cast<QAbstractButton *>(focusWidget()))
+        button->click();
+    else
+        m_ui->connectButton->click();
+}
+
+void SettingsApp::on_connectButton_clicked()
+{
+    if (const auto target = chosenTarget())
+        connectTo(*target);
+}
+
+void SettingsApp::connectTo(const ConnectTarget &target)
+{
+    if (target.isGroup() && target.members.isEmpty()) {
+        GeneralDialog::showError(this, tr("Empty group"),
+                                 tr("Group %1 is empty. Connection aborted!").arg(target.name));
+        return;
+    }
+    m_launcher.connectTo(target);
+}
+
+void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
+{
+    show();
+    m_update.setIdleState();
+    unsetCursor();
+    if (verdict == ConnectionFile::Verdict::ConnectionError)
+        showConnectionError();
+    else if (verdict == ConnectionFile::Verdict::NoError && m_mode == ClientMode::Corvid)
+        updateManualServers();
+    if (!autoConnectEnabled())
+        return;
+    if (m_ui->mainStackedWidget->currentIndex() == AutoConnectPage)
+        on_mainStackedWidget_currentChanged(AutoConnectPage);
+    else
+        m_ui->mainStackedWidget->setCurrentIndex(AutoConnectPage);
+}
+
+void SettingsApp::showConnectionError()
+{
+    GeneralDialog::showError(this, tr("Connection Error"),
+                             tr("The IP address or domain name you entered is not valid or does not have Corvid "
+                                "Pro installed. Please try again."));
+}
+
+void SettingsApp::on_mainStackedWidget_currentChanged(int index)
+{
+    if (index == AutoConnectPage)
+        m_ui->autoConnectPage->startAutoConnect(m_autoConnectTarget);
+    else
+        m_ui->autoConnectPage->stop();
+}
+
+void SettingsApp::updateManualServers()
+{
+    if (m_configuration)
+        m_configuration->readContent();
+    QJsonArray history = root().value(Key::mainWindow).toObject().value(Key::manualServerHistory).toArray();
+    const QString address = m_launcher.currentServerAddress();
+    if (!history.contains(address))
+        history.prepend(address);
+    if (history.size() > historyLength)
+        history.removeLast();
+    m_ui->corvidPage->setHistory(history);
+    storeMainWindowValue(Key::manualServerHistory, history);
+}
+
+void SettingsApp::storeMainWindowValue(const QString &key, const QJsonValue &value)
+{
+    if (!m_configuration)
+        return;
+    m_configuration->readContent();
+    QJsonObject document = root();
+    if (document.isEmpty())
+        return;
+    QJsonObject window = document.value(Key::mainWindow).toObject();
+    window.insert(key, value);
+    document.insert(Key::mainWindow, window);
+    m_configuration->setObject(document);
+}
+
+void SettingsApp::refreshServerGroups()
+{
+    if (m_configuration)
+        m_configuration->readContent();
+    m_ui->corvidPage->setGroups(root().value(Key::serverGroups).toArray());
+    autoDetectServers();
+}
+
+void SettingsApp::autoDetectServers()
+{
+    if (!connectionSettings(Key::corvidConnection).value(Key::showAutodetected).toBool())
+        return;
+    m_ui->corvidPage->autoDetectServers();
+    int error = 0;
+    emit refreshServerList(error);
+}
+
+void SettingsApp::setServerList(const QMap<QString, QHostAddress> &servers)
+{
+    m_ui->corvidPage->setServerList(servers);
+    emit passServerList(servers);
+}
+
+void SettingsApp::setWiredNetworkStatus(const QString &state)
+{
+    if (state == QLatin1String("no link"))
+        m_ui->wiredStatusLabel->setStyleSheet(StyleSheets::noLinkWiredSheet());
+    else if (state == QLatin1String("link"))
+        m_ui->wiredStatusLabel->setStyleSheet(StyleSheets::linkWiredSheet());
+    else if (state == QLatin1String("connected"))
+        m_ui->wiredStatusLabel->setStyleSheet(StyleSheets::connectedWiredSheet());
+}
+
+void SettingsApp::setWirelessNetworkStatus(const QString &state, int signal)
+{
+    QString stateImage;
+    if (state == QLatin1String("link"))
+        stateImage = QStringLiteral("40_vexa_icon_yellow.png");
+    else if (state == QLatin1String("connected"))
+        stateImage = QStringLiteral("40_vexa_icon_ok.png");
+    else
+        return;
+    m_ui->wirelessStatusLabel->setStyleSheet(StyleSheets::wirelessIconSheet().arg(signalImage(signal), stateImage));
+}
+
+void SettingsApp::setWiredIconShown(bool shown)
+{
+    m_ui->wiredStatusLabel->setVisible(shown);
+}
+
+void SettingsApp::setWirelessIconShown(bool shown)
+{
+    m_ui->wirelessStatusLabel->setVisible(shown);
+}
+
+void SettingsApp::setWiredToolTip(const QString &text)
+{
+    m_ui->wiredStatusLabel->setToolTip(text);
+}
+
+void SettingsApp::setWirelessToolTip(const QString &text)
+{
+    m_ui->wirelessStatusLabel->setToolTip(text);
+}
+
+void SettingsApp::setBusy(bool busy)
+{
+    if (busy)
+        setCursor(Qt::WaitCursor);
+    else
+        unsetCursor();
+}
+
+void SettingsApp::setDualDisplay(bool inUse)
+{
+    m_launcher.setDualDisplay(inUse);
+}
+
+void SettingsApp::checkResetPossible(int *result) const
+{
+    if (result)
+        *result = m_update.ifUpdateIdle() || m_update.ifSessionConnected() ? 0 : 1;
+}
+
+void SettingsApp::resetDevice()
+{
+    runPowerTool("-r");
+}
+
+void SettingsApp::on_powerButton_clicked()
+{
+    // The menu takes the pointer away without the button noticing.
+    m_ui->powerButton->setAttribute(Qt::WA_UnderMouse, false);
+    m_ui->powerButton->update();
+    m_powerMenu.popup(m_ui->powerButton->mapToGlobal(powerMenuOffset));
+}
+
+bool SettingsApp::confirmed(const QString &title, const QString &message)
+{
+    return GeneralDialog::ask(this, title, message);
+}
+
+void SettingsApp::on_actionShutdown_triggered()
+{
+    if (confirmed(tr("Device shutdown"), tr("Shutdown device?")))
+        runPowerTool("-s");
+}
+
+void SettingsApp::on_actionReboot_triggered()
+{
+    if (confirmed(tr("Device reboot"), tr("Reboot device?")))
+        runPowerTool("-r");
+}
+
+void SettingsApp::on_actionSleep_triggered()
+{
+    runPowerTool("-S");
+}
+
+void SettingsApp::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+}

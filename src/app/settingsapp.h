@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "app/connecttarget.h"
+#include "app/sessionlauncher.h"
+#include "update/terminalservermodule.h"
+#include "update/updatemodule.h"
+
+#include <QMainWindow>
+#include <QMap>
+#include <QMenu>
+
+#include <memory>
+#include <optional>
+
+class JsonModule;
+
+namespace Ui {
+class SettingsApp;
+}
+
+/// The main window: the launcher that the device's user meets, and the pages around it.
+///
+/// It owns and connects the launcher's parts. It knows nothing of the settings controller, which is handed the
+/// window and answers its questions.
+class SettingsApp : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// The launcher's connection pages, in the order of their stack; the words of "client mode" in the document.
+    enum class ClientMode { Corvid = 0, Solva = 1, Rdp = 2 };
+
+    /// The pages of the main stack.
+    enum Page { LauncherPage = 0, SettingsPage = 1, AutoConnectPage = 2 };
+
+    explicit SettingsApp(QWidget *parent = nullptr);
+    ~SettingsApp() override;
+
+    /// The document that the launcher shows; it outlives its use here. Read anew by `loadConfiguration`.
+    void setConfiguration(JsonModule *configuration);
+    /// Fills the launcher from the held document: groups, histories, addresses, what the user may do.
+    void loadConfiguration();
+    /// Shows the connection page of a "client mode" word, and the page that the window opens on.
+    void openLauncher(const QString &clientMode);
+    ClientMode clientMode() const;
+    SessionLauncher &sessionLauncher();
+    UpdateModule &updateModule();
+
+    /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
+    void checkResetPossible(int *result) const;
+    void resetDevice();
+
+public slots:
+    void setWiredNetworkStatus(const QString &state);
+    void setWirelessNetworkStatus(const QString &state, int signal);
+    void setWiredIconShown(bool shown);
+    void setWirelessIconShown(bool shown);
+    void setWiredToolTip(const QString &text);
+    void setWirelessToolTip(const QString &text);
+    void setBusy(bool busy);
+    void setDualDisplay(bool inUse);
+    /// Reads the groups from the file again, and searches for servers anew.
+    void refreshServerGroups();
+    /// Searches the subnet for Corvid servers, where the document says so.
+    void autoDetectServers();
+    void setServerList(const QMap<QString, QHostAddress> &servers);
+    void showConnectionError();
+
+    void on_CorvidProButton_clicked();
+    void on_solvaVDIButton_clicked();
+    void on_rdpClientButton_clicked();
+    void on_connectButton_clicked();
+    void on_mainStackedWidget_currentChanged(int index);
+    void on_powerButton_clicked();
+    void on_actionShutdown_triggered();
+    void on_actionReboot_triggered();
+    void on_actionSleep_triggered();
+
+signals:
+    void getProxyParameters(QJsonObject &proxy);
+    void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
+    /// A discovery is asked for; `error` becomes 1 when it could not be started everywhere.
+    void refreshServerList(int &error);
+    /// The servers that a discovery has found.
+    void passServerList(const QMap<QString, QHostAddress> &servers);
+    /// Only a Corvid client has server groups to set up.
+    void clientModeChanged(ClientMode mode);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void setUpTopBar();
+    void setUpLauncher();
+    void setUpSession();
+    void showClientMode(ClientMode mode);
+    std::optional<ConnectTarget> chosenTarget() const;
+    bool autoConnectEnabled() const;
+    void updateConnectButton();
+    void pressEnter();
+    void connectTo(const ConnectTarget &target);
+    void connectionFinished(ConnectionFile::Verdict verdict);
+    void updateManualServers();
+    void storeMainWindowValue(const QString &key, const QJsonValue &value);
+    QJsonObject root() const;
+    QJsonObject connectionSettings(QLatin1String client) const;
+    bool confirmed(const QString &title, const QString &message);
+
+    std::unique_ptr<Ui::SettingsApp> m_ui;
+    TerminalServerModule m_endpoint;
+    UpdateModule m_update;
+    SessionLauncher m_launcher;
+    QMenu m_powerMenu;
+    JsonModule *m_configuration = nullptr;
+    ClientMode m_mode = ClientMode::Corvid;
+    bool m_modeShown = false;
+    bool m_autoConnect = false;
+    ConnectTarget m_autoConnectTarget;
+};

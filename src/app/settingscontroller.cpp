@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "app/settingscontroller.h"
+
+#include "app/settingsapp.h"
+#include "config/defaults.h"
+#include "config/keys.h"
+#include "device/commands.h"
+#include "device/paths.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+#include <QNetworkInterface>
+
+Q_LOGGING_CATEGORY(lcController, "kt.app.controller")
+
+namespace {
+
+/// A message is a few words; what is larger is not one.
+constexpr qint64 messageLimit = 64 * 1024;
+
+bool interfaceExists(const QString &name)
+{
+    return QNetworkInterface::interfaceFromName(name).isValid();
+}
+
+QString hostName()
+{
+    const QByteArray output = Commands::query(QStringLiteral("hostname"), {});
+    const QString name = QString::fromLocal8Bit(output).remove(QLatin1Char('\n'));
+    qCDebug(lcController) << name;
+    return name;
+}
+
+}
+
+SettingsController::SettingsController(SettingsApp *window, QObject *parent)
+    : QObject(parent)
+    , m_window(window)
+    , m_configuration(QStringLiteral("config.json"), true)
+    , m_networkStatus(m_network, m_configuration)
+{
+    connectWindow();
+    connectNetworkStatus();
+    loadConfiguration();
+    m_networkStatus.initNetworkStatus();
+    m_networkStatus.checkPluggedEthernet();
+    m_networkStatus.initNetworkIcons();
+}
+
+SettingsController::~SettingsController() = default;
+
+JsonModule &SettingsController::configuration()
+{
+    return m_configuration;
+}
+
+NetworkStatus &SettingsController::networkStatus()
+{
+    return m_networkStatus;
+}
+
+void SettingsController::connectWindow()
+{
+    m_window->setConfiguration(&m_configuration);
+    connect(m_window, &SettingsApp::getProxyParameters, this, &SettingsController::fillProxyParameters);
+    connect(m_window, &SettingsApp::secondaryMonitorParameters, this,
+            &SettingsController::fillSecondaryParameter);
+    connect(this, &SettingsController::dualMonitorChanged, m_window, &SettingsApp::setDualDisplay);
+}
+
+void SettingsController::connectNetworkStatus()
+{
+    connect(&m_networkStatus, &NetworkStatus::wiredStatus, m_window, &SettingsApp::setWiredNetworkStatus);
+    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, m_window, &SettingsApp::setWirelessNetworkStatus);
+    connect(&m_networkStatus, &NetworkStatus::wiredIconShown, m_window, &SettingsApp::setWiredIconShown);
+    connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, m_window, &SettingsApp::setWirelessIconShown);
+    connect(&m_networkStatus, &NetworkStatus::wiredToolTip, m_window, &SettingsApp::setWiredToolTip);
+    connect(&m_networkStatus, &NetworkStatus::wirelessToolTip, m_window, &SettingsApp::setWirelessToolTip);
+    connect(&m_networkStatus, &NetworkStatus::busy, m_window, &SettingsApp::setBusy);
+    connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window, &SettingsApp::refreshServerGroups);
+}
+
+void SettingsController::loadConfiguration()
+{
+    loadDefaultConfig(m_defaults);
+    m_configuration.getParameters(m_defaults);
+    m_configuration.readContent();
+    if (m_configuration.getDocument().object().isEmpty())
+        m_configuration.setObject(m_defaults);
+    const QJsonObject root = m_configuration.getDocument().object();
+    m_window->loadConfiguration();
+    m_window->openLauncher(root.value(Key::general).toObject().value(Key::clientMode).toString());
+}
+
+void SettingsController::loadDefaultConfig(QJsonObject &out)
+{
+    const QString deviceName = hostName();
+    out = Defaults::document(deviceName, generateDefaultNetwork());
+}
+
+QJsonObject SettingsController::generateDefaultNetwork()
+{
+    const QString eth0 = QStringLiteral("eth0");
+    const QString wlan0 = QStringLiteral("wlan0");
+    Defaults::NetworkState state;
+    state.wiredPresent = interfaceExists(eth0) && m_network.getNetworkByInterface(eth0, state.wired);
+    state.wirelessPresent = interfaceExists(wlan0) && m_network.getNetworkByInterface(wlan0, state.wireless);
+    if (state.wirelessPresent) {
+        m_network.GetWifiNetworkList(state.scan);
+        m_network.getActualWifi(state.wireless);
+    }
+    return Defaults::networkSettings(state);
+}
+
+void SettingsController::getRemoteMessage()
+{
+    QFile file(Paths::message());
+    if (!file.open(QIODevice::ReadOnly) || file.size() > messageLimit) {
+        qCWarning(lcController).noquote() << "no message in" << file.fileName();
+        return;
+    }
+    QJsonParseError error;
+    const QJsonDocument message = QJsonDocument::fromJson(file.read(messageLimit), &error);
+    if (!message.isObject())
+        qCWarning(lcController).noquote() << "not a message:" << error.errorString();
+    else
+        takeMessage(message.object());
+}
+
+void SettingsController::takeMessage(const QJsonObject &message)
+{
+    const QString type = message.value(QLatin1String("type")).toString();
+    const QJsonObject content = message.value(type).toObject();
+    if (type == QLatin1String("network status")) {
+        m_networkStatus.takeMessage(content.value(QLatin1String("interface")).toString(),
+                                    content.value(QLatin1String("message")).toString());
+    } else if (type == QLatin1String("dual monitor status")) {
+        const QString status = content.value(QLatin1String("status")).toString();
+        if (status == QLatin1String("add") || status == QLatin1String("remove"))
+            emit dualMonitorChanged(status == QLatin1String("add"));
+    } else if (type == QLatin1String("refresh audio")) {
+        emit audioRefreshRequested();
+    }
+}
+
+void SettingsController::fillProxyParameters(QJsonObject &proxy)
+{
+    m_configuration.readContent();
+    proxy = m_configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
+}
+
+void SettingsController::fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned)
+{
+    const QJsonObject secondary = m_configuration.getDocument()
+                                      .object()
+                                      .value(Key::display)
+                                      .toObject()
+                                      .value(Key::secondary)
+                                      .toObject();
+    const QString position = secondary.value(Key::position).toString();
+    resolution = secondary.value(Key::resolution).toString();
+    atLeft = position == QLatin1String("left") ? 1 : 0;
+    bottomAligned = position == QLatin1String("bottom") ? 1 : 0;
+}

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "app/networkstatus.h"
+#include "config/jsonmodule.h"
+#include "device/networkcontroller.h"
+
+#include <QJsonObject>
+#include <QObject>
+
+class SettingsApp;
+
+/// Owns the configuration document and what watches and changes the device by it, and answers the main window's
+/// questions about both.
+class SettingsController : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Loads the document, writes the defaults where there is none to use, and fills the window. The window outlives
+    /// the controller.
+    explicit SettingsController(SettingsApp *window, QObject *parent = nullptr);
+    ~SettingsController() override;
+
+    JsonModule &configuration();
+    NetworkStatus &networkStatus();
+
+    /// The default "network settings" for what is connected now.
+    QJsonObject generateDefaultNetwork();
+
+public slots:
+    /// The complete factory document for this device. Asks the device's tools.
+    void loadDefaultConfig(QJsonObject &out);
+    /// Reads the message file that a device script has written and does what it says. A file that is missing or
+    /// malformed changes nothing.
+    void getRemoteMessage();
+    /// The stored proxy, as the launcher asks for it.
+    void fillProxyParameters(QJsonObject &proxy);
+    /// The stored second display: `atLeft` and `bottomAligned` are 1 where its position says so, else 0.
+    void fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned);
+
+signals:
+    /// The sound devices are to be read again.
+    void audioRefreshRequested();
+    /// A second display has come or gone.
+    void dualMonitorChanged(bool inUse);
+
+private:
+    void loadConfiguration();
+    void connectWindow();
+    void connectNetworkStatus();
+    void takeMessage(const QJsonObject &message);
+
+    SettingsApp *m_window;
+    JsonModule m_configuration;
+    QJsonObject m_defaults;
+    NetworkController m_network;
+    NetworkStatus m_networkStatus;
+};
