@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+// The sub-commands of kt-lab. Each reads the program's command line itself and returns the exit status.
+int makeRootCommand();
+int cableCommand();
+int wifiCommand();
+int faultCommand();
+int messageCommand();
+int callsCommand();
+int corvidServerCommand();

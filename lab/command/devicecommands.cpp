@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "command/commands.h"
+#include "command/labcommand.h"
+#include "lab-device/faults.h"
+#include "lab-device/output.h"
+#include "lab-device/wifiair.h"
+
+#include <QFile>
+
+#include <csignal>
+
+namespace {
+void writeFile(const LabCommand &command, const QString &path, const QString &text)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(text.toUtf8()) < 0)
+        command.fail(QStringLiteral("cannot write %1").arg(path));
+}
+
+int listWifi(const WifiAir &air)
+{
+    const QString current = air.currentSsid();
+    const QJsonArray networks = air.networks();
+    for (const QJsonValue &value : networks) {
+        const QJsonObject network = value.toObject();
+        const QString ssid = network.value(QLatin1String("ssid")).toString();
+        const bool hidden = network.value(QLatin1String("hidden")).toBool();
+        printLine(QStringLiteral("%1 %2 %3% %4%5")
+                      .arg(ssid == current ? QLatin1Char('*') : QLatin1Char(' '))
+                      .arg(ssid, -20)
+                      .arg(network.value(QLatin1String("signal strength")).toInt(), 3)
+                      .arg(network.value(QLatin1String("authentication")).toString(),
+                           hidden ? QStringLiteral(" (hidden)") : QString()));
+    }
+    return 0;
+}
+
+qint64 programId(const LabCommand &command, const DeviceRoot &root)
+{
+    QString text = command.value(QStringLiteral("pid"));
+    QFile file(root.labFile(QStringLiteral("kt964.pid")));
+    if (text.isEmpty() && file.open(QIODevice::ReadOnly))
+        text = QString::fromLatin1(file.readAll()).trimmed();
+    const int id = text.toInt();
+    if (id <= 1)
+        command.fail(
+            QStringLiteral("no process to signal: give --pid, or let %1 hold its id").arg(file.fileName()));
+    return id;
+}
+} // namespace
+
+int cableCommand()
+{
+    LabCommand command(QStringLiteral("cable"),
+                       QStringLiteral("Plugs or unplugs the device's network cable."));
+    command.addArgument(QStringLiteral("plug|unplug"), QStringLiteral("What to do."));
+    command.addRootOption();
+    command.process(1, 1);
+    const QString action = command.argument(0);
+    if (action != QLatin1String("plug") && action != QLatin1String("unplug"))
+        command.fail(QStringLiteral("plug or unplug, not %1").arg(action));
+    return command.root().setState(QStringLiteral("cable"), action + QStringLiteral("ged")) ? 0 : 1;
+}
+
+int wifiCommand()
+{
+    LabCommand command(QStringLiteral("wifi"),
+                       QStringLiteral("Shows the wireless networks, or changes the device's association."));
+    command.addArgument(QStringLiteral("list|associate|leave"), QStringLiteral("What to do."));
+    command.addArgument(QStringLiteral("[SSID]"), QStringLiteral("The network to associate with."));
+    command.addOption(QStringLiteral("no-address"),
+                      QStringLiteral("Associates, but gives the device no address."));
+    command.addRootOption();
+    command.process(1, 2);
+    const WifiAir air(command.root());
+    const QString action = command.argument(0);
+    if (action == QLatin1String("list"))
+        return listWifi(air);
+    if (action == QLatin1String("leave"))
+        air.leave();
+    else if (action != QLatin1String("associate"))
+        command.fail(QStringLiteral("list, associate or leave, not %1").arg(action));
+    else if (!air.associate(command.argument(1), !command.isSet(QStringLiteral("no-address"))))
+        command.fail(QStringLiteral("no network named '%1'").arg(command.argument(1)));
+    return 0;
+}
+
+int faultCommand()
+{
+    const QString kinds = faultKinds().join(QStringLiteral("|"));
+    LabCommand command(QStringLiteral("fault"),
+                       QStringLiteral("Lets a device tool misbehave from its next call on."));
+    command.addArgument(QStringLiteral("NAME"),
+                        QStringLiteral("The tool, or TOOL.ARGUMENT for its calls with that first argument."));
+    command.addArgument(kinds + QStringLiteral("|none"), QStringLiteral("The fault; none ends it."));
+    command.addArgument(QStringLiteral("[NUMBER]"),
+                        QStringLiteral("Exit status of exit, milliseconds of slow."));
+    command.addRootOption();
+    command.process(2, 3);
+    const QString path = command.root().labFile(QStringLiteral("faults/") + command.argument(0));
+    if (command.argument(1) == QLatin1String("none"))
+        return !QFile::exists(path) || QFile::remove(path) ? 0 : 1;
+    if (!faultKinds().contains(command.argument(1)))
+        command.fail(QStringLiteral("%1 or none, not %2").arg(kinds, command.argument(1)));
+    writeFile(command, path, command.arguments().mid(1).join(QLatin1Char(' ')) + QLatin1Char('\n'));
+    return 0;
+}
+
+int messageCommand()
+{
+    LabCommand command(QStringLiteral("message"),
+                       QStringLiteral("Writes tmp/msg.json and sends SIGUSR1 to the program."));
+    command.addArgument(QStringLiteral("JSON"), QStringLiteral("The message; written as it is."));
+    command.addOption(QStringLiteral("pid"),
+                      QStringLiteral("The program's process id; else lab/kt964.pid holds it."),
+                      QStringLiteral("ID"));
+    command.addRootOption();
+    command.process(1, 1);
+    const DeviceRoot root = command.root();
+    writeFile(command, root.file(QStringLiteral("/tmp/msg.json")), command.argument(0) + QLatin1Char('\n'));
+    const qint64 id = programId(command, root);
+    if (::kill(static_cast<pid_t>(id), SIGUSR1) != 0)
+        command.fail(QStringLiteral("there is no process %1").arg(id));
+    return 0;
+}

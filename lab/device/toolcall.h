@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "lab-device/deviceroot.h"
+
+#include <QStringList>
+
+// One call of a device tool.
+struct ToolCall
+{
+    DeviceRoot root;
+    QString name;
+    QStringList arguments;
+
+    QString argument(int index) const { return arguments.value(index); }
+
+    // The most specific of the files NAME.FIRST.SECOND, NAME.FIRST and NAME in a folder of the lab, FIRST and
+    // SECOND being the call's arguments; empty when there is none.
+    QString fileAbout(const QString &labFolder) const;
+};

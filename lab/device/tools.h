@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "lab-device/toolcall.h"
+
+// The stand-ins that do more than record the call. Each takes the call and returns the exit status.
+int runNetworkConfig(const ToolCall &call);
+int runCheckGateway(const ToolCall &call);
+int runIpSettings(const ToolCall &call);
+int runRoute(const ToolCall &call);
+int runCheckWifi(const ToolCall &call);
+int runEnterpriseWifi(const ToolCall &call);
+int runSetHostname(const ToolCall &call);
+int runHostname(const ToolCall &call);
+int runLulling(const ToolCall &call);
+int runSudo(const ToolCall &call);
+int runPkill(const ToolCall &call);
