@@ -28,10 +28,10 @@ QJsonObject desktop(const Session &session)
     if (session.secondaryAtLeft) {
         // The client works out the second display's size and alignment by itself.
         result.insert(QStringLiteral("secondary"),
-                      QJsonObject {{QStringLiteral("width"), 0},
-                                   {QStringLiteral("height"), 0},
-                                   {QStringLiteral("at_left"), *session.secondaryAtLeft},
-                                   {QStringLiteral("bottom_aligned"), 0}});
+                      QJsonObject{{QStringLiteral("width"), 0},
+                                  {QStringLiteral("height"), 0},
+                                  {QStringLiteral("at_left"), *session.secondaryAtLeft},
+                                  {QStringLiteral("bottom_aligned"), 0}});
     }
     return result;
 }
@@ -49,7 +49,7 @@ void setKioskAutoLogin(QJsonObject &server, const QJsonObject &configuration)
     server.insert(QStringLiteral("path"), application.value(Key::path).toString());
 }
 
-}
+} // namespace
 
 QString proxyUrl(const QJsonObject &proxy)
 {
@@ -80,9 +80,9 @@ QJsonObject describe(const Session &session, const QJsonObject &configuration)
                               {QStringLiteral("UserDeviceName"), device},
                               {QStringLiteral("proxy_url"), proxyUrl(session.proxy)}};
     return {{QStringLiteral("zClient"),
-             QJsonObject {{QStringLiteral("desktop"), desktop(session)},
-                          {QStringLiteral("server"), server},
-                          {QStringLiteral("misc"), misc}}}};
+             QJsonObject{{QStringLiteral("desktop"), desktop(session)},
+                         {QStringLiteral("server"), server},
+                         {QStringLiteral("misc"), misc}}}};
 }
 
 void write(const QString &path, const QJsonObject &description)
@@ -105,4 +105,4 @@ Verdict classify(const QByteArray &status)
     return explained ? Verdict::ConnectionFailed : Verdict::ConnectionError;
 }
 
-}
+} // namespace ConnectionFile

@@ -10,8 +10,8 @@
 
 #include <optional>
 
-/// The two files by which the launcher and the session client talk: the description of a session and its outcome.
-/// docs/session-client.md describes both.
+/// The two files by which the launcher and the session client talk: the description of a session and its
+/// outcome. docs/session-client.md describes both.
 namespace ConnectionFile {
 
 /// What a session's description is made of, beside the configuration document.
@@ -19,15 +19,16 @@ struct Session
 {
     QString address;
     bool autoDisconnect = false; ///< nobody waits for an explanation of a failure
-    QSize screen; ///< of the primary screen, in pixels
-    std::optional<int> secondaryAtLeft; ///< set while a second display is in use; 1 when it stands on the left
-    QJsonObject proxy; ///< "network settings"/"proxy"
+    QSize screen;                ///< of the primary screen, in pixels
+    std::optional<int>
+        secondaryAtLeft; ///< set while a second display is in use; 1 when it stands on the left
+    QJsonObject proxy;   ///< "network settings"/"proxy"
 };
 
 /// How a session ended.
 enum class Verdict {
     NoError = 0,
-    ConnectionError = 1, ///< the user is told to check the address
+    ConnectionError = 1,  ///< the user is told to check the address
     ConnectionFailed = 2, ///< the client has explained itself
 };
 
@@ -40,4 +41,4 @@ void write(const QString &path, const QJsonObject &description);
 /// The verdict in the content of a status file; text that does not parse is a status other than 6.
 Verdict classify(const QByteArray &status);
 
-}
+} // namespace ConnectionFile

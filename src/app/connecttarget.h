@@ -20,7 +20,7 @@ struct ConnectTarget
 {
     QString type; ///< "server" or "group"
     QString name;
-    QString address; ///< of a server
+    QString address;              ///< of a server
     QVector<ServerEntry> members; ///< of a group
 
     bool isGroup() const { return type == ItemType::group; }

@@ -27,7 +27,7 @@ QItemSelectionModel::SelectionFlags oneRow()
     return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 }
 
-}
+} // namespace
 
 CorvidPage::CorvidPage(QWidget *parent)
     : QWidget(parent)
@@ -72,15 +72,15 @@ void CorvidPage::setUpLists()
             emit targetChanged();
         });
     }
-    connect(m_ui->groupServerTreeView, &GroupServerTreeView::updateParent, this, &CorvidPage::updateGreenFrame);
+    connect(m_ui->groupServerTreeView, &GroupServerTreeView::updateParent, this,
+            &CorvidPage::updateGreenFrame);
     connect(m_ui->groupServerTreeView->verticalScrollBar(), &QScrollBar::valueChanged, this,
             &CorvidPage::groupSliderValueChanged);
 }
 
 void CorvidPage::selectOnly(QWidget *view)
 {
-    GroupServerTreeView *other
-        = view == m_ui->detectedView ? m_ui->groupServerTreeView : m_ui->detectedView;
+    GroupServerTreeView *other = view == m_ui->detectedView ? m_ui->groupServerTreeView : m_ui->detectedView;
     other->clearSelection();
     other->setCurrentIndex(QModelIndex());
 }
@@ -182,9 +182,11 @@ std::optional<ConnectTarget> CorvidPage::target() const
         item = m_detected.item(m_ui->detectedView->currentIndex());
     if (!item || item->isHeading())
         return std::nullopt;
-    ConnectTarget target {item->getValue(Item::Type), item->getValue(Item::Name), item->getValue(Item::Address), {}};
+    ConnectTarget target{
+        item->getValue(Item::Type), item->getValue(Item::Name), item->getValue(Item::Address), {}};
     for (int member = 0; member < item->childCount(); ++member)
-        target.members += {item->child(member)->getValue(Item::Name), item->child(member)->getValue(Item::Address)};
+        target.members
+            += {item->child(member)->getValue(Item::Name), item->child(member)->getValue(Item::Address)};
     return target;
 }
 

@@ -22,8 +22,8 @@ namespace Ui {
 class CorvidPage;
 }
 
-/// The launcher's page for Corvid servers: the configured groups, the servers found on the network, and an address
-/// typed by hand. At most one row of the two lists is selected.
+/// The launcher's page for Corvid servers: the configured groups, the servers found on the network, and an
+/// address typed by hand. At most one row of the two lists is selected.
 class CorvidPage : public QWidget
 {
     Q_OBJECT

@@ -6,8 +6,8 @@
 #include <QObject>
 #include <QTimer>
 
-/// Counts down in whole seconds from 5 to 0, shows 0 for a second as well, and then says that it has elapsed: six
-/// ticks after the start.
+/// Counts down in whole seconds from 5 to 0, shows 0 for a second as well, and then says that it has elapsed:
+/// six ticks after the start.
 class Countdown : public QObject
 {
     Q_OBJECT

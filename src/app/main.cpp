@@ -7,6 +7,7 @@
 #include "app/unixsignalhandler.h"
 
 #include <QApplication>
+#include <QScreen>
 
 int main(int argc, char *argv[])
 {
@@ -24,9 +25,12 @@ int main(int argc, char *argv[])
     UnixSignalHandler::instance()->setController(&controller);
 
     // In the lab the program is one window among others of somebody's desktop.
-    if (qEnvironmentVariableIsSet("KT_WINDOWED"))
+    if (qEnvironmentVariableIsSet("KT_WINDOWED")) {
         window.show();
-    else
+    } else {
+        // Without a window manager nobody else gives the window the size of the screen.
+        window.setGeometry(QGuiApplication::primaryScreen()->geometry());
         window.showFullScreen();
+    }
     return QApplication::exec();
 }

@@ -27,7 +27,7 @@ const QString red = QStringLiteral(":/images/network_indicator_red.png");
 
 constexpr int fullSignal = 100;
 
-}
+} // namespace
 
 NetworkStatus::NetworkStatus(NetworkController &network, JsonModule &configuration, QObject *parent)
     : QObject(parent)
@@ -205,7 +205,8 @@ void NetworkStatus::takeAddressOff()
     const QString line = QStringLiteral("%1:::%2<2>")
                              .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")),
                                   m_configuredBroadcastAddress);
-    Commands::runShell(QStringLiteral("echo \"%1\" >> %2").arg(line, Commands::quoted(Paths::broadcastLog())));
+    Commands::runShell(
+        QStringLiteral("echo \"%1\" >> %2").arg(line, Commands::quoted(Paths::broadcastLog())));
     m_pluggedCorrect = true;
     if (m_configuredIpAddress.isEmpty())
         return;

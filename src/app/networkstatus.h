@@ -13,17 +13,17 @@ class NetworkProperty;
 
 /// Watches the wired and the wireless link and says what the screen should show of them.
 ///
-/// Two small state machines, one a link, are driven by three timers, by the outcome of joining a Wi-Fi network and
-/// by the messages of the device's scripts. The queries block, as `NetworkController` says.
+/// Two small state machines, one a link, are driven by three timers, by the outcome of joining a Wi-Fi
+/// network and by the messages of the device's scripts. The queries block, as `NetworkController` says.
 class NetworkStatus : public QObject
 {
     Q_OBJECT
 
 public:
     enum class Link {
-        Present = 1, ///< "link": a cable or an access point, no usable address yet
+        Present = 1,   ///< "link": a cable or an access point, no usable address yet
         Connected = 2, ///< "connected"
-        Absent = 3, ///< "no link"
+        Absent = 3,    ///< "no link"
     };
 
     static constexpr int pollMs = 5000;
@@ -93,7 +93,8 @@ private:
     Link m_wiredState = Link::Absent;
     Link m_wirelessState = Link::Absent;
 
-    // While the cable is out its address is off the interface, so that nothing keeps routing through a dead link.
+    // While the cable is out its address is off the interface, so that nothing keeps routing through a dead
+    // link.
     QString m_configuredIpAddress;
     QString m_configuredBroadcastAddress;
     int m_configuredPrefix = 0;

@@ -27,4 +27,4 @@ void apply(QApplication &application)
         application.setStyleSheet(QString::fromUtf8(sheet.readAll()));
 }
 
-}
+} // namespace Resources

@@ -11,4 +11,4 @@ namespace Resources {
 /// Registers the bundle and gives the application its style sheet, font and icon.
 void apply(QApplication &application);
 
-}
+} // namespace Resources

@@ -14,7 +14,7 @@ ServerEntry entry(const QJsonObject &server)
     return {server.value(Key::serverName).toString(), server.value(Key::serverAddress).toString()};
 }
 
-}
+} // namespace
 
 QVector<ServerEntry> members(const QJsonObject &group)
 {
@@ -61,4 +61,4 @@ Item *row(const QJsonObject &group)
     return item;
 }
 
-}
+} // namespace ServerGroups

@@ -8,8 +8,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
-/// Reading "server groups" and the auto-connect target from the configuration document. Entries of another type
-/// than the document's schema says read as empty.
+/// Reading "server groups" and the auto-connect target from the configuration document. Entries of another
+/// type than the document's schema says read as empty.
 namespace ServerGroups {
 
 /// The members of one group object, in the order in which it lists them.
@@ -23,4 +23,4 @@ Item *row(const QJsonObject &group);
 /// A server as a list row. The caller owns it.
 Item *serverRow(const ServerEntry &server, const QString &icon);
 
-}
+} // namespace ServerGroups

@@ -21,7 +21,7 @@ constexpr qint64 statusLimit = 1024 * 1024;
 constexpr int longestLogLine = 500;
 constexpr int endTimeMs = 3000;
 
-}
+} // namespace
 
 SessionLauncher::SessionLauncher(QObject *parent)
     : QObject(parent)
@@ -71,7 +71,7 @@ void SessionLauncher::connectTo(const ConnectTarget &target)
         return;
     m_group = target.isGroup() ? target.members : QVector<ServerEntry>();
     m_member = 0;
-    const ServerEntry first = target.isGroup() ? m_group.value(0) : ServerEntry {target.name, target.address};
+    const ServerEntry first = target.isGroup() ? m_group.value(0) : ServerEntry{target.name, target.address};
     createConnectionFile(first.address, target.isGroup());
     startConnection(first.name.isEmpty() ? first.address : first.name);
 }
@@ -145,7 +145,8 @@ ConnectionFile::Verdict SessionLauncher::connectionError() const
     QFile status(Paths::connectionStatus());
     if (!status.exists())
         return ConnectionFile::Verdict::NoError;
-    return ConnectionFile::classify(status.open(QIODevice::ReadOnly) ? status.read(statusLimit) : QByteArray());
+    return ConnectionFile::classify(status.open(QIODevice::ReadOnly) ? status.read(statusLimit)
+                                                                     : QByteArray());
 }
 
 void SessionLauncher::finish(ConnectionFile::Verdict verdict)

@@ -13,8 +13,9 @@
 
 class JsonModule;
 
-/// The life of a remote-desktop session: the description is written, the client started, and at its end the verdict
-/// read. A group's members are tried in their order until one lets the user in. At most one client runs.
+/// The life of a remote-desktop session: the description is written, the client started, and at its end the
+/// verdict read. A group's members are tried in their order until one lets the user in. At most one client
+/// runs.
 class SessionLauncher : public QObject
 {
     Q_OBJECT
@@ -31,8 +32,8 @@ public:
     bool isRunning() const;
     QString currentServerAddress() const;
 
-    /// Connects to a server, or walks a group from its first member. A group without members is for the caller to
-    /// refuse. Nothing happens while a client runs.
+    /// Connects to a server, or walks a group from its first member. A group without members is for the
+    /// caller to refuse. Nothing happens while a client runs.
     void connectTo(const ConnectTarget &target);
 
     void createConnectionFile(const QString &address, bool autoDisconnect);

@@ -50,7 +50,7 @@ void setIcon(QAbstractButton *button, const char *image)
     button->setIconSize(QSize(iconSize, iconSize));
 }
 
-}
+} // namespace
 
 SettingsApp::SettingsApp(QWidget *parent)
     : QMainWindow(parent)
@@ -279,9 +279,10 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
 
 void SettingsApp::showConnectionError()
 {
-    GeneralDialog::showError(this, tr("Connection Error"),
-                             tr("The IP address or domain name you entered is not valid or does not have Corvid "
-                                "Pro installed. Please try again."));
+    GeneralDialog::showError(
+        this, tr("Connection Error"),
+        tr("The IP address or domain name you entered is not valid or does not have Corvid "
+           "Pro installed. Please try again."));
 }
 
 void SettingsApp::on_mainStackedWidget_currentChanged(int index)
@@ -362,7 +363,8 @@ void SettingsApp::setWirelessNetworkStatus(const QString &state, int signal)
         stateImage = QStringLiteral("40_vexa_icon_ok.png");
     else
         return;
-    m_ui->wirelessStatusLabel->setStyleSheet(StyleSheets::wirelessIconSheet().arg(signalImage(signal), stateImage));
+    m_ui->wirelessStatusLabel->setStyleSheet(
+        StyleSheets::wirelessIconSheet().arg(signalImage(signal), stateImage));
 }
 
 void SettingsApp::setWiredIconShown(bool shown)

@@ -23,14 +23,15 @@ class SettingsApp;
 
 /// The main window: the launcher that the device's user meets, and the pages around it.
 ///
-/// It owns and connects the launcher's parts. It knows nothing of the settings controller, which is handed the
-/// window and answers its questions.
+/// It owns and connects the launcher's parts. It knows nothing of the settings controller, which is handed
+/// the window and answers its questions.
 class SettingsApp : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// The launcher's connection pages, in the order of their stack; the words of "client mode" in the document.
+    /// The launcher's connection pages, in the order of their stack; the words of "client mode" in the
+    /// document.
     enum class ClientMode { Corvid = 0, Solva = 1, Rdp = 2 };
 
     /// The pages of the main stack.

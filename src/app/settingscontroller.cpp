@@ -33,7 +33,7 @@ QString hostName()
     return name;
 }
 
-}
+} // namespace
 
 SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     : QObject(parent)
@@ -73,13 +73,16 @@ void SettingsController::connectWindow()
 void SettingsController::connectNetworkStatus()
 {
     connect(&m_networkStatus, &NetworkStatus::wiredStatus, m_window, &SettingsApp::setWiredNetworkStatus);
-    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, m_window, &SettingsApp::setWirelessNetworkStatus);
+    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, m_window,
+            &SettingsApp::setWirelessNetworkStatus);
     connect(&m_networkStatus, &NetworkStatus::wiredIconShown, m_window, &SettingsApp::setWiredIconShown);
-    connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, m_window, &SettingsApp::setWirelessIconShown);
+    connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, m_window,
+            &SettingsApp::setWirelessIconShown);
     connect(&m_networkStatus, &NetworkStatus::wiredToolTip, m_window, &SettingsApp::setWiredToolTip);
     connect(&m_networkStatus, &NetworkStatus::wirelessToolTip, m_window, &SettingsApp::setWirelessToolTip);
     connect(&m_networkStatus, &NetworkStatus::busy, m_window, &SettingsApp::setBusy);
-    connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window, &SettingsApp::refreshServerGroups);
+    connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
+            &SettingsApp::refreshServerGroups);
 }
 
 void SettingsController::loadConfiguration()
@@ -148,7 +151,8 @@ void SettingsController::takeMessage(const QJsonObject &message)
 void SettingsController::fillProxyParameters(QJsonObject &proxy)
 {
     m_configuration.readContent();
-    proxy = m_configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
+    proxy
+        = m_configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
 }
 
 void SettingsController::fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned)

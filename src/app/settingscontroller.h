@@ -12,15 +12,15 @@
 
 class SettingsApp;
 
-/// Owns the configuration document and what watches and changes the device by it, and answers the main window's
-/// questions about both.
+/// Owns the configuration document and what watches and changes the device by it, and answers the main
+/// window's questions about both.
 class SettingsController : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Loads the document, writes the defaults where there is none to use, and fills the window. The window outlives
-    /// the controller.
+    /// Loads the document, writes the defaults where there is none to use, and fills the window. The window
+    /// outlives the controller.
     explicit SettingsController(SettingsApp *window, QObject *parent = nullptr);
     ~SettingsController() override;
 
@@ -33,8 +33,8 @@ public:
 public slots:
     /// The complete factory document for this device. Asks the device's tools.
     void loadDefaultConfig(QJsonObject &out);
-    /// Reads the message file that a device script has written and does what it says. A file that is missing or
-    /// malformed changes nothing.
+    /// Reads the message file that a device script has written and does what it says. A file that is missing
+    /// or malformed changes nothing.
     void getRemoteMessage();
     /// The stored proxy, as the launcher asks for it.
     void fillProxyParameters(QJsonObject &proxy);

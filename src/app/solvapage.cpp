@@ -20,6 +20,8 @@ SolvaPage::SolvaPage(QWidget *parent)
 
 void SolvaPage::setBroker(const QString &address)
 {
-    const QString broker = address.isEmpty() ? tr("No SOLVA broker is set up.") : tr("SOLVA broker: %1").arg(address);
-    m_text->setText(broker + QLatin1Char('\n') + tr("Signing in to a broker is not available in this version."));
+    const QString broker
+        = address.isEmpty() ? tr("No SOLVA broker is set up.") : tr("SOLVA broker: %1").arg(address);
+    m_text->setText(broker + QLatin1Char('\n')
+                    + tr("Signing in to a broker is not available in this version."));
 }

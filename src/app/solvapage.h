@@ -6,7 +6,8 @@
 #include <QLabel>
 #include <QWidget>
 
-/// The launcher's page for SOLVA brokers. Signing in to a broker is not part of this version; the page says so.
+/// The launcher's page for SOLVA brokers. Signing in to a broker is not part of this version; the page says
+/// so.
 class SolvaPage : public QWidget
 {
     Q_OBJECT

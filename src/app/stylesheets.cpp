@@ -9,11 +9,12 @@ namespace {
 
 QString menuSheet()
 {
-    return QStringLiteral("QMenu { background-color: rgb(222, 222, 222); color: #2B2D2F; border: 1px solid #A9ADB0;"
-                          " padding: 8px 0px; }"
-                          "QMenu::item { padding: 12px 48px 12px 16px; min-width: 96px; }"
-                          "QMenu::item:selected { background-color: rgb(131, 182, 43); color: #1C2608; }"
-                          "QMenu::icon { padding-left: 16px; }");
+    return QStringLiteral(
+        "QMenu { background-color: rgb(222, 222, 222); color: #2B2D2F; border: 1px solid #A9ADB0;"
+        " padding: 8px 0px; }"
+        "QMenu::item { padding: 12px 48px 12px 16px; min-width: 96px; }"
+        "QMenu::item:selected { background-color: rgb(131, 182, 43); color: #1C2608; }"
+        "QMenu::icon { padding-left: 16px; }");
 }
 
 QString wiredSheet(const char *colour)
@@ -25,10 +26,11 @@ QString wiredSheet(const char *colour)
 
 QString modeButtonSheet(const char *background)
 {
-    return QStringLiteral("QPushButton { background-color: %1; color: white; font: bold 14px; border-radius: 3px;"
-                          " border: 2px solid transparent; padding: 0px 16px; min-height: 36px; }"
-                          "QPushButton:hover { background-color: rgb(101, 161, 23); }"
-                          "QPushButton:focus { border-color: white; }")
+    return QStringLiteral(
+               "QPushButton { background-color: %1; color: white; font: bold 14px; border-radius: 3px;"
+               " border: 2px solid transparent; padding: 0px 16px; min-height: 36px; }"
+               "QPushButton:hover { background-color: rgb(101, 161, 23); }"
+               "QPushButton:focus { border-color: white; }")
         .arg(QLatin1String(background));
 }
 
@@ -40,7 +42,7 @@ QString entrySheet(const char *colour)
         .arg(QLatin1String(colour));
 }
 
-}
+} // namespace
 
 const QString &audioSheet()
 {
@@ -74,9 +76,9 @@ const QString &connectedWiredSheet()
 
 const QString &wirelessIconSheet()
 {
-    static const QString sheet
-        = QStringLiteral("QLabel{background-image: url(:/images/%1); background-position: center;"
-                         " background-repeat: no-repeat; border-image: url(:/images/%2) 0 0 0 0 stretch stretch;}");
+    static const QString sheet = QStringLiteral(
+        "QLabel{background-image: url(:/images/%1); background-position: center;"
+        " background-repeat: no-repeat; border-image: url(:/images/%2) 0 0 0 0 stretch stretch;}");
     return sheet;
 }
 
@@ -104,4 +106,4 @@ const QString &manuallyDesktopSheet_2()
     return sheet;
 }
 
-}
+} // namespace StyleSheets

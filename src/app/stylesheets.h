@@ -8,7 +8,7 @@
 /// The style sheets that change while the program runs. The look as a whole is resources/style.qss.
 namespace StyleSheets {
 
-const QString &audioSheet(); ///< the menus of the audio buttons
+const QString &audioSheet();       ///< the menus of the audio buttons
 const QString &powerButtonSheet(); ///< the menu of the power button
 const QString &noLinkWiredSheet();
 const QString &linkWiredSheet();
@@ -20,4 +20,4 @@ const QString &uncheckedButtonSheet();
 const QString &manuallyDesktopSheet_1(); ///< an active entry
 const QString &manuallyDesktopSheet_2(); ///< an inactive entry
 
-}
+} // namespace StyleSheets

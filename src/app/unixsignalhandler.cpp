@@ -23,7 +23,7 @@ bool openPipe()
     return pipeEnds[0] >= 0 || ::pipe2(pipeEnds, O_NONBLOCK | O_CLOEXEC) == 0;
 }
 
-}
+} // namespace
 
 UnixSignalHandler::UnixSignalHandler()
 {
@@ -62,8 +62,7 @@ void UnixSignalHandler::sigusr1(int)
 void UnixSignalHandler::drain()
 {
     char bytes[256];
-    while (::read(pipeEnds[0], bytes, sizeof bytes) > 0) {
-    }
+    while (::read(pipeEnds[0], bytes, sizeof bytes) > 0) { }
     emit notifyController();
 }
 

@@ -10,9 +10,9 @@ class SettingsController;
 
 /// Turns SIGUSR1, by which device scripts ask for attention, into a call of the settings controller.
 ///
-/// The signal may arrive at any moment, in the middle of an allocation too. The handler therefore only writes a byte
-/// into a pipe; the event loop reads it and emits `notifyController`, so that the controller's work is done there.
-/// Signals that arrive together are told once: the message file holds the last message only.
+/// The signal may arrive at any moment, in the middle of an allocation too. The handler therefore only writes
+/// a byte into a pipe; the event loop reads it and emits `notifyController`, so that the controller's work is
+/// done there. Signals that arrive together are told once: the message file holds the last message only.
 class UnixSignalHandler : public QObject
 {
     Q_OBJECT
@@ -20,8 +20,8 @@ class UnixSignalHandler : public QObject
 public:
     /// The one handler, made on first use and never destroyed.
     static UnixSignalHandler *instance();
-    /// Installs `sigusr1` for SIGUSR1. Needs no application object; a signal that comes before there is one is kept.
-    /// False, with a line on standard error, when it cannot be installed.
+    /// Installs `sigusr1` for SIGUSR1. Needs no application object; a signal that comes before there is one
+    /// is kept. False, with a line on standard error, when it cannot be installed.
     static bool install();
 
     void setController(SettingsController *controller);

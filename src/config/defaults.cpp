@@ -45,8 +45,8 @@ QJsonObject connection()
 {
     QJsonObject brokerAutoconnect = autoconnect();
     brokerAutoconnect.insert(Key::desktop, none);
-    const QJsonObject corvid = {
-        {Key::allowManualAddress, true}, {Key::autoconnect, autoconnect()}, {Key::showAutodetected, true}};
+    const QJsonObject corvid
+        = {{Key::allowManualAddress, true}, {Key::autoconnect, autoconnect()}, {Key::showAutodetected, true}};
     const QJsonObject solva = {{Key::brokerAddress, none},
                                {Key::autoconnect, brokerAutoconnect},
                                {Key::allowCustomBrokers, false},
@@ -61,12 +61,12 @@ QJsonObject display()
     // "landspace" is what devices in the field hold and what consoles compare with.
     return {{Key::multiMonitorMode, QStringLiteral("extend")},
             {Key::primary,
-             QJsonObject {{Key::orientation, QStringLiteral("landscape")}, {Key::resolution, automatic}}},
+             QJsonObject{{Key::orientation, QStringLiteral("landscape")}, {Key::resolution, automatic}}},
             {Key::screenSaverTimeout, 20},
             {Key::secondary,
-             QJsonObject {{Key::orientation, QStringLiteral("landspace")},
-                          {Key::position, QStringLiteral("right")},
-                          {Key::resolution, automatic}}}};
+             QJsonObject{{Key::orientation, QStringLiteral("landspace")},
+                         {Key::position, QStringLiteral("right")},
+                         {Key::resolution, automatic}}}};
 }
 
 QJsonObject firmware()
@@ -110,7 +110,10 @@ QJsonObject autologon()
 
 QJsonObject dns()
 {
-    return {{Key::type, dhcp}, {QStringLiteral("dns1"), none}, {QStringLiteral("dns2"), none}, {Key::domain, none}};
+    return {{Key::type, dhcp},
+            {QStringLiteral("dns1"), none},
+            {QStringLiteral("dns2"), none},
+            {Key::domain, none}};
 }
 
 void insertAddresses(QJsonObject &object, const QString &ipKey, const QString &ip, const QString &mask,
@@ -143,7 +146,7 @@ void insertAssociation(QJsonObject &wlan, const NetworkState &state)
     wlan.insert(QStringLiteral("encryption"), known ? found->encrypt : QStringLiteral("auto"));
 }
 
-}
+} // namespace
 
 QJsonObject noServer()
 {
@@ -224,38 +227,30 @@ QJsonObject wirelessInterface(const NetworkState &state)
                     isStatic ? state.wireless.netmask() : none, isStatic ? state.wireless.gateway() : none);
     wlan.insert(QStringLiteral("advanced security"), QStringLiteral("auto"));
     wlan.insert(QStringLiteral("authentication method"), QStringLiteral("peap"));
-    for (const char *key : {"passphrase", "user name", "user password", "ca certificate", "pkcs12 certificate",
-                            "pkcs12 password"})
+    for (const char *key : {"passphrase", "user name", "user password", "ca certificate",
+                            "pkcs12 certificate", "pkcs12 password"})
         wlan.insert(QLatin1String(key), none);
     return wlan;
 }
 
 QJsonObject networkSettings(const NetworkState &state)
 {
-    const QJsonObject interfaces
-        = {{Key::eth, wiredInterface(state.wiredPresent, state.wired)}, {Key::wlan, wirelessInterface(state)}};
+    const QJsonObject interfaces = {{Key::eth, wiredInterface(state.wiredPresent, state.wired)},
+                                    {Key::wlan, wirelessInterface(state)}};
     return {{Key::interfaces, interfaces}, {Key::dns, dns()}, {Key::proxy, proxy()}};
 }
 
 QJsonObject document(const QString &deviceName, const QJsonObject &networkSettings)
 {
-    return {{Key::firmwareInfo, firmwareInfo()},
-            {Key::keyboard, keyboard()},
-            {Key::appAutostart, appAutostart()},
-            {Key::audio, audio()},
-            {Key::connection, connection()},
-            {Key::display, display()},
-            {Key::firmware, firmware()},
-            {Key::general, general(deviceName)},
-            {Key::mainWindow, mainWindow()},
-            {Key::redirection, redirection()},
-            {Key::autologon, autologon()},
-            {Key::management, management()},
-            {Key::dateTime, dateTime()},
-            {Key::security, security()},
-            {Key::shadowing, shadowing()},
-            {Key::serverGroups, QJsonArray()},
+    return {{Key::firmwareInfo, firmwareInfo()}, {Key::keyboard, keyboard()},
+            {Key::appAutostart, appAutostart()}, {Key::audio, audio()},
+            {Key::connection, connection()},     {Key::display, display()},
+            {Key::firmware, firmware()},         {Key::general, general(deviceName)},
+            {Key::mainWindow, mainWindow()},     {Key::redirection, redirection()},
+            {Key::autologon, autologon()},       {Key::management, management()},
+            {Key::dateTime, dateTime()},         {Key::security, security()},
+            {Key::shadowing, shadowing()},       {Key::serverGroups, QJsonArray()},
             {Key::network, networkSettings}};
 }
 
-}
+} // namespace Defaults

@@ -45,4 +45,4 @@ QJsonObject shadowing();
 QJsonObject proxy();
 QJsonObject noServer(); ///< the server of an auto-connect object that names none
 
-}
+} // namespace Defaults

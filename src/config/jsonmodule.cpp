@@ -44,7 +44,8 @@ bool writeWhole(int descriptor, const QByteArray &text)
     return true;
 }
 
-/// Room for the new text is reserved before the first byte of the old one is touched: a full disk loses nothing.
+/// Room for the new text is reserved before the first byte of the old one is touched: a full disk loses
+/// nothing.
 bool reserve(int descriptor, qint64 oldSize, qint64 newSize)
 {
     if (newSize <= oldSize)
@@ -65,13 +66,12 @@ bool replaceContent(int descriptor, const QByteArray &text)
         && ::ftruncate(descriptor, text.size()) == 0 && ::fsync(descriptor) == 0;
 }
 
-}
+} // namespace
 
 JsonModule::JsonModule(const QString &fileName, bool inStateDirectory, QObject *parent)
     : QObject(parent)
     , m_filePath(inStateDirectory ? Paths::stateDirectory() + fileName : fileName)
-{
-}
+{ }
 
 QJsonDocument &JsonModule::getDocument()
 {

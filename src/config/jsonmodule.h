@@ -11,22 +11,23 @@
 
 /// The holder of one JSON document and its file: indented UTF-8 text, read whole and written whole.
 ///
-/// The held document is a cache. Whoever needs the file's present state calls `readContent` first; whoever changes
-/// something hands the whole root object to `setObject`, which is on disk when it returns.
+/// The held document is a cache. Whoever needs the file's present state calls `readContent` first; whoever
+/// changes something hands the whole root object to `setObject`, which is on disk when it returns.
 class JsonModule : public QObject
 {
     Q_OBJECT
 
 public:
-    /// With `inStateDirectory` the file stands in the device's state directory, otherwise where `fileName` says.
-    /// Nothing is read yet.
+    /// With `inStateDirectory` the file stands in the device's state directory, otherwise where `fileName`
+    /// says. Nothing is read yet.
     JsonModule(const QString &fileName, bool inStateDirectory, QObject *parent = nullptr);
 
     QJsonDocument &getDocument();
     QString filePath() const;
     /// The held document as indented text.
     QString getJsonString() const;
-    /// Replaces the held document by the parse of `text`, a null document when it does not parse. Nothing is written.
+    /// Replaces the held document by the parse of `text`, a null document when it does not parse. Nothing is
+    /// written.
     void setJsonString(const QByteArray &text);
     /// Stores the factory defaults, which a document that is beyond use is replaced by.
     void getParameters(const QJsonObject &defaults);

@@ -113,4 +113,4 @@ inline constexpr QLatin1String type("type");
 inline constexpr QLatin1String domain("domain");
 inline constexpr QLatin1String password("password");
 
-}
+} // namespace Key

@@ -20,7 +20,8 @@ QProcessEnvironment environment()
     if (!Paths::root().isEmpty()) {
         const QString tools = Paths::onDevice(QStringLiteral("/usr/bin")) + QLatin1Char(':')
             + Paths::onDevice(QStringLiteral("/usr/sbin"));
-        result.insert(QStringLiteral("PATH"), tools + QLatin1Char(':') + result.value(QStringLiteral("PATH")));
+        result.insert(QStringLiteral("PATH"),
+                      tools + QLatin1Char(':') + result.value(QStringLiteral("PATH")));
     }
     return result;
 }
@@ -73,7 +74,8 @@ QByteArray query(const QString &program, const QStringList &arguments, int limit
 
 QString quoted(const QString &value)
 {
-    static const QRegularExpression plainWord(QStringLiteral("\\A[A-Za-z0-9_./:@%+,=][A-Za-z0-9_./:@%+,=-]*\\z"));
+    static const QRegularExpression plainWord(
+        QStringLiteral("\\A[A-Za-z0-9_./:@%+,=][A-Za-z0-9_./:@%+,=-]*\\z"));
     if (plainWord.match(value).hasMatch())
         return value;
     QString escaped = value;
@@ -84,9 +86,10 @@ QString quoted(const QString &value)
 QString line(const QString &program, const QString &arguments, bool asRoot)
 {
     QString result = asRoot ? QStringLiteral("sudo ") : QString();
-    // The device root is a path of the lab or of a test and may hold blanks; a device path never needs quotes.
+    // The device root is a path of the lab or of a test and may hold blanks; a device path never needs
+    // quotes.
     result += quoted(Paths::onDevice(program));
     return arguments.isEmpty() ? result : result + QLatin1Char(' ') + arguments;
 }
 
-}
+} // namespace Commands

@@ -13,4 +13,4 @@ void print(const QString &line)
     std::fflush(stdout);
 }
 
-}
+} // namespace Diagnostics

@@ -5,10 +5,11 @@
 
 #include <QString>
 
-/// The short lines on standard output by which an administrator at a terminal, and a script, follow the program.
+/// The short lines on standard output by which an administrator at a terminal, and a script, follow the
+/// program.
 namespace Diagnostics {
 
 /// Prints one line.
 void print(const QString &line);
 
-}
+} // namespace Diagnostics

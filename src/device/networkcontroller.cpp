@@ -68,12 +68,11 @@ WifiItem scannedNetwork(const QJsonObject &entry)
     return item;
 }
 
-}
+} // namespace
 
 NetworkController::NetworkController(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 NetworkController::~NetworkController() = default;
 
@@ -191,8 +190,8 @@ bool NetworkController::getNetworkByInterface(const QString &interface, NetworkP
 
 void NetworkController::networkAdditionalParameters(NetworkProperty &property)
 {
-    property.setGateway(
-        gatewayFromRoutes(QString::fromLocal8Bit(Commands::query(QStringLiteral("route"), {QStringLiteral("-n")}))));
+    property.setGateway(gatewayFromRoutes(
+        QString::fromLocal8Bit(Commands::query(QStringLiteral("route"), {QStringLiteral("-n")}))));
     QFile resolvConf(Paths::nameServers());
     const bool readable = resolvConf.open(QIODevice::ReadOnly);
     readNameServers(readable ? resolvConf.read(Commands::outputLimit) : QByteArray(), property);
@@ -201,8 +200,7 @@ void NetworkController::networkAdditionalParameters(NetworkProperty &property)
 QString NetworkController::gatewayFromRoutes(const QString &routes)
 {
     // Two heading lines, then the kernel's table in its order: its first route is the default route.
-    const QStringList fields
-        = routes.split(QLatin1Char('\n')).value(2).simplified().split(QLatin1Char(' '));
+    const QStringList fields = routes.split(QLatin1Char('\n')).value(2).simplified().split(QLatin1Char(' '));
     return fields.value(1);
 }
 
@@ -250,9 +248,9 @@ bool NetworkController::connectToWifi(const WifiItem &item)
 {
     const QString caPath = item.caCert.isEmpty() ? QString() : Paths::caCertificates() + item.caCert;
     return startWifi(QStringLiteral("/usr/bin/kt-enterprise-wifi"),
-                     {item.essid(), item.userName, item.authenticationMethod, item.encrypt, item.advancedSecurity,
-                      flag(item.hidden), caPath, item.clientCert + QLatin1String(".p12"), item.userPassword,
-                      item.clientCertPassword});
+                     {item.essid(), item.userName, item.authenticationMethod, item.encrypt,
+                      item.advancedSecurity, flag(item.hidden), caPath,
+                      item.clientCert + QLatin1String(".p12"), item.userPassword, item.clientCertPassword});
 }
 
 NetworkController::WifiResult NetworkController::wifiResult() const
@@ -281,7 +279,8 @@ bool NetworkController::startWifi(const QString &program, const QStringList &arg
 
 void NetworkController::readWifiStatus(QProcess *process)
 {
-    while (process->canReadLine() || (process->state() == QProcess::NotRunning && process->bytesAvailable() > 0)) {
+    while (process->canReadLine()
+           || (process->state() == QProcess::NotRunning && process->bytesAvailable() > 0)) {
         QByteArray line = process->readLine();
         if (line.endsWith('\n'))
             line.chop(1);

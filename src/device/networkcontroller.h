@@ -13,8 +13,8 @@
 /// The one class that knows the network tools: their command lines, and how to read what they print.
 ///
 /// Commands block until the tool has ended and tell nothing of its outcome. Queries block for at most
-/// `Commands::timeLimitMs`; a tool that is missing, hangs or prints something else reads as "false", or as empty
-/// fields. Joining a Wi-Fi network is asynchronous.
+/// `Commands::timeLimitMs`; a tool that is missing, hangs or prints something else reads as "false", or as
+/// empty fields. Joining a Wi-Fi network is asynchronous.
 class NetworkController : public QObject
 {
     Q_OBJECT
@@ -45,21 +45,22 @@ public:
     bool isEthernetConnected();
     /// Fills the network's name and signal quality. False when no access point is associated.
     bool getActualWifi(NetworkProperty &property);
-    /// Fills everything but the Wi-Fi members. False for a name other than "eth0" and "wlan0", which changes nothing.
+    /// Fills everything but the Wi-Fi members. False for a name other than "eth0" and "wlan0", which changes
+    /// nothing.
     bool getNetworkByInterface(const QString &interface, NetworkProperty &property);
     /// Appends every network of a new scan, strongest first.
     void GetWifiNetworkList(QList<WifiItem> &list);
 
-    /// Joins an open network (empty key) or one with a pass phrase. Always answers false: `setWifiStatus` tells how
-    /// it went.
+    /// Joins an open network (empty key) or one with a pass phrase. Always answers false: `setWifiStatus`
+    /// tells how it went.
     bool connectToWifi(const QString &ssid, const QString &key, bool hidden);
     /// Joins an 802.1x network. Always answers false, as above.
     bool connectToWifi(const WifiItem &item);
     WifiResult wifiResult() const;
 
     /// The command line of `setIpConfigure`.
-    static QString ipSettingsLine(const QString &interface, const QString &address, int prefixLength, bool add,
-                                  const QString &broadcast);
+    static QString ipSettingsLine(const QString &interface, const QString &address, int prefixLength,
+                                  bool add, const QString &broadcast);
     /// The gateway column of the first route in the output of "route -n"; empty when there is none.
     static QString gatewayFromRoutes(const QString &routes);
     /// The first two name servers of a resolv.conf go into `dns1` and `dns2`.

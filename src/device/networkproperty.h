@@ -18,8 +18,7 @@ public:
         , m_dns1(dns1)
         , m_dns2(dns2)
         , m_useStaticDns(useStaticDns)
-    {
-    }
+    { }
 
     QString ip() const { return m_ip; }
     void setIp(const QString &ip) { m_ip = ip; }

@@ -86,4 +86,4 @@ QString client()
     return clientDirectory() + QLatin1String("zClient");
 }
 
-}
+} // namespace Paths

@@ -5,8 +5,8 @@
 
 #include <QString>
 
-/// Every absolute path of the device. All of them stand under the device root, which is empty on a device and the
-/// folder named by the environment variable KT_DEVICE_ROOT in the lab and in tests.
+/// Every absolute path of the device. All of them stand under the device root, which is empty on a device and
+/// the folder named by the environment variable KT_DEVICE_ROOT in the lab and in tests.
 namespace Paths {
 
 QString root();
@@ -19,13 +19,13 @@ QString program(const QString &name);
 QString stateDirectory(); ///< with a closing slash
 QString configuration();
 QString recoveryMarker();
-QString message(); ///< written by device scripts before they send SIGUSR1
-QString connection(); ///< describes a session to the client
+QString message();          ///< written by device scripts before they send SIGUSR1
+QString connection();       ///< describes a session to the client
 QString connectionStatus(); ///< the client's verdict
 QString broadcastLog();
 QString nameServers();
-QString caCertificates(); ///< without a closing slash
+QString caCertificates();  ///< without a closing slash
 QString clientDirectory(); ///< with a closing slash
 QString client();
 
-}
+} // namespace Paths

@@ -5,8 +5,7 @@
 
 WifiItem::WifiItem(const QString &essid)
     : Item(essid)
-{
-}
+{ }
 
 bool compareSignalStrengthDesc(const WifiItem &a, const WifiItem &b)
 {

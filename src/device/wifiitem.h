@@ -18,11 +18,11 @@ public:
     int channel = 0;
     QString mode;
     int signalStrength = 0; ///< percent
-    QString security; ///< "open", "personal" or "enterprise"
-    QString encrypt; ///< "auto", "tkip" or "ccmp"
+    QString security;       ///< "open", "personal" or "enterprise"
+    QString encrypt;        ///< "auto", "tkip" or "ccmp"
     QString enctype;
-    QString advancedSecurity; ///< "auto", "wpa" or "wpa2"
-    QString password; ///< the personal pass phrase
+    QString advancedSecurity;     ///< "auto", "wpa" or "wpa2"
+    QString password;             ///< the personal pass phrase
     QString authenticationMethod; ///< "peap", "ttls" or "tls"
     QString userName;
     QString userPassword;

@@ -19,8 +19,7 @@ Item::Item(const Item &other)
     , m_hasIcon(other.m_hasIcon)
     , m_heading(other.m_heading)
     , m_italic(other.m_italic)
-{
-}
+{ }
 
 Item &Item::operator=(const Item &other)
 {
@@ -65,8 +64,9 @@ int Item::row() const
     if (!m_parent)
         return 0;
     const auto &siblings = m_parent->m_children;
-    const auto self = std::find_if(siblings.begin(), siblings.end(),
-                                   [this](const std::unique_ptr<Item> &sibling) { return sibling.get() == this; });
+    const auto self
+        = std::find_if(siblings.begin(), siblings.end(),
+                       [this](const std::unique_ptr<Item> &sibling) { return sibling.get() == this; });
     return self == siblings.end() ? 0 : static_cast<int>(self - siblings.begin());
 }
 

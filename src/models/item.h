@@ -10,8 +10,8 @@
 #include <memory>
 #include <vector>
 
-/// One named row of a list: a server, a group, a Wi-Fi network, a display mode. Rows form a tree; a row owns its
-/// children and deletes them.
+/// One named row of a list: a server, a group, a Wi-Fi network, a display mode. Rows form a tree; a row owns
+/// its children and deletes them.
 class Item
 {
 public:
@@ -19,7 +19,8 @@ public:
     static constexpr int columnTotal = 3;
 
     /// `heading` marks a row that only titles or stands in for others: it is shown but cannot be selected.
-    /// `parent` is remembered, not joined: `appendChild` or `insertChild` puts the row into a parent's children.
+    /// `parent` is remembered, not joined: `appendChild` or `insertChild` puts the row into a parent's
+    /// children.
     explicit Item(const QString &name = QString(), Item *parent = nullptr, bool heading = false,
                   bool italic = false);
     /// Copy the row alone: its texts, icon and flags, neither its parent nor its children.
@@ -69,4 +70,4 @@ private:
 namespace ItemType {
 inline const QString server = QStringLiteral("server");
 inline const QString group = QStringLiteral("group");
-}
+} // namespace ItemType

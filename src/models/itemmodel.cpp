@@ -9,8 +9,7 @@ ItemModel::ItemModel(int columns, QObject *parent)
     : QAbstractItemModel(parent)
     , m_root(QStringLiteral("ROOT"))
     , m_columns(columns)
-{
-}
+{ }
 
 ItemModel::~ItemModel() = default;
 

@@ -36,7 +36,8 @@ AddServerDialog::~AddServerDialog() = default;
 void AddServerDialog::updateEntry()
 {
     const bool typing = m_ui->enterServerRadioButton->isChecked();
-    for (QWidget *field : {static_cast<QWidget *>(m_ui->nameLineEdit), static_cast<QWidget *>(m_ui->addressLineEdit)})
+    for (QWidget *field :
+         {static_cast<QWidget *>(m_ui->nameLineEdit), static_cast<QWidget *>(m_ui->addressLineEdit)})
         field->setEnabled(typing);
     m_ui->serverView->setEnabled(!typing);
     m_ui->refreshButton->setEnabled(!typing);

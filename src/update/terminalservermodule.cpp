@@ -88,7 +88,8 @@ void TerminalServerModule::takeServer()
     emit sendServerList(m_servers);
 }
 
-void TerminalServerModule::getNetworkInfo(QString *ip, QString *netmask, QString *mac, QList<QString> *broadcasts)
+void TerminalServerModule::getNetworkInfo(QString *ip, QString *netmask, QString *mac,
+                                          QList<QString> *broadcasts)
 {
     const auto put = [](QString *target, const QString &value) {
         if (target)

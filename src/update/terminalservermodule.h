@@ -13,8 +13,8 @@
 
 class QUdpSocket;
 
-/// The device's one UDP endpoint. It finds the Corvid servers of the subnet: a discovery broadcasts a question on
-/// every interface, collects answers for a second and hands on what came, be it nothing.
+/// The device's one UDP endpoint. It finds the Corvid servers of the subnet: a discovery broadcasts a
+/// question on every interface, collects answers for a second and hands on what came, be it nothing.
 class TerminalServerModule : public QObject
 {
     Q_OBJECT
@@ -24,8 +24,8 @@ public:
 
     explicit TerminalServerModule(QObject *parent = nullptr);
 
-    /// Fills what it is given a pointer for from the addresses of this machine that are IPv4 and not loopback: the
-    /// last such address, its netmask and hardware address, and all broadcast addresses.
+    /// Fills what it is given a pointer for from the addresses of this machine that are IPv4 and not
+    /// loopback: the last such address, its netmask and hardware address, and all broadcast addresses.
     static void getNetworkInfo(QString *ip, QString *netmask, QString *mac, QList<QString> *broadcasts);
 
 public slots:

@@ -5,8 +5,7 @@
 
 UpdateModule::UpdateModule(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 bool UpdateModule::ifUpdateIdle() const
 {

@@ -42,7 +42,7 @@ QString readName(const QByteArray &bytes, int offset)
     return name;
 }
 
-}
+} // namespace
 
 QByteArray discoveryRequest()
 {
@@ -69,4 +69,4 @@ std::optional<ServerList> decodeServerList(const QByteArray &datagram)
     return list;
 }
 
-}
+} // namespace WireFormat

@@ -16,7 +16,7 @@ namespace WireFormat {
 
 constexpr quint16 devicePort = 1027; ///< where the device listens
 constexpr quint16 serverPort = 1283; ///< where Corvid servers listen
-constexpr int receiveLimit = 4500; ///< a longer datagram is cut
+constexpr int receiveLimit = 4500;   ///< a longer datagram is cut
 
 /// One answer to a discovery: names and addresses, pairwise and in datagram order.
 struct ServerList
@@ -28,7 +28,8 @@ struct ServerList
 /// The 140 bytes that ask every Corvid server of a subnet for its name.
 QByteArray discoveryRequest();
 
-/// Nothing when the datagram is not a server list. The entry count it states is bounded by the entries it carries.
+/// Nothing when the datagram is not a server list. The entry count it states is bounded by the entries it
+/// carries.
 std::optional<ServerList> decodeServerList(const QByteArray &datagram);
 
-}
+} // namespace WireFormat

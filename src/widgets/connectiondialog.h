@@ -12,8 +12,8 @@ namespace Ui {
 class ConnectionDialog;
 }
 
-/// The animated box that names what is being connected to while a client starts. The user cannot dismiss it; its
-/// owner hides it.
+/// The animated box that names what is being connected to while a client starts. The user cannot dismiss it;
+/// its owner hides it.
 class ConnectionDialog : public QDialog
 {
     Q_OBJECT

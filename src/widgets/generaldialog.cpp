@@ -41,7 +41,7 @@ QString breakable(const QString &text)
     return result.replace(overlong, QStringLiteral("\\1") + QChar(0x200B));
 }
 
-}
+} // namespace
 
 GeneralDialog::GeneralDialog(QWidget *parent, DialogMode mode)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)

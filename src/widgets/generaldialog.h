@@ -26,7 +26,7 @@ public:
         Input = 4,
         Overwrite = 5,
         OverwriteSeries = 6, ///< with "Skip" and a box to tick for all that follow
-        BareInput = 7, ///< an input line without a message
+        BareInput = 7,       ///< an input line without a message
         Password = 8
     };
 
@@ -34,7 +34,8 @@ public:
     ~GeneralDialog() override;
 
     void setTitle(const QString &title);
-    /// Plain text; overlong words are broken and a text beyond a page is cut, so that the box stays on the screen.
+    /// Plain text; overlong words are broken and a text beyond a page is cut, so that the box stays on the
+    /// screen.
     void setMessage(const QString &message);
     void setTitleVisible(bool visible);
     void setPasswordMode();
@@ -46,7 +47,8 @@ public:
     /// Shows an error until it is acknowledged.
     static void showError(QWidget *parent, const QString &title, const QString &message);
     /// Asks a question; true when it was accepted.
-    static bool ask(QWidget *parent, const QString &title, const QString &message, DialogMode mode = Question);
+    static bool ask(QWidget *parent, const QString &title, const QString &message,
+                    DialogMode mode = Question);
 
 private slots:
     void on_buttonBox_clicked(QAbstractButton *button);

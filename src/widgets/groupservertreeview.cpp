@@ -23,7 +23,7 @@ public:
     }
 };
 
-}
+} // namespace
 
 GroupServerTreeView::GroupServerTreeView(QWidget *parent)
     : QTreeView(parent)

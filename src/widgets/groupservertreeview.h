@@ -15,8 +15,8 @@ public:
 
     explicit GroupServerTreeView(QWidget *parent = nullptr);
 
-    /// Draws the diagonal of the region's bounding rectangle and nothing else: it shows which part of the view
-    /// would be repainted. Painting the view does not go through it.
+    /// Draws the diagonal of the region's bounding rectangle and nothing else: it shows which part of the
+    /// view would be repainted. Painting the view does not go through it.
     void drawTree(QPainter *painter, const QRegion &region) const;
 
     /// How many rows, unfolded ones included, stand above this one; -1 for an index that is not shown.
@@ -28,6 +28,7 @@ signals:
 
 protected:
     void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
-    void drawRow(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
+                 const QModelIndex &index) const override;
     void resizeEvent(QResizeEvent *event) override;
 };

@@ -17,12 +17,11 @@ void enable(QPushButton *button, bool enabled)
         button->setEnabled(enabled);
 }
 
-}
+} // namespace
 
 ListContainer::ListContainer(QObject *parent)
     : QObject(parent)
-{
-}
+{ }
 
 void ListContainer::setView(QAbstractItemView *view)
 {
@@ -117,8 +116,8 @@ void ListContainer::downItem()
 bool ListContainer::mayRemove(const QModelIndex &index) const
 {
     const Item *item = m_model->item(index);
-    const bool guarded
-        = !m_removeWarning.isEmpty() && !m_guardedName.isEmpty() && item->getValue(Item::Name) == m_guardedName;
+    const bool guarded = !m_removeWarning.isEmpty() && !m_guardedName.isEmpty()
+        && item->getValue(Item::Name) == m_guardedName;
     return !guarded || GeneralDialog::ask(m_view->window(), tr("Warning"), m_removeWarning);
 }
 
