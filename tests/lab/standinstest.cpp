@@ -55,6 +55,8 @@ private slots:
     void addressToolAndRoutes();
     void wifi_data();
     void wifi();
+    void associationWithoutAddress();
+    void autoconnect();
     void enterpriseWifi_data();
     void enterpriseWifi();
     void scanKeepsSecrets();
@@ -201,6 +203,45 @@ void StandInsTest::wifi()
              connected ? QStringLiteral("true") : QStringLiteral("false"));
     QCOMPARE(point.value(QLatin1String("ssid")).toString(), connected ? arguments.at(0) : QString());
     QCOMPARE(point.value(QLatin1String("signal strength")).isString(), connected);
+}
+
+void StandInsTest::associationWithoutAddress()
+{
+    const LabDevice device;
+    QCOMPARE(device
+                 .lab({QStringLiteral("wifi"), QStringLiteral("associate"), QStringLiteral("Visitors"),
+                       QStringLiteral("--no-address")})
+                 .status,
+             0);
+    QCOMPARE(device.networkConfig(QStringLiteral("is-wireless-connected")).output, QByteArray("false\n"));
+    QCOMPARE(values(device.networkConfig(QStringLiteral("check-wireless-point")))
+                 .value(QLatin1String("ssid"))
+                 .toString(),
+             QStringLiteral("Visitors"));
+}
+
+void StandInsTest::autoconnect()
+{
+    const LabDevice device;
+    device.write(
+        QLatin1String(documentPath),
+        document(R"({"enabled": true, "type": "off"})",
+                 R"({"enabled": true, "type": "static", "IP address": "10.1.0.7", "network mask": "255.0.0.0",
+                              "default gateway": "10.1.0.1", "ssid": "Ward 3", "passphrase": "ward3-passphrase"})"));
+    QCOMPARE(device.networkConfig(QStringLiteral("disconnect-ethernet")).status, 0);
+    QCOMPARE(device.networkConfig(QStringLiteral("autoconnect"), QLatin1String(documentPath)).status, 0);
+    QCOMPARE(device.networkConfig(QStringLiteral("is-wired-connected")).output, QByteArray("false\n"));
+    QCOMPARE(addressing(device, QStringLiteral("get-wlan0-parameters")),
+             QStringList({QStringLiteral("static"), QStringLiteral("10.1.0.7"), QStringLiteral("255.0.0.0"),
+                          QStringLiteral("10.1.0.1")}));
+    QCOMPARE(routes(device).value(0), QStringLiteral("10.1.0.1"));
+    QCOMPARE(device
+                 .call(QStringLiteral("sudo"),
+                       {QStringLiteral("kt-network-config"), QStringLiteral("disconnect-wifi"),
+                        QStringLiteral("A")})
+                 .status,
+             0);
+    QCOMPARE(routes(device), QStringList());
 }
 
 void StandInsTest::enterpriseWifi_data()
