@@ -1,0 +1,40 @@
+# SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+# SPDX-License-Identifier: Apache-2.0
+#
+# The two commands that matter: `make demo` runs the program in the lab, `make check` runs every test.
+
+JOBS ?= $(shell nproc)
+
+.PHONY: help demo check bench build packages release debug sanitize format clean
+
+help:
+	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
+	@echo "make check   build and run every test, plainly and with the sanitizers"
+	@echo "make bench   measure start-up, memory and long lists"
+	@echo "make build   build the release binaries in build/release/bin"
+	@echo "make format  bring all sources into the house's format"
+
+packages:
+	scripts/install-packages
+
+release debug sanitize: packages
+	cmake --preset $@
+	cmake --build --preset $@ --parallel $(JOBS)
+
+build: release
+
+demo: release
+	lab/demo build/release/bin
+
+check: release sanitize
+	ctest --preset release --parallel $(JOBS)
+	ctest --preset sanitize --parallel $(JOBS)
+
+bench: release
+	bench/run build/release/bin
+
+format:
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	rm -rf build
