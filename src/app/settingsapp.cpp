@@ -14,7 +14,10 @@
 
 #include <QCloseEvent>
 #include <QJsonArray>
+#include <QLoggingCategory>
 #include <QShortcut>
+
+Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
 
 namespace {
 
@@ -232,7 +235,10 @@ std::optional<ConnectTarget> SettingsApp::chosenTarget() const
 
 void SettingsApp::updateConnectButton()
 {
-    m_ui->connectButton->setEnabled(chosenTarget().has_value());
+    const auto target = chosenTarget();
+    m_ui->connectButton->setEnabled(target.has_value());
+    if (target)
+        qCDebug(lcLauncher).noquote() << "chosen:" << target->name;
 }
 
 /// Enter presses the button that has the focus, and Connect from everywhere else.
@@ -340,6 +346,7 @@ void SettingsApp::autoDetectServers()
 
 void SettingsApp::setServerList(const QMap<QString, QHostAddress> &servers)
 {
+    qCInfo(lcLauncher) << servers.size() << "servers found";
     m_ui->corvidPage->setServerList(servers);
     emit passServerList(servers);
 }
