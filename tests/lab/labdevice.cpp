@@ -28,44 +28,52 @@ Outcome run(const QString &program, const QStringList &arguments)
 }
 } // namespace
 
-LabDevice::LabDevice()
+void LabDevice::makeAgain() const
 {
-    lab({QStringLiteral("make-root"), m_folder.path()});
+    run(labProgram(), {QStringLiteral("make-root"), m_folder.path()});
 }
 
-Outcome LabDevice::call(const QString &tool, const QStringList &arguments) const
+QString LabDevice::path(const char *devicePath) const
 {
-    return run(path(tool.contains(QLatin1Char('/')) ? tool : QStringLiteral("usr/bin/") + tool), arguments);
+    return m_folder.path() + QLatin1Char('/') + QLatin1String(devicePath);
 }
 
-Outcome LabDevice::lab(QStringList arguments) const
+Outcome LabDevice::call(const char *commandLine, const QStringList &furtherArguments) const
 {
-    if (arguments.constFirst() != QLatin1String("make-root"))
-        arguments << QStringLiteral("--root") << m_folder.path();
-    return run(labProgram(), arguments);
+    QStringList words = QProcess::splitCommand(QString::fromUtf8(commandLine)) + furtherArguments;
+    words.replaceInStrings(QStringLiteral("''"), QString());
+    const QString &tool = words.constFirst();
+    const QString folder = path(tool.contains(QLatin1Char('/')) ? "" : "usr/bin/");
+    return run(folder + tool, words.mid(1));
 }
 
-Outcome LabDevice::networkConfig(const QString &subCommand, const QString &document) const
+Outcome LabDevice::lab(const char *commandLine) const
 {
-    QStringList arguments{subCommand, QStringLiteral("A")};
-    if (!document.isEmpty())
-        arguments << document;
-    return call(QStringLiteral("kt-network-config"), arguments);
+    QStringList words = QProcess::splitCommand(QString::fromUtf8(commandLine));
+    return run(labProgram(), words << QStringLiteral("--root") << m_folder.path());
 }
 
-QString LabDevice::state(const QString &name) const
+bool LabDevice::networkConfig(const char *subCommand) const
 {
-    return QString::fromUtf8(read(QStringLiteral("lab/state/") + name)).trimmed();
+    return call("kt-network-config",
+                {QLatin1String(subCommand), QStringLiteral("A"), QLatin1String(documentPath)})
+               .status
+        == 0;
 }
 
-void LabDevice::write(const QString &devicePath, const QByteArray &content) const
+QByteArray LabDevice::networkAnswer(const char *subCommand) const
+{
+    return call("kt-network-config", {QLatin1String(subCommand), QStringLiteral("A")}).output.trimmed();
+}
+
+void LabDevice::write(const char *devicePath, const QByteArray &content) const
 {
     QFile file(path(devicePath));
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("cannot write %s", qUtf8Printable(file.fileName()));
 }
 
-QByteArray LabDevice::read(const QString &devicePath) const
+QByteArray LabDevice::read(const char *devicePath) const
 {
     QFile file(path(devicePath));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -73,6 +81,5 @@ QByteArray LabDevice::read(const QString &devicePath) const
 
 QStringList LabDevice::calls() const
 {
-    return QString::fromUtf8(read(QStringLiteral("lab/calls.log")))
-        .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromUtf8(read("lab/calls.log")).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }

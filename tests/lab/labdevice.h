@@ -6,6 +6,9 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+// Where the device keeps its configuration.
+constexpr const char *documentPath = "/var/lib/kt964/config.json";
+
 // How a program ended, and what it printed.
 struct Outcome
 {
@@ -19,19 +22,23 @@ struct Outcome
 class LabDevice
 {
 public:
-    LabDevice();
+    LabDevice() { makeAgain(); }
+    void makeAgain() const;
 
-    QString path(const QString &devicePath) const { return m_folder.path() + QLatin1Char('/') + devicePath; }
+    QString path(const char *devicePath = "") const;
 
-    // A tool of usr/bin, or of the path given, called as the device calls it; kt-lab itself with this
-    // device's root.
-    Outcome call(const QString &tool, const QStringList &arguments = {}) const;
-    Outcome lab(QStringList arguments) const;
-    Outcome networkConfig(const QString &subCommand, const QString &document = {}) const;
+    // Runs a command line (words with blanks in double quotes, '' for an empty one, then the further
+    // arguments as they are) whose first word is a tool of usr/bin or a tool's path in the device; or a
+    // sub-command of kt-lab on this device.
+    Outcome call(const char *commandLine, const QStringList &furtherArguments = {}) const;
+    Outcome lab(const char *commandLine) const;
 
-    QString state(const QString &name) const;
-    void write(const QString &devicePath, const QByteArray &content) const;
-    QByteArray read(const QString &devicePath) const;
+    // Whether kt-network-config succeeds with a sub-command (and the document), and what it prints.
+    bool networkConfig(const char *subCommand) const;
+    QByteArray networkAnswer(const char *subCommand) const;
+
+    void write(const char *devicePath, const QByteArray &content) const;
+    QByteArray read(const char *devicePath) const;
     QStringList calls() const;
 
 private:

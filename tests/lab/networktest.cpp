@@ -187,12 +187,10 @@ void NetworkTest::replyKeepsToItsFields()
 void NetworkTest::serverCommand()
 {
     QProcess command;
-    command.start(qEnvironmentVariable("KT_BIN_DIR") + QStringLiteral("/kt-lab"),
-                  {QStringLiteral("corvid-server"), QStringLiteral("--address"),
-                   QStringLiteral("10.77.0.23,10.77.0.24"), QStringLiteral("--name"),
-                   QStringLiteral("Training Room"), QStringLiteral("--entries"), QStringLiteral("60"),
-                   QStringLiteral("--count"), QStringLiteral("1"), QStringLiteral("--seconds"),
-                   QStringLiteral("30")});
+    command.start(
+        qEnvironmentVariable("KT_BIN_DIR") + QStringLiteral("/kt-lab"),
+        QProcess::splitCommand(QStringLiteral("corvid-server --address 10.77.0.23,10.77.0.24 --entries 60"
+                                              " --name \"Training Room\" --count 1 --seconds 30")));
     QByteArray printed;
     QTRY_VERIFY((printed += command.readAllStandardOutput()).contains("ready\n"));
     Station station;
@@ -209,21 +207,18 @@ void NetworkTest::addressToolChangesTheRealInterface()
 {
     const LabDevice device;
     const QStringList lease{QStringLiteral("10.77.0.10/24 10.77.0.255")};
-    const QString tool = QStringLiteral("kt-ip-settings");
-    const QStringList address{QStringLiteral("eth0"), QStringLiteral("10.77.0.10"), QStringLiteral("24")};
-    device.call(tool, QStringList(QStringLiteral("-d")) + address);
+    device.call("kt-ip-settings -d eth0 10.77.0.10 24");
     QCOMPARE(liveAddresses(), lease);
 
-    device.call(tool, QStringList(QStringLiteral("-a")) + address);
-    device.write(QStringLiteral("lab/live-network"), QByteArray());
-    device.call(tool, QStringList(QStringLiteral("-d")) + address);
+    device.call("kt-ip-settings -a eth0 10.77.0.10 24");
+    device.write("lab/live-network", QByteArray());
+    device.call("kt-ip-settings -d eth0 10.77.0.10 24");
     QCOMPARE(liveAddresses(), QStringList());
-    device.call(tool,
-                QStringList(QStringLiteral("-a")) + address + QStringList(QStringLiteral("10.77.0.255")));
+    device.call("kt-ip-settings -a eth0 10.77.0.10 24 10.77.0.255");
     QCOMPARE(liveAddresses(), lease);
-    device.networkConfig(QStringLiteral("disconnect-ethernet"));
+    device.networkConfig("disconnect-ethernet");
     QCOMPARE(liveAddresses(), QStringList());
-    device.networkConfig(QStringLiteral("connect-ethernet"));
+    device.networkConfig("connect-ethernet");
     QCOMPARE(liveAddresses(), lease);
 }
 
