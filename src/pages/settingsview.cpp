@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "pages/settingsview.h"
+
+#include "pages/settingspage.h"
+
+#include "ui_settingsview.h"
+
+#include <QPushButton>
+#include <QScrollArea>
+
+#include <algorithm>
+
+namespace {
+constexpr int listRowHeight = 36;
+constexpr int toolIconSize = 24;
+} // namespace
+
+SettingsView::SettingsView(QWidget *parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::SettingsView>())
+{
+    m_ui->setupUi(this);
+    connect(m_ui->applyButton, &QPushButton::clicked, this, &SettingsView::applyRequested);
+    connect(m_ui->backButton, &QPushButton::clicked, this, &SettingsView::backRequested);
+    connect(m_ui->settingsListWidget, &QListWidget::currentRowChanged, this,
+            QOverload<int>::of(&SettingsView::showPage));
+}
+
+SettingsView::~SettingsView() = default;
+
+void SettingsView::addPage(SettingsPage *page)
+{
+    // Whatever does not fit a small screen is scrolled, not cut.
+    auto *area = new QScrollArea;
+    area->setWidget(page);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    m_ui->settingsStackedWidget->addWidget(area);
+    m_pages += page;
+    auto *entry = new QListWidgetItem(QIcon(page->icon()), page->title(), m_ui->settingsListWidget);
+    entry->setSizeHint(QSize(0, listRowHeight));
+    connect(page, &SettingsPage::changed, this, &SettingsView::updateApply);
+    connect(page, &SettingsPage::canApplyChanged, this, &SettingsView::updateApply);
+}
+
+void SettingsView::addTool(const QString &text, const QString &icon, const QObject *receiver,
+                           const std::function<void()> &run)
+{
+    auto *button = new QPushButton(QIcon(icon), text, m_ui->settingsSideBar);
+    button->setObjectName(QStringLiteral("settingsToolButton"));
+    button->setIconSize(QSize(toolIconSize, toolIconSize));
+    button->setFlat(true);
+    m_ui->toolLayout->addWidget(button);
+    connect(button, &QPushButton::clicked, receiver, run);
+}
+
+void SettingsView::setPageListed(int index, bool listed)
+{
+    if (QListWidgetItem *entry = m_ui->settingsListWidget->item(index))
+        entry->setHidden(!listed);
+}
+
+void SettingsView::showPage(int index)
+{
+    if (index < 0 || index >= m_pages.size())
+        return;
+    m_ui->settingsListWidget->setCurrentRow(index);
+    m_ui->settingsStackedWidget->setCurrentIndex(index);
+    m_ui->pageTitleLabel->setText(m_pages.at(index)->title());
+}
+
+void SettingsView::showPage(SettingsPage *page)
+{
+    showPage(m_pages.indexOf(page));
+}
+
+bool SettingsView::hasUnsavedChanges() const
+{
+    return std::any_of(m_pages.begin(), m_pages.end(), [](SettingsPage *page) { return page->isChanged(); });
+}
+
+void SettingsView::setApplyEnabled(bool enabled)
+{
+    m_ui->applyButton->setEnabled(enabled);
+}
+
+void SettingsView::updateApply()
+{
+    const bool allowed
+        = std::all_of(m_pages.begin(), m_pages.end(), [](SettingsPage *page) { return page->canApply(); });
+    m_ui->applyButton->setEnabled(allowed && hasUnsavedChanges());
+}
