@@ -98,13 +98,17 @@ void TerminalServerModule::getNetworkInfo(QString *ip, QString *netmask, QString
     put(ip, QStringLiteral("0.0.0.0"));
     put(netmask, QStringLiteral("0.0.0.0"));
     put(mac, QStringLiteral("00:00:00:00:00:00"));
+    bool found = false;
     for (const QNetworkInterface &interface : QNetworkInterface::allInterfaces()) {
         for (const QNetworkAddressEntry &entry : interface.addressEntries()) {
             if (entry.ip().protocol() != QAbstractSocket::IPv4Protocol || entry.ip().isLoopback())
                 continue;
-            put(ip, entry.ip().toString());
-            put(netmask, entry.netmask().toString());
-            put(mac, interface.hardwareAddress());
+            if (!found) {
+                put(ip, entry.ip().toString());
+                put(netmask, entry.netmask().toString());
+                put(mac, interface.hardwareAddress());
+                found = true;
+            }
             // A host address has no broadcast address.
             if (broadcasts && !entry.broadcast().isNull())
                 broadcasts->append(entry.broadcast().toString());
