@@ -85,7 +85,7 @@ QString JsonModule::filePath() const
 
 QString JsonModule::getJsonString() const
 {
-    return QString::fromUtf8(m_document.toJson(QJsonDocument::Indented));
+    return QString::fromLatin1(m_document.toJson(QJsonDocument::Indented));
 }
 
 void JsonModule::setJsonString(const QByteArray &text)
