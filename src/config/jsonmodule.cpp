@@ -50,7 +50,10 @@ bool reserve(int descriptor, qint64 oldSize, qint64 newSize)
 {
     if (newSize <= oldSize)
         return true;
-    const int error = ::posix_fallocate(descriptor, oldSize, newSize - oldSize);
+    int error = 0;
+    do {
+        error = ::posix_fallocate(descriptor, oldSize, newSize - oldSize);
+    } while (error == EINTR); // SIGUSR1 may come at any moment
     if (error == 0)
         return true;
     if (::ftruncate(descriptor, oldSize) != 0)
