@@ -20,6 +20,8 @@ Q_LOGGING_CATEGORY(lcNetwork, "kt.device.network")
 namespace {
 
 const QString configTool = QStringLiteral("/usr/bin/kt-network-config");
+/// The words that count are short; of a tool that never ends its line no more than this is kept.
+constexpr int longestWifiLine = 4096;
 /// The tool expects this word in every call.
 const QString fixedWord = QStringLiteral("A");
 
@@ -279,9 +281,9 @@ bool NetworkController::startWifi(const QString &program, const QStringList &arg
 
 void NetworkController::readWifiStatus(QProcess *process)
 {
-    while (process->canReadLine()
+    while (process->canReadLine() || process->bytesAvailable() > longestWifiLine
            || (process->state() == QProcess::NotRunning && process->bytesAvailable() > 0)) {
-        QByteArray line = process->readLine();
+        QByteArray line = process->readLine(longestWifiLine);
         if (line.endsWith('\n'))
             line.chop(1);
         if (line == "connected")
