@@ -227,7 +227,8 @@ void NetworkController::readInterface(const QString &name, NetworkProperty &prop
         for (const QNetworkAddressEntry &entry : interface.addressEntries()) {
             if (entry.ip().protocol() != QAbstractSocket::IPv4Protocol || entry.ip().isLoopback())
                 continue;
-            property.setBroadcast(entry.broadcast().toString());
+            // Of an address without a broadcast address the system tells the address itself.
+            property.setBroadcast(entry.broadcast() == entry.ip() ? QString() : entry.broadcast().toString());
             property.setPrefixLength(entry.prefixLength());
         }
     }

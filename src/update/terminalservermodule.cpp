@@ -109,8 +109,8 @@ void TerminalServerModule::getNetworkInfo(QString *ip, QString *netmask, QString
                 put(mac, interface.hardwareAddress());
                 found = true;
             }
-            // A host address has no broadcast address.
-            if (broadcasts && !entry.broadcast().isNull())
+            // Of an address without a broadcast address the system tells the address itself.
+            if (broadcasts && !entry.broadcast().isNull() && entry.broadcast() != entry.ip())
                 broadcasts->append(entry.broadcast().toString());
         }
     }
