@@ -52,6 +52,8 @@ QByteArray query(const QString &program, const QStringList &arguments, int limit
     QProcess process;
     process.setProcessEnvironment(environment());
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A tool that asks for something gets no answer; it must not wait for one.
+    process.setStandardInputFile(QProcess::nullDevice());
     QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [&] {
         output += process.readAllStandardOutput();
         if (output.size() > outputLimit)
