@@ -44,6 +44,7 @@ signals:
 private:
     QModelIndex current() const;
     void watchSelection();
+    void updateCurrent();
     bool mayRemove(const QModelIndex &index) const;
 
     QPointer<QAbstractItemView> m_view;
