@@ -70,7 +70,9 @@ QByteArray query(const QString &program, const QStringList &arguments, int limit
         process.waitForFinished(1000);
     }
     output += process.readAllStandardOutput();
-    qCDebug(lcCommands).noquote() << "query:" << program << arguments << "in" << clock.elapsed() << "ms";
+    qCDebug(lcCommands).noquote() << "query:" << program << arguments << "in"
+                                  << QString::number(static_cast<double>(clock.nsecsElapsed()) / 1e6, 'f', 1)
+                                  << "ms";
     return output.left(outputLimit);
 }
 
