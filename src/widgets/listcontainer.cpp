@@ -54,6 +54,12 @@ void ListContainer::setAddButton(QPushButton *button)
     updateButtons(current());
 }
 
+void ListContainer::setEditButton(QPushButton *button)
+{
+    m_editButton = button;
+    updateButtons(current());
+}
+
 void ListContainer::setUpButton(QPushButton *button)
 {
     m_upButton = button;
@@ -90,6 +96,7 @@ void ListContainer::updateButtons(const QModelIndex &current)
 {
     const int rows = m_model ? m_model->rowCount(current.parent()) : 0;
     enable(m_addButton, m_model);
+    enable(m_editButton, current.isValid());
     enable(m_upButton, current.isValid() && current.row() > 0);
     enable(m_downButton, current.isValid() && current.row() + 1 < rows);
     enable(m_removeButton, current.isValid());
