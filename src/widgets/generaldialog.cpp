@@ -133,6 +133,12 @@ void GeneralDialog::setPasswordMode()
     m_ui->inputLineEdit->setEchoMode(QLineEdit::Password);
 }
 
+void GeneralDialog::setInput(const QString &input)
+{
+    m_ui->inputLineEdit->setText(input);
+    m_ui->inputLineEdit->selectAll();
+}
+
 QString GeneralDialog::getInput() const
 {
     return m_ui->inputLineEdit->text();

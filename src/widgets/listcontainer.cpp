@@ -56,6 +56,12 @@ void ListContainer::setAddButton(QPushButton *button)
     updateCurrent();
 }
 
+void ListContainer::setEditButton(QPushButton *button)
+{
+    m_editButton = button;
+    updateButtons(current());
+}
+
 void ListContainer::setUpButton(QPushButton *button)
 {
     m_upButton = button;
@@ -97,6 +103,7 @@ void ListContainer::updateButtons(const QModelIndex &current)
 {
     const int rows = m_model ? m_model->rowCount(current.parent()) : 0;
     enable(m_addButton, m_model);
+    enable(m_editButton, current.isValid());
     enable(m_upButton, current.isValid() && current.row() > 0);
     enable(m_downButton, current.isValid() && current.row() + 1 < rows);
     enable(m_removeButton, current.isValid());
