@@ -13,6 +13,7 @@
 #include <QFrame>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QSet>
 
 namespace {
 
@@ -103,10 +104,10 @@ void CorvidPage::setGroups(const QJsonArray &groups)
 {
     GroupServerTreeView *view = m_ui->groupServerTreeView;
     const QStringList chosen = namesOf(selected(view));
-    QStringList unfolded;
+    QSet<QString> unfolded;
     for (int row = 0; row < m_groups.rowCount(); ++row) {
         if (view->isExpanded(m_groups.index(row, 0)))
-            unfolded += m_groups.topLevelItem(row)->getValue(Item::Name);
+            unfolded.insert(m_groups.topLevelItem(row)->getValue(Item::Name));
     }
     m_groups.remAllItems();
     QList<Item *> rows;

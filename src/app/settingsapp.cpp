@@ -18,6 +18,7 @@
 #include <QLoggingCategory>
 #include <QShortcut>
 #include <QTextDocument>
+#include <QVBoxLayout>
 
 Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
 
@@ -82,7 +83,7 @@ void SettingsApp::setUpTopBar()
     m_ui->logoLabel->setPixmap(QPixmap(QStringLiteral(":/images/logo.png")));
     setIcon(m_ui->settingsButton, "settings.png");
     setIcon(m_ui->powerButton, "power.png");
-    m_ui->settingsButton->hide();
+    connect(m_ui->settingsButton, &QToolButton::clicked, this, &SettingsApp::settingsRequested);
     m_ui->wirelessStatusLabel->hide();
     m_ui->actionSleep->setIcon(QIcon(QStringLiteral(":/images/sleep.png")));
     m_ui->actionReboot->setIcon(QIcon(QStringLiteral(":/images/reboot.png")));
@@ -176,10 +177,32 @@ void SettingsApp::showDeviceName(const QString &name)
 
 void SettingsApp::openLauncher(const QString &clientMode)
 {
-    showClientMode(modeOf(clientMode));
+    showClientMode(clientMode);
     const bool counting = m_mode == ClientMode::Corvid && m_autoConnect;
     m_ui->mainStackedWidget->setCurrentIndex(counting ? AutoConnectPage : LauncherPage);
     autoDetectServers();
+}
+
+void SettingsApp::setSettingsView(QWidget *view)
+{
+    auto *layout = new QVBoxLayout(m_ui->settingsPage);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(view);
+}
+
+void SettingsApp::showSettings()
+{
+    m_ui->mainStackedWidget->setCurrentIndex(SettingsPage);
+}
+
+void SettingsApp::showLauncher()
+{
+    m_ui->mainStackedWidget->setCurrentIndex(LauncherPage);
+}
+
+void SettingsApp::showClientMode(const QString &clientMode)
+{
+    showClientMode(modeOf(clientMode));
 }
 
 SettingsApp::ClientMode SettingsApp::clientMode() const

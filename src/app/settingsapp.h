@@ -46,8 +46,14 @@ public:
     void setConfiguration(JsonModule *configuration);
     /// Fills the launcher from the held document: groups, histories, addresses, what the user may do.
     void loadConfiguration();
+    /// Takes the settings view into the main stack.
+    void setSettingsView(QWidget *view);
+    void showSettings();
+    void showLauncher();
     /// Shows the connection page of a "client mode" word, and the page that the window opens on.
     void openLauncher(const QString &clientMode);
+    /// Shows the connection page of a "client mode" word.
+    void showClientMode(const QString &clientMode);
     ClientMode clientMode() const;
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
@@ -87,6 +93,8 @@ signals:
     void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
     /// A discovery is asked for; `error` becomes 1 when it could not be started everywhere.
     void refreshServerList(int &error);
+    /// The user wants to see the settings.
+    void settingsRequested();
     /// The servers that a discovery has found.
     void passServerList(const QMap<QString, QHostAddress> &servers);
     /// Only a Corvid client has server groups to set up.
