@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+// kt-bench: starts the measured programs that lie beside it, in turn, and prints the table. bench/run gives
+// it a display and a device.
+
+#include "measurement.h"
+#include "table.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+namespace {
+
+constexpr int runs = 15;
+
+const QString window = QStringLiteral("kt-bench-window");
+const QString launcher = QStringLiteral("kt-bench-launcher");
+
+/// In turn, so that whatever else the machine does meets all of them alike. The first round warms the caches.
+Readings readAll()
+{
+    std::fprintf(stderr, "%d rounds of five programs, then sessions and lists: half a minute\n", runs);
+    Readings all;
+    for (int run = 0; run <= runs; ++run) {
+        const bool kept = run > 0;
+        Measurement::run(kept ? &all.bare : nullptr, window, QStringLiteral("xcb"));
+        Measurement::run(kept ? &all.plainBare : nullptr, window, QStringLiteral("xcb"), QString(), true);
+        Measurement::run(kept ? &all.launcher : nullptr, launcher, QStringLiteral("xcb"));
+        Measurement::run(kept ? &all.bareOffScreen : nullptr, window, QStringLiteral("offscreen"));
+        Measurement::run(kept ? &all.launcherOffScreen : nullptr, launcher, QStringLiteral("offscreen"));
+    }
+    Measurement::run(&all.sessions, launcher, QStringLiteral("xcb"), QStringLiteral("sessions"));
+    Measurement::run(&all.servers, launcher, QStringLiteral("xcb"), QStringLiteral("servers"));
+    return all;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const Readings all = readAll();
+    if (all.launcher.median("tool-calls") < 1)
+        qFatal("no device tool was seen: has the log line of their time changed?");
+    Table::print(all);
+    return 0;
+}

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+/// What several runs of one program have printed: for each figure its values.
+class Measurement
+{
+public:
+    /// Runs a program beside this one to its end and adds its figures; without `into` nothing is kept. Ends
+    /// everything when the program fails.
+    static void run(Measurement *into, const QString &program, const QString &platform,
+                    const QString &task = QString(), bool withoutOpenGl = false);
+
+    double median(const QString &figure) const { return quantile(figure, 0.5); }
+    double quantile(const QString &figure, double part) const;
+    double median(const char *figure) const { return median(QLatin1String(figure)); }
+
+private:
+    void add(const QByteArray &output);
+
+    QHash<QString, QVector<double>> m_values;
+};
+
+struct Readings
+{
+    Measurement bare;
+    Measurement plainBare; ///< without OpenGL, as the launcher is
+    Measurement launcher;
+    Measurement bareOffScreen;
+    Measurement launcherOffScreen;
+    Measurement sessions;
+    Measurement servers;
+};

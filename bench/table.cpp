@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "table.h"
+
+#include "measurement.h"
+
+#include <QStringList>
+#include <QTextStream>
+
+namespace {
+
+constexpr double timeFactor = 2;
+constexpr double memoryFactor = 1.3;
+constexpr double listLimitMs = 50;
+
+using Rows = QList<QStringList>;
+
+QString rounded(double value)
+{
+    return QString::number(value, 'f', value < 10 ? 1 : 0);
+}
+
+/// The median, and the quartiles where several runs were read.
+QString cell(const Measurement &measurement, const char *name)
+{
+    const QString figure = QLatin1String(name);
+    const QString low = rounded(measurement.quantile(figure, 0.25));
+    const QString high = rounded(measurement.quantile(figure, 0.75));
+    const QString median = rounded(measurement.median(figure));
+    return low == high ? median : QStringLiteral("%1 (%2-%3)").arg(median, low, high);
+}
+
+/// The last two columns: the limit, and whether the value is within it.
+QStringList verdict(double value, double limit)
+{
+    return {rounded(limit), value <= limit ? QStringLiteral("yes") : QStringLiteral("**no**")};
+}
+
+void printRows(const Rows &rows)
+{
+    QVector<int> widths(rows.first().size());
+    for (const QStringList &row : rows) {
+        for (int column = 0; column < row.size(); ++column)
+            widths[column] = qMax(widths.at(column), row.at(column).size());
+    }
+    QTextStream out(stdout);
+    for (int number = 0; number < rows.size(); ++number) {
+        out << '|';
+        for (int column = 0; column < widths.size(); ++column)
+            out << ' ' << rows.at(number).value(column).leftJustified(widths.at(column)) << " |";
+        out << '\n';
+        if (number > 0)
+            continue;
+        out << '|';
+        for (const int width : qAsConst(widths))
+            out << QString(width + 2, QLatin1Char('-')) << '|';
+        out << '\n';
+    }
+    out << '\n';
+}
+
+Rows startRows(const Readings &all)
+{
+    const double bare = all.bare.median("painted");
+    const double bareOff = all.bareOffScreen.median("painted");
+    const QString calls = QString::number(qRound(all.launcher.median("tool-calls")));
+    return {
+        {QStringLiteral("start to first paint, ms"),
+         cell(all.bare, "painted"),
+         cell(all.plainBare, "painted"),
+         cell(all.launcher, "painted"),
+         {},
+         {}},
+        {QStringLiteral("- of it %1 device tools, ms").arg(calls),
+         {},
+         {},
+         cell(all.launcher, "tools"),
+         {},
+         {}},
+        QStringList{QStringLiteral("- of it our own, ms"), cell(all.bare, "painted"),
+                    cell(all.plainBare, "painted"), cell(all.launcher, "own")}
+            + verdict(all.launcher.median("own"), timeFactor * bare),
+        QStringList{QStringLiteral("our own off screen, ms"),
+                    cell(all.bareOffScreen, "painted"),
+                    {},
+                    cell(all.launcherOffScreen, "own")}
+            + verdict(all.launcherOffScreen.median("own"), timeFactor * bareOff),
+    };
+}
+
+Rows memoryRows(const Readings &all)
+{
+    const double limit = memoryFactor * all.bare.median("painted-rss");
+    const double limitOff = memoryFactor * all.bareOffScreen.median("painted-rss");
+    return {
+        QStringList{QStringLiteral("resident at first paint, MB"), cell(all.bare, "painted-rss"),
+                    cell(all.plainBare, "painted-rss"), cell(all.launcher, "painted-rss")}
+            + verdict(all.launcher.median("painted-rss"), limit),
+        {QStringLiteral("- shared pages divided (Pss), MB"),
+         cell(all.bare, "painted-pss"),
+         cell(all.plainBare, "painted-pss"),
+         cell(all.launcher, "painted-pss"),
+         {},
+         {}},
+        {QStringLiteral("resident after 1 session, MB"),
+         {},
+         {},
+         cell(all.sessions, "first-session-rss"),
+         {},
+         {}},
+        QStringList{QStringLiteral("resident after 50 sessions, MB"), cell(all.bare, "painted-rss"),
+                    cell(all.plainBare, "painted-rss"), cell(all.sessions, "sessions-rss")}
+            + verdict(all.sessions.median("sessions-rss"), limit),
+        QStringList{QStringLiteral("resident off screen, MB"),
+                    cell(all.bareOffScreen, "painted-rss"),
+                    {},
+                    cell(all.launcherOffScreen, "painted-rss")}
+            + verdict(all.launcherOffScreen.median("painted-rss"), limitOff),
+    };
+}
+
+Rows listRows(const Measurement &servers)
+{
+    const std::pair<const char *, const char *> figures[] = {
+        {"one-group", "5,000 in one group, ms"},
+        {"one-group-unfolded", "- unfolded, ms"},
+        {"many-groups", "5,000 groups of one, ms"},
+        {"many-groups-unfolded", "- unfolded, ms"},
+        {"many-groups-again", "- set anew while unfolded, ms"},
+        {"found", "5,000 found on the network, ms"},
+        {"document", "a document of 5,000 servers parsed, ms"},
+    };
+    Rows rows;
+    for (const auto &[figure, name] : figures) {
+        rows += QStringList{QLatin1String(name), {}, {}, cell(servers, figure)}
+            + verdict(servers.median(figure), listLimitMs);
+    }
+    return rows;
+}
+
+Rows phaseRows(const Measurement &launcher)
+{
+    return {
+        {QStringLiteral("Where the start goes"), QStringLiteral("ms")},
+        {QStringLiteral("started and its libraries loaded"), cell(launcher, "loaded")},
+        {QStringLiteral("platform, style, window, built until the first tool is asked"),
+         cell(launcher, "building")},
+        {QStringLiteral("device tools"), cell(launcher, "tools")},
+        {QStringLiteral("between the tools: document, lists, state of the links"), cell(launcher, "between")},
+        {QStringLiteral("shown, laid out and painted"), cell(launcher, "painting")},
+    };
+}
+
+} // namespace
+
+void Table::print(const Readings &all)
+{
+    const Rows heading
+        = {{QStringLiteral("Figure"), QStringLiteral("Bare window"), QStringLiteral("- no OpenGL"),
+            QStringLiteral("Launcher"), QStringLiteral("Limit"), QStringLiteral("Reached")}};
+    printRows(heading + startRows(all) + memoryRows(all) + listRows(all.servers));
+    printRows(phaseRows(all.launcher));
+}
