@@ -4,9 +4,12 @@
 #include "app/settingscontroller.h"
 
 #include "app/settingsapp.h"
+#include "config/compatibility.h"
 #include "config/defaults.h"
 #include "config/keys.h"
+#include "config/upgrades.h"
 #include "device/commands.h"
+#include "device/diagnostics.h"
 #include "device/paths.h"
 
 #include <QFile>
@@ -89,12 +92,55 @@ void SettingsController::loadConfiguration()
 {
     loadDefaultConfig(m_defaults);
     m_configuration.getParameters(m_defaults);
-    m_configuration.readContent();
-    if (m_configuration.getDocument().object().isEmpty())
-        m_configuration.setObject(m_defaults);
+    if (m_configuration.isConfigCorrect())
+        checkConfigVersion();
     const QJsonObject root = m_configuration.getDocument().object();
     m_window->loadConfiguration();
     m_window->openLauncher(root.value(Key::general).toObject().value(Key::clientMode).toString());
+}
+
+void SettingsController::checkConfigVersion()
+{
+    upgradeConfigToNewNetwork();
+    upgradeConfigToVer15();
+}
+
+void SettingsController::upgradeConfigToNewNetwork()
+{
+    m_configuration.readContent();
+    QJsonObject root = m_configuration.getDocument().object();
+    if (!Upgrades::hasOldNetwork(root))
+        return;
+    Diagnostics::print(QStringLiteral("UPGRADE TO NEW NETWORK"));
+    Upgrades::toNewNetwork(root);
+    m_configuration.setObject(root);
+}
+
+void SettingsController::upgradeConfigToVer15()
+{
+    m_configuration.readContent();
+    QJsonObject root = m_configuration.getDocument().object();
+    if (Upgrades::effectiveVersion(root) > Upgrades::oldestVersion) {
+        Diagnostics::print(QStringLiteral("UPGRADE TO 15 SKIPPED"));
+        return;
+    }
+    Diagnostics::print(QStringLiteral("UPGRADE TO 15 STARTED"));
+    Upgrades::toVersion15(root);
+    m_configuration.setObject(root);
+    applyNetwork();
+}
+
+void SettingsController::applyNetwork()
+{
+    m_window->setBusy(true);
+    m_network.setNetworkConfig();
+    m_network.autoconnect();
+    m_window->setBusy(false);
+}
+
+bool SettingsController::checkConfigCompatibility(const QJsonObject &remote)
+{
+    return Compatibility::checkObjects(m_configuration.getDocument().object(), remote);
 }
 
 void SettingsController::loadDefaultConfig(QJsonObject &out)

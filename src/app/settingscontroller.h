@@ -19,8 +19,8 @@ class SettingsController : public QObject
     Q_OBJECT
 
 public:
-    /// Loads the document, writes the defaults where there is none to use, and fills the window. The window
-    /// outlives the controller.
+    /// Loads the document, upgrades an old one, writes the defaults where there is none to use, and fills the
+    /// window. The window outlives the controller.
     explicit SettingsController(SettingsApp *window, QObject *parent = nullptr);
     ~SettingsController() override;
 
@@ -29,6 +29,14 @@ public:
 
     /// The default "network settings" for what is connected now.
     QJsonObject generateDefaultNetwork();
+
+    /// Upgrades the document on disk, where it is old.
+    void checkConfigVersion();
+    void upgradeConfigToNewNetwork();
+    /// Also hands the upgraded network section to the device.
+    void upgradeConfigToVer15();
+    /// Whether a document has the structure of the held one.
+    bool checkConfigCompatibility(const QJsonObject &remote);
 
 public slots:
     /// The complete factory document for this device. Asks the device's tools.
@@ -49,6 +57,7 @@ signals:
 
 private:
     void loadConfiguration();
+    void applyNetwork();
     void connectWindow();
     void connectNetworkStatus();
     void takeMessage(const QJsonObject &message);

@@ -19,9 +19,6 @@ const QString fixed = QStringLiteral("static");
 
 // The wired object spells its address key in its own way, except when there is no wired interface.
 const QString wiredAddressKey = QStringLiteral("Ip address");
-const QString addressKey = QStringLiteral("IP address");
-const QString maskKey = QStringLiteral("network mask");
-const QString gatewayKey = QStringLiteral("default gateway");
 
 QJsonObject appAutostart()
 {
@@ -36,23 +33,13 @@ QJsonObject audio()
     return {{Key::toolbarIcon, true}, {Key::inputPriority, input}, {Key::outputPriority, output}};
 }
 
-QJsonObject autoconnect()
-{
-    return {{Key::server, noServer()}, {Key::enabled, false}, {Key::type, Key::group}, {Key::group, none}};
-}
-
 QJsonObject connection()
 {
-    QJsonObject brokerAutoconnect = autoconnect();
-    brokerAutoconnect.insert(Key::desktop, none);
     const QJsonObject corvid
         = {{Key::allowManualAddress, true}, {Key::autoconnect, autoconnect()}, {Key::showAutodetected, true}};
-    const QJsonObject solva = {{Key::brokerAddress, none},
-                               {Key::autoconnect, brokerAutoconnect},
-                               {Key::allowCustomBrokers, false},
-                               {Key::defaultProtocol, QStringLiteral("RDP")}};
-    const QJsonObject rdp = {{Key::rdpServerAddress, none}, {Key::allowCustomRdpServers, false}};
-    return {{Key::corvidConnection, corvid}, {Key::solvaConnection, solva}, {Key::rdpConnection, rdp}};
+    return {{Key::corvidConnection, corvid},
+            {Key::solvaConnection, solvaConnection()},
+            {Key::rdpConnection, rdpConnection()}};
 }
 
 QJsonObject display()
@@ -77,7 +64,7 @@ QJsonObject firmware()
 
 QJsonObject general(const QString &deviceName)
 {
-    return {{Key::clientMode, QStringLiteral("corvid")},
+    return {{Key::clientMode, clientMode},
             {Key::deviceName, deviceName},
             {Key::setupPasswordEnabled, false},
             {Key::setupPasswordHash, none}};
@@ -110,18 +97,15 @@ QJsonObject autologon()
 
 QJsonObject dns()
 {
-    return {{Key::type, dhcp},
-            {QStringLiteral("dns1"), none},
-            {QStringLiteral("dns2"), none},
-            {Key::domain, none}};
+    return {{Key::type, dhcp}, {Key::dns1, none}, {Key::dns2, none}, {Key::domain, none}};
 }
 
 void insertAddresses(QJsonObject &object, const QString &ipKey, const QString &ip, const QString &mask,
                      const QString &gateway)
 {
     object.insert(ipKey, ip);
-    object.insert(maskKey, mask);
-    object.insert(gatewayKey, gateway);
+    object.insert(Key::networkMask, mask);
+    object.insert(Key::defaultGateway, gateway);
 }
 
 /// The associated network in the scan; of several with its name the last one.
@@ -139,18 +123,34 @@ void insertAssociation(QJsonObject &wlan, const NetworkState &state)
 {
     const WifiItem *found = associated(state);
     const bool hidden = state.wirelessPresent && !found;
-    wlan.insert(QStringLiteral("ssid"), state.wirelessPresent ? state.wireless.essid() : none);
-    wlan.insert(QStringLiteral("hidden ssid"), hidden);
+    wlan.insert(Key::ssid, state.wirelessPresent ? state.wireless.essid() : none);
+    wlan.insert(Key::hiddenSsid, hidden);
     const bool known = state.wirelessPresent && found;
-    wlan.insert(QStringLiteral("security"), known ? found->security : QStringLiteral("open"));
-    wlan.insert(QStringLiteral("encryption"), known ? found->encrypt : QStringLiteral("auto"));
+    wlan.insert(Key::wifiSecurity, known ? found->security : QStringLiteral("open"));
+    wlan.insert(Key::encryption, known ? found->encrypt : QStringLiteral("auto"));
 }
 
 } // namespace
 
-QJsonObject noServer()
+QJsonObject autoconnect()
 {
-    return {{Key::serverName, none}, {Key::serverAddress, none}};
+    const QJsonObject noServer = {{Key::serverName, none}, {Key::serverAddress, none}};
+    return {{Key::server, noServer}, {Key::enabled, false}, {Key::type, Key::group}, {Key::group, none}};
+}
+
+QJsonObject solvaConnection()
+{
+    QJsonObject withDesktop = autoconnect();
+    withDesktop.insert(Key::desktop, none);
+    return {{Key::brokerAddress, none},
+            {Key::autoconnect, withDesktop},
+            {Key::allowCustomBrokers, false},
+            {Key::defaultProtocol, QStringLiteral("RDP")}};
+}
+
+QJsonObject rdpConnection()
+{
+    return {{Key::rdpServerAddress, none}, {Key::allowCustomRdpServers, false}};
 }
 
 QJsonObject firmwareInfo()
@@ -205,7 +205,7 @@ QJsonObject wiredInterface(bool present, const NetworkProperty &property)
     QJsonObject eth = {{Key::enabled, present}};
     if (!present) {
         eth.insert(Key::type, dhcp);
-        insertAddresses(eth, addressKey, none, none, none);
+        insertAddresses(eth, Key::ipAddress, none, none, none);
     } else if (property.typeIp() == dhcp) {
         eth.insert(Key::type, dhcp);
         insertAddresses(eth, wiredAddressKey, none, none, none);
@@ -223,14 +223,24 @@ QJsonObject wirelessInterface(const NetworkState &state)
     insertAssociation(wlan, state);
     const bool isStatic = state.wirelessPresent && state.wireless.typeIp() == fixed;
     wlan.insert(Key::type, isStatic ? fixed : dhcp);
-    insertAddresses(wlan, addressKey, isStatic ? state.wireless.ip() : none,
+    insertAddresses(wlan, Key::ipAddress, isStatic ? state.wireless.ip() : none,
                     isStatic ? state.wireless.netmask() : none, isStatic ? state.wireless.gateway() : none);
-    wlan.insert(QStringLiteral("advanced security"), QStringLiteral("auto"));
-    wlan.insert(QStringLiteral("authentication method"), QStringLiteral("peap"));
-    for (const char *key : {"passphrase", "user name", "user password", "ca certificate",
-                            "pkcs12 certificate", "pkcs12 password"})
-        wlan.insert(QLatin1String(key), none);
+    const QJsonObject authentication = wirelessAuthentication();
+    for (auto member = authentication.begin(); member != authentication.end(); ++member)
+        wlan.insert(member.key(), member.value());
     return wlan;
+}
+
+QJsonObject wirelessAuthentication()
+{
+    return {{QStringLiteral("advanced security"), QStringLiteral("auto")},
+            {QStringLiteral("authentication method"), QStringLiteral("peap")},
+            {Key::passphrase, none},
+            {Key::userName, none},
+            {QStringLiteral("user password"), none},
+            {QStringLiteral("ca certificate"), none},
+            {QStringLiteral("pkcs12 certificate"), none},
+            {QStringLiteral("pkcs12 password"), none}};
 }
 
 QJsonObject networkSettings(const NetworkState &state)

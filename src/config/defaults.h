@@ -7,6 +7,7 @@
 #include "device/wifiitem.h"
 
 #include <QJsonObject>
+#include <QLatin1String>
 #include <QList>
 #include <QString>
 
@@ -15,6 +16,8 @@ namespace Defaults {
 
 /// The version of the document's schema that this program writes.
 constexpr int configurationVersion = 15;
+/// The "client mode" of a device that nobody has set up.
+inline constexpr QLatin1String clientMode("corvid");
 
 /// What the live network contributes to the defaults.
 struct NetworkState
@@ -43,6 +46,9 @@ QJsonObject security();
 QJsonObject dateTime();
 QJsonObject shadowing();
 QJsonObject proxy();
-QJsonObject noServer(); ///< the server of an auto-connect object that names none
+QJsonObject autoconnect(); ///< as in "corvid connection"; the broker's also has "desktop"
+QJsonObject solvaConnection();
+QJsonObject rdpConnection();
+QJsonObject wirelessAuthentication(); ///< the members of "wlan" that never depend on the live network
 
 } // namespace Defaults

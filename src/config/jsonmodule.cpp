@@ -3,6 +3,9 @@
 
 #include "config/jsonmodule.h"
 
+#include "config/keys.h"
+#include "config/upgrades.h"
+#include "device/commands.h"
 #include "device/paths.h"
 
 #include <QFile>
@@ -69,6 +72,21 @@ bool replaceContent(int descriptor, const QByteArray &text)
         && ::ftruncate(descriptor, text.size()) == 0 && ::fsync(descriptor) == 0;
 }
 
+/// The first section that a document of its version must have and has not; empty when it has them all.
+QString missingSection(const QJsonObject &root)
+{
+    QList<QLatin1String> required
+        = {Key::appAutostart, Key::audio,       Key::connection,   Key::display,  Key::general,
+           Key::mainWindow,   Key::redirection, Key::serverGroups, Key::autologon};
+    if (Upgrades::effectiveVersion(root) != Upgrades::oldestVersion)
+        required += {Key::security, Key::dateTime, Key::network};
+    for (const QLatin1String section : required) {
+        if (!Upgrades::isPresent(root.value(section)))
+            return section;
+    }
+    return QString();
+}
+
 } // namespace
 
 JsonModule::JsonModule(const QString &fileName, bool inStateDirectory, QObject *parent)
@@ -101,12 +119,17 @@ void JsonModule::getParameters(const QJsonObject &defaults)
     m_defaultParameters = defaults;
 }
 
-void JsonModule::readContent()
+QJsonDocument JsonModule::readFile() const
 {
     QFile file(m_filePath);
     if (!file.open(QIODevice::ReadOnly))
         qCWarning(lcDocument).noquote() << "cannot read" << m_filePath << ':' << file.errorString();
-    m_document = QJsonDocument::fromJson(file.isOpen() ? file.read(sizeLimit) : QByteArray());
+    return QJsonDocument::fromJson(file.isOpen() ? file.read(sizeLimit) : QByteArray());
+}
+
+void JsonModule::readContent()
+{
+    m_document = readFile();
 }
 
 bool JsonModule::writeContent()
@@ -125,4 +148,29 @@ bool JsonModule::setObject(const QJsonObject &object)
 {
     m_document = QJsonDocument(object);
     return writeContent();
+}
+
+bool JsonModule::isConfigCorrect()
+{
+    const QString missing = missingSection(readFile().object());
+    const bool asked = QFile::exists(Paths::recoveryMarker());
+    if (missing.isEmpty() && !asked)
+        return true;
+    if (m_filePath != Paths::configuration())
+        return true;
+    if (asked)
+        qCWarning(lcDocument) << "a recovery is asked for: the document is replaced by the defaults";
+    else
+        qCWarning(lcDocument) << "the document has no" << missing << "and is replaced by the defaults";
+    recover();
+    return false;
+}
+
+void JsonModule::recover()
+{
+    const bool written = setObject(m_defaultParameters);
+    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-set-hostname"), QStringLiteral("-r")));
+    // Where the defaults could not be written the marker asks for them again at the next start.
+    if (written && QFile::exists(Paths::recoveryMarker()) && !QFile::remove(Paths::recoveryMarker()))
+        qCCritical(lcDocument).noquote() << "cannot delete" << Paths::recoveryMarker();
 }

@@ -40,7 +40,16 @@ public:
     bool writeContent();
     bool setObject(const QJsonObject &object);
 
+    /// Whether the file can be used as it is, and upgraded where it is old. If not, or if the recovery marker
+    /// is there, the device's own document is replaced by the factory defaults, which are then the held
+    /// document, the host name is reset and the marker goes: false. Documents in other places are left alone:
+    /// true.
+    bool isConfigCorrect();
+
 private:
+    QJsonDocument readFile() const;
+    void recover();
+
     QJsonDocument m_document;
     QString m_filePath;
     QJsonObject m_defaultParameters;

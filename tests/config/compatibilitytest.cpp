@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "documents.h"
+
+#include "config/compatibility.h"
+
+/// Which documents have the structure of another.
+class CompatibilityTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void comparesStructure_data() { Documents::addRows(QStringLiteral("compatibility.json")); }
+    void comparesStructure();
+    void goesAsDeepAsTheParser();
+};
+
+void CompatibilityTest::comparesStructure()
+{
+    QFETCH(QJsonObject, row);
+    const QJsonObject local = row[QLatin1String("local")].toObject();
+    const QJsonObject remote = row[QLatin1String("remote")].toObject();
+    const bool compatible = row[QLatin1String("compatible")].toBool();
+    QCOMPARE(Compatibility::checkObjects(local, remote), compatible);
+    QCOMPARE(Compatibility::checkObjects(remote, local), compatible);
+}
+
+void CompatibilityTest::goesAsDeepAsTheParser()
+{
+    const auto nested = [](const char *innermost) {
+        constexpr int depth = 1024;
+        return QJsonDocument::fromJson(QByteArray("{\"a\":").repeated(depth) + innermost
+                                       + QByteArray("}").repeated(depth))
+            .object();
+    };
+    QVERIFY(!nested("1").isEmpty());
+    QVERIFY(Compatibility::checkObjects(nested("1"), nested("2")));
+    QVERIFY(!Compatibility::checkObjects(nested("1"), nested("\"\"")));
+}
+
+QTEST_APPLESS_MAIN(CompatibilityTest)
+#include "compatibilitytest.moc"
