@@ -10,6 +10,7 @@
 
 #include "ui_corvidpage.h"
 
+#include <QEvent>
 #include <QFrame>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -59,6 +60,7 @@ CorvidPage::CorvidPage(QWidget *parent)
     connect(m_ui->refreshServersButton, &QToolButton::clicked, this, &CorvidPage::refreshRequested);
     // What is typed is meant: a completion would turn the address into another one of the history.
     m_ui->manualServerComboBox->setCompleter(nullptr);
+    m_ui->manualServerComboBox->view()->installEventFilter(this);
     connect(m_ui->manualServerComboBox, &QComboBox::editTextChanged, this, &CorvidPage::targetChanged);
     showChoice(false);
 }
@@ -91,6 +93,14 @@ void CorvidPage::setUpLists()
             &CorvidPage::updateGreenFrame);
     connect(m_ui->groupServerTreeView->verticalScrollBar(), &QScrollBar::valueChanged, this,
             &CorvidPage::groupSliderValueChanged);
+}
+
+bool CorvidPage::eventFilter(QObject *watched, QEvent *event)
+{
+    // Enter in the open list of addresses chooses there; it is no shortcut for what stands behind.
+    if (event->type() == QEvent::ShortcutOverride)
+        event->accept();
+    return QWidget::eventFilter(watched, event);
 }
 
 void CorvidPage::selectOnly(QWidget *view)

@@ -59,6 +59,9 @@ signals:
     void selectionChosen(const QString &selection);
     void targetChanged();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void setUpLists();
     void showChoice(bool manual);

@@ -44,11 +44,13 @@ QJsonValue with(const QJsonValue &value, const QStringList &keys, const QJsonVal
 Launcher::Launcher(const QList<Setting> &settings)
     : configuration(QStringLiteral("config.json"), true)
 {
-    Resources::apply(*qApp);
+    static const bool dressed = (Resources::apply(*qApp), true);
+    Q_UNUSED(dressed)
     QApplication::setQuitOnLastWindowClosed(false);
     QJsonValue document = Defaults::document(QStringLiteral("kt-test"), Defaults::networkSettings({}));
     for (const Setting &setting : settings)
         document = with(document, setting.keys, setting.value);
+    qRegisterMetaType<ConnectionFile::Verdict>("ConnectionFile::Verdict");
     device.setDocument(document.toObject());
     device.setTool(QStringLiteral("/opt/Tessaro/zClient"), client);
     configuration.readContent();

@@ -7,6 +7,7 @@
 #include "dialoganswer.h"
 #include "widgets/connectiondialog.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -60,6 +61,8 @@ private slots:
     void keepsAHistory();
     void enterConnects_data();
     void enterConnects();
+    void enterChoosesFromTheOpenHistory();
+    void namesEveryMemberThatIsTried();
 };
 
 void LauncherTest::connectsToWhatIsChosen_data()
@@ -324,6 +327,45 @@ void LauncherTest::enterConnects()
     if (connects)
         QVERIFY(launcher.ended->wait());
     QCOMPARE(launcher.runs(), connects ? 1 : 0);
+}
+
+void LauncherTest::enterChoosesFromTheOpenHistory()
+{
+    Launcher launcher({{{Key::mainWindow, Key::manualServerHistory}, numbered(1, 3)}});
+    QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
+    launcher.click("manuallyDesktopButton");
+    auto *box = launcher.part<QComboBox>("manualServerComboBox");
+    box->showPopup();
+    QTRY_VERIFY(QApplication::activePopupWidget());
+    QTest::keyClick(box->view(), Qt::Key_Down);
+    QTest::keyClick(box->view(), Qt::Key_Return);
+    QCOMPARE(box->currentText(), QStringLiteral("10.0.0.2"));
+    QVERIFY(!launcher.window->sessionLauncher().isRunning());
+    launcher.tellClient({success});
+    QTRY_VERIFY(!QApplication::activePopupWidget());
+    QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);
+    QVERIFY(launcher.ended->wait());
+    QCOMPARE(launcher.addresses(), QStringList{QStringLiteral("10.0.0.2")});
+}
+
+void LauncherTest::namesEveryMemberThatIsTried()
+{
+    const QJsonArray members{QJsonObject{{Key::serverName, QStringLiteral("Main")},
+                                         {Key::serverAddress, QStringLiteral("10.0.0.1")}},
+                             QJsonObject{{Key::serverAddress, QStringLiteral("10.0.0.2")}}};
+    Launcher launcher(
+        {{{groups},
+          QJsonArray{QJsonObject{{Key::groupName, QStringLiteral("Office")}, {Key::servers, members}}}}});
+    choose(launcher, "groupServerTreeView", 0);
+    launcher.tellClient({failure, success});
+    const auto *shown = Launcher::connectingBox()->findChild<QLabel *>(QStringLiteral("addressLabel"));
+    QStringList names;
+    connect(&launcher.window->sessionLauncher(), &SessionLauncher::ended, this,
+            [&] { names += shown->text(); });
+    launcher.click("connectButton");
+    names += shown->text();
+    QVERIFY(launcher.ended->wait());
+    QCOMPARE(names, QStringList({QStringLiteral("Main"), QStringLiteral("10.0.0.2")}));
 }
 
 QTEST_MAIN(LauncherTest)
