@@ -10,6 +10,9 @@
 #include <QRegularExpression>
 #include <QTest>
 
+#include <memory>
+#include <utility>
+
 namespace {
 
 using Link = NetworkStatus::Link;

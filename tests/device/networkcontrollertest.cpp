@@ -7,6 +7,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <memory>
+
 namespace {
 
 const QString configTool = QStringLiteral("kt-network-config");
@@ -37,7 +39,6 @@ private slots:
     void cleanup();
     void runsOneCommandLine_data();
     void runsOneCommandLine();
-    void setsAnAddress_data();
     void setsAnAddress();
     void takesTheBareWordForTrue_data();
     void takesTheBareWordForTrue();
@@ -45,9 +46,7 @@ private slots:
     void readsTheAccessPoint();
     void readsNothingFromABrokenTool_data();
     void readsNothingFromABrokenTool();
-    void takesTheFirstRouteAsGateway_data();
     void takesTheFirstRouteAsGateway();
-    void readsTwoNameServers_data();
     void readsTwoNameServers();
     void mapsAndSortsTheScan();
     void handsCredentialsToTheTool();
@@ -106,31 +105,18 @@ void NetworkControllerTest::runsOneCommandLine()
     QCOMPARE(m_device->calls(), calls);
 }
 
-void NetworkControllerTest::setsAnAddress_data()
-{
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<bool>("add");
-    QTest::addColumn<QString>("broadcast");
-    QTest::addColumn<QString>("call");
-    const QString address = QStringLiteral("10.77.0.10");
-    QTest::newRow("add") << address << true << QStringLiteral("10.77.0.255")
-                         << QStringLiteral("-a eth0 10.77.0.10 24 10.77.0.255");
-    QTest::newRow("take off") << address << false << QString() << QStringLiteral("-d eth0 10.77.0.10 24");
-    QTest::newRow("hostile") << QStringLiteral("1; reboot") << true << QStringLiteral("$(reboot)")
-                             << QStringLiteral("-a eth0 '1; reboot' 24 '$(reboot)'");
-}
-
 void NetworkControllerTest::setsAnAddress()
 {
-    QFETCH(const QString, address);
-    QFETCH(const bool, add);
-    QFETCH(const QString, broadcast);
-    QFETCH(const QString, call);
+    const QString eth0 = QStringLiteral("eth0");
+    const QString address = QStringLiteral("10.77.0.10");
     NetworkController network;
-    network.setIpConfigure(QStringLiteral("eth0"), address, 24, add, broadcast);
+    network.setIpConfigure(eth0, address, 24, false, QString());
+    network.setIpConfigure(eth0, address, 24, true, QStringLiteral("10.77.0.255"));
+    network.setIpConfigure(eth0, QStringLiteral("1; reboot"), 24, true, QStringLiteral("$(reboot)"));
     QCOMPARE(m_device->calls(QStringLiteral("kt-ip-settings")),
-             QStringList(QStringLiteral("kt-ip-settings ") + call));
-    QCOMPARE(m_device->calls(QStringLiteral("sudo")).size(), 1);
+             list({"kt-ip-settings -d eth0 10.77.0.10 24", "kt-ip-settings -a eth0 10.77.0.10 24 10.77.0.255",
+                   "kt-ip-settings -a eth0 '1; reboot' 24 '$(reboot)'"}));
+    QCOMPARE(m_device->calls(QStringLiteral("sudo")).size(), 3);
 }
 
 void NetworkControllerTest::takesTheBareWordForTrue_data()
@@ -227,52 +213,34 @@ void NetworkControllerTest::readsNothingFromABrokenTool()
     QVERIFY(scan.isEmpty());
 }
 
-void NetworkControllerTest::takesTheFirstRouteAsGateway_data()
-{
-    QTest::addColumn<QString>("routes");
-    QTest::addColumn<QString>("gateway");
-    const QString heading = QStringLiteral("Kernel IP routing table\nDestination Gateway Genmask\n");
-    QTest::newRow("default") << heading
-            + QStringLiteral("0.0.0.0   10.0.0.1 \t 0.0.0.0 UG 0\n10.0.0.0 0.0.0.0\n")
-                             << QStringLiteral("10.0.0.1");
-    QTest::newRow("other destination")
-        << heading + QStringLiteral("10.8.0.0 10.0.0.9 255.0.0.0\n") << QStringLiteral("10.0.0.9");
-    QTest::newRow("headings only") << heading << QString();
-    QTest::newRow("two lines") << QStringLiteral("a b\nc d") << QString();
-    QTest::newRow("one field") << heading + QStringLiteral("0.0.0.0\n0.0.0.0 10.0.0.1\n") << QString();
-    QTest::newRow("nothing") << QString() << QString();
-}
-
 void NetworkControllerTest::takesTheFirstRouteAsGateway()
 {
-    QFETCH(const QString, routes);
-    QTEST(NetworkController::gatewayFromRoutes(routes), "gateway");
-}
-
-void NetworkControllerTest::readsTwoNameServers_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("dns1");
-    QTest::addColumn<QString>("dns2");
-    const QString first = QStringLiteral("10.0.0.1");
-    const QString second = QStringLiteral("10.0.0.2");
-    QTest::newRow("three") << QByteArray("nameserver 10.0.0.1\nnameserver\t10.0.0.2\nnameserver 10.0.0.3\n")
-                           << first << second;
-    QTest::newRow("search") << QByteArray("search nameserver x\noptions a\nnameserver 10.0.0.1") << first
-                            << QString();
-    QTest::newRow("line breaks") << QByteArray("nameserver 10.0.0.1\r\n\r\nnameserver 10.0.0.2 # b\r\n")
-                                 << first << second;
-    QTest::newRow("empty") << QByteArray() << QString() << QString();
+    const QString heading = QStringLiteral("Kernel IP routing table\nDestination Gateway Genmask\n");
+    const auto gateway = [](const QString &routes) {
+        return NetworkController::gatewayFromRoutes(routes);
+    };
+    QCOMPARE(gateway(heading + QStringLiteral("0.0.0.0   10.0.0.1 \t 0.0.0.0 UG\n10.0.0.0 0.0.0.0\n")),
+             QStringLiteral("10.0.0.1"));
+    QCOMPARE(gateway(heading + QStringLiteral("10.8.0.0 10.0.0.9 255.0.0.0\n")), QStringLiteral("10.0.0.9"));
+    QCOMPARE(gateway(heading + QStringLiteral("0.0.0.0\n0.0.0.0 10.0.0.1\n")), QString());
+    QCOMPARE(gateway(heading), QString());
+    QCOMPARE(gateway(QStringLiteral("a b\nc d")), QString());
 }
 
 void NetworkControllerTest::readsTwoNameServers()
 {
-    QFETCH(const QByteArray, file);
-    NetworkProperty property;
-    property.setDns2(QStringLiteral("old"));
-    NetworkController::readNameServers(file, property);
-    QTEST(property.dns1(), "dns1");
-    QTEST(property.dns2(), "dns2");
+    const auto servers = [](const char *file) {
+        NetworkProperty property;
+        property.setDns2(QStringLiteral("old"));
+        NetworkController::readNameServers(file, property);
+        return property.dns1() + QLatin1Char(' ') + property.dns2();
+    };
+    QCOMPARE(servers("nameserver 10.0.0.1\nnameserver\t10.0.0.2\nnameserver 10.0.0.3\n"),
+             QStringLiteral("10.0.0.1 10.0.0.2"));
+    QCOMPARE(servers("search nameserver x\noptions a\nnameserver 10.0.0.1"), QStringLiteral("10.0.0.1 "));
+    QCOMPARE(servers("nameserver 10.0.0.1\r\n\r\nnameserver 10.0.0.2 # b\r\n"),
+             QStringLiteral("10.0.0.1 10.0.0.2"));
+    QCOMPARE(servers(""), QStringLiteral(" "));
 }
 
 void NetworkControllerTest::mapsAndSortsTheScan()
@@ -374,7 +342,6 @@ void NetworkControllerTest::hearsTheLateWordsOfAnEarlierJoin()
     QCOMPARE(network.wifiResult(), NetworkController::Connected);
 
     // A join that is under way ends with its controller.
-    m_device->write(QStringLiteral("/tmp/go"), QByteArray());
     m_device->setTool(QStringLiteral("/usr/bin/kt-check-wifi"), "exec sleep 600");
     NetworkController shortLived;
     shortLived.connectToWifi(QStringLiteral("a"), QString(), false);
