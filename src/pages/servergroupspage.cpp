@@ -96,7 +96,7 @@ void ServerGroupsPage::load(const QJsonObject &root)
 {
     const QString chosen = nameOf(*m_groups, currentGroup());
     m_groups->setArray(root.value(Key::serverGroups).toArray());
-    const QModelIndex same = groupNamed(chosen);
+    const QModelIndex same = chosen.isEmpty() ? QModelIndex() : groupNamed(chosen);
     m_ui->groupsView->setCurrentIndex(same.isValid() ? same : m_groups->index(0, 0));
     if (!currentGroup().isValid())
         showServers();
