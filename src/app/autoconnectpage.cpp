@@ -5,6 +5,10 @@
 
 #include "ui_autoconnectpage.h"
 
+namespace {
+constexpr int widestName = 540;
+}
+
 AutoConnectPage::AutoConnectPage(QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::AutoConnectPage>())
@@ -28,8 +32,11 @@ void AutoConnectPage::startAutoConnect(const ConnectTarget &target)
     showCounting(true);
     m_ui->autoConnectButton->setFocus();
     m_countdown.start();
-    m_ui->autoConnectInfoLabel->setText(
-        tr("This device is configured for automatic connection to %1:  %2 ").arg(target.type, target.name));
+    QLabel *info = m_ui->autoConnectInfoLabel;
+    info->ensurePolished();
+    const QString name = info->fontMetrics().elidedText(target.name, Qt::ElideMiddle, widestName);
+    info->setText(
+        tr("This device is configured for automatic connection to %1:  %2 ").arg(target.type, name));
 }
 
 void AutoConnectPage::stop()

@@ -22,9 +22,19 @@ const QString manualAddress = QStringLiteral("manual address");
 constexpr int frameFirstTop = 46; ///< below the panel's heading
 constexpr int frameLastTop = 358;
 
-QItemSelectionModel::SelectionFlags oneRow()
+/// The row chosen in a list; a heading is none.
+QModelIndex selected(const QAbstractItemView *view)
 {
-    return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+    return view->selectionModel()->selectedIndexes().value(0);
+}
+
+/// A group's name, or a group's and one of its servers'.
+QStringList namesOf(const QModelIndex &row)
+{
+    QStringList names;
+    for (QModelIndex level = row; level.isValid(); level = level.parent())
+        names.prepend(level.data().toString());
+    return names;
 }
 
 } // namespace
@@ -46,6 +56,8 @@ CorvidPage::CorvidPage(QWidget *parent)
     connect(m_ui->myDesktopButton, &QPushButton::clicked, this, [this] { choose(false); });
     connect(m_ui->manuallyDesktopButton, &QPushButton::clicked, this, [this] { choose(true); });
     connect(m_ui->refreshServersButton, &QToolButton::clicked, this, &CorvidPage::refreshRequested);
+    // What is typed is meant: a completion would turn the address into another one of the history.
+    m_ui->manualServerComboBox->setCompleter(nullptr);
     connect(m_ui->manualServerComboBox, &QComboBox::editTextChanged, this, &CorvidPage::targetChanged);
     showChoice(false);
 }
@@ -62,16 +74,18 @@ void CorvidPage::setUpLists()
     m_ui->groupServerTreeView->setModel(&m_groups);
     m_ui->detectedView->setModel(&m_detected);
     for (GroupServerTreeView *view : {m_ui->groupServerTreeView, m_ui->detectedView}) {
-        connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-                [this, view](const QModelIndex &current) {
-                    if (current.isValid())
-                        selectOnly(view);
-                });
-        connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, view] {
+            if (selected(view).isValid())
+                selectOnly(view);
             updateGreenFrame();
             emit targetChanged();
         });
     }
+    connect(m_ui->groupServerTreeView, &QTreeView::collapsed, this, [this](const QModelIndex &group) {
+        // What Connect would take stays in sight.
+        if (selected(m_ui->groupServerTreeView).parent() == group)
+            m_ui->groupServerTreeView->setCurrentIndex(group);
+    });
     connect(m_ui->groupServerTreeView, &GroupServerTreeView::updateParent, this,
             &CorvidPage::updateGreenFrame);
     connect(m_ui->groupServerTreeView->verticalScrollBar(), &QScrollBar::valueChanged, this,
@@ -85,15 +99,15 @@ void CorvidPage::selectOnly(QWidget *view)
     other->setCurrentIndex(QModelIndex());
 }
 
-QString CorvidPage::selectedGroup() const
-{
-    const Item *item = m_groups.item(m_ui->groupServerTreeView->currentIndex());
-    return item ? item->getValue(Item::Name) : QString();
-}
-
 void CorvidPage::setGroups(const QJsonArray &groups)
 {
-    const QString selected = selectedGroup();
+    GroupServerTreeView *view = m_ui->groupServerTreeView;
+    const QStringList chosen = namesOf(selected(view));
+    QStringList unfolded;
+    for (int row = 0; row < m_groups.rowCount(); ++row) {
+        if (view->isExpanded(m_groups.index(row, 0)))
+            unfolded += m_groups.topLevelItem(row)->getValue(Item::Name);
+    }
     m_groups.remAllItems();
     QList<Item *> rows;
     for (const QJsonValue &group : groups)
@@ -101,16 +115,35 @@ void CorvidPage::setGroups(const QJsonArray &groups)
     if (rows.isEmpty())
         rows += new Item(tr("\tNo groups are set up"), nullptr, true, true);
     m_groups.appendChildren(rows);
-    for (int row = 0; row < rows.size(); ++row) {
-        if (rows.at(row)->getValue(Item::Name) == selected)
-            m_ui->groupServerTreeView->setCurrentIndex(m_groups.index(row, 0));
-    }
+    for (int row = 0; row < rows.size(); ++row)
+        view->setExpanded(m_groups.index(row, 0), unfolded.contains(rows.at(row)->getValue(Item::Name)));
+    chooseGroupRow(chosen);
     updateGreenFrame();
     emit targetChanged();
 }
 
+/// Nothing is chosen when no such row is there any more.
+void CorvidPage::chooseGroupRow(const QStringList &names)
+{
+    QModelIndex row;
+    for (const QString &name : names) {
+        const QModelIndex above = row;
+        row = QModelIndex();
+        for (int i = 0; i < m_groups.rowCount(above) && !row.isValid(); ++i) {
+            if (m_groups.index(i, 0, above).data().toString() == name)
+                row = m_groups.index(i, 0, above);
+        }
+        if (!row.isValid())
+            return;
+    }
+    if (row.isValid())
+        m_ui->groupServerTreeView->setCurrentIndex(row);
+}
+
 void CorvidPage::setAutoDetectedShown(bool shown)
 {
+    if (!shown)
+        m_ui->detectedView->clearSelection();
     m_ui->detectedPanel->setVisible(shown);
 }
 
@@ -133,7 +166,7 @@ void CorvidPage::setHistory(const QJsonArray &addresses)
 
 void CorvidPage::setSelection(const QString &selection)
 {
-    showChoice(selection != myDesktop);
+    showChoice(!selection.isEmpty() && selection != myDesktop);
 }
 
 bool CorvidPage::manualEntryShown() const
@@ -175,12 +208,9 @@ std::optional<ConnectTarget> CorvidPage::target() const
         const QString typed = m_ui->manualServerComboBox->currentText().trimmed();
         return typed.isEmpty() ? std::nullopt : std::make_optional(ConnectTarget::server(typed, typed));
     }
-    const Item *item = nullptr;
-    if (m_ui->groupServerTreeView->selectionModel()->hasSelection())
-        item = m_groups.item(m_ui->groupServerTreeView->currentIndex());
-    else if (m_ui->detectedView->selectionModel()->hasSelection())
-        item = m_detected.item(m_ui->detectedView->currentIndex());
-    if (!item || item->isHeading())
+    const Item *group = m_groups.item(selected(m_ui->groupServerTreeView));
+    const Item *item = group ? group : m_detected.item(selected(m_ui->detectedView));
+    if (!item)
         return std::nullopt;
     ConnectTarget target{
         item->getValue(Item::Type), item->getValue(Item::Name), item->getValue(Item::Address), {}};
@@ -192,6 +222,7 @@ std::optional<ConnectTarget> CorvidPage::target() const
 
 void CorvidPage::showPlaceholder(const QString &text)
 {
+    rememberServer();
     m_detected.remAllItems();
     m_detected.appendChild(new Item(text, nullptr, true, true));
     emit targetChanged();
@@ -213,20 +244,31 @@ void CorvidPage::setServerList(const QMap<QString, QHostAddress> &servers)
         rows += ServerGroups::serverRow({server.key(), server.value().toString()},
                                         QStringLiteral(":/images/server_found.png"));
     }
+    rememberServer();
     m_detected.remAllItems();
     m_detected.appendChildren(rows);
-    selectFirstServer();
+    chooseServer();
     emit targetChanged();
 }
 
-/// With nothing else chosen, the first server found is one press of Enter away.
-void CorvidPage::selectFirstServer()
+void CorvidPage::rememberServer()
 {
-    const bool groupChosen = m_ui->groupServerTreeView->selectionModel()->hasSelection();
-    if (!groupChosen && !m_ui->detectedPanel->isHidden()) {
-        m_ui->detectedView->selectionModel()->setCurrentIndex(m_detected.index(0, 0), oneRow());
-        m_ui->detectedView->scrollToTop();
+    if (const Item *server = m_detected.item(selected(m_ui->detectedView)))
+        m_chosenServer = server->getValue(Item::Name);
+}
+
+/// A search keeps the server that was chosen before it. With nothing chosen, the first server found is one
+/// press of Enter away.
+void CorvidPage::chooseServer()
+{
+    if (selected(m_ui->groupServerTreeView).isValid() || m_ui->detectedPanel->isHidden())
+        return;
+    int chosen = 0;
+    for (int row = 0; row < m_detected.rowCount(); ++row) {
+        if (m_detected.topLevelItem(row)->getValue(Item::Name) == m_chosenServer)
+            chosen = row;
     }
+    m_ui->detectedView->setCurrentIndex(m_detected.index(chosen, 0));
 }
 
 int CorvidPage::frameTop(int row, int scrollPosition)
@@ -238,13 +280,14 @@ int CorvidPage::frameTop(int row, int scrollPosition)
 void CorvidPage::updateGreenFrame()
 {
     const GroupServerTreeView *view = m_ui->groupServerTreeView;
-    const QModelIndex current = view->currentIndex();
-    const QRect row = view->visualRect(current);
-    const bool shown = view->selectionModel()->hasSelection() && row.top() >= 0
-        && row.bottom() < view->viewport()->height();
+    const QModelIndex chosen = selected(view);
+    const QRect row = view->visualRect(chosen);
+    // The last row may lack a pixel or two.
+    const bool shown
+        = view->visualRow(chosen) >= 0 && row.top() >= 0 && row.center().y() < view->viewport()->height();
     m_greenFrame->setVisible(shown);
     if (shown) {
-        m_greenFrame->setGeometry(0, frameTop(view->visualRow(current), view->verticalScrollBar()->value()),
+        m_greenFrame->setGeometry(0, frameTop(view->visualRow(chosen), view->verticalScrollBar()->value()),
                                   m_ui->groupsPanel->width(), GroupServerTreeView::rowHeight);
         m_greenFrame->raise();
     }

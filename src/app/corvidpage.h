@@ -32,7 +32,7 @@ public:
     explicit CorvidPage(QWidget *parent = nullptr);
     ~CorvidPage() override;
 
-    /// Shows the groups; the selected one stays selected where it is still there.
+    /// Shows the groups; what is selected and unfolded stays so where it is still there.
     void setGroups(const QJsonArray &groups);
     void setAutoDetectedShown(bool shown);
     void setManualEntryAllowed(bool allowed);
@@ -65,13 +65,15 @@ private:
     void choose(bool manual);
     void showPlaceholder(const QString &text);
     void selectOnly(QWidget *view);
-    void selectFirstServer();
-    QString selectedGroup() const;
+    void chooseGroupRow(const QStringList &names);
+    void rememberServer();
+    void chooseServer();
     static int frameTop(int row, int scrollPosition);
 
     std::unique_ptr<Ui::CorvidPage> m_ui;
     ItemModel m_groups;
     ItemModel m_detected;
     QFrame *m_greenFrame;
+    QString m_chosenServer;
     bool m_manualAllowed = true;
 };

@@ -9,10 +9,17 @@
 #include <QApplication>
 #include <QScreen>
 
+namespace {
+constexpr char openGlChoice[] = "QT_XCB_GL_INTEGRATION";
+}
+
 int main(int argc, char *argv[])
 {
     UnixSignalHandler::install();
 
+    // Nothing here is drawn with OpenGL; loading its driver would be most of our memory and a good part of
+    // the start.
+    const bool withoutOpenGl = !qEnvironmentVariableIsSet(openGlChoice) && qputenv(openGlChoice, "none");
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kt964"));
     QApplication::setApplicationVersion(QStringLiteral(KT_VERSION));
@@ -32,5 +39,8 @@ int main(int argc, char *argv[])
         window.setGeometry(QGuiApplication::primaryScreen()->geometry());
         window.showFullScreen();
     }
+    // Read when the first window is made. The programs that we start choose for themselves.
+    if (withoutOpenGl)
+        qunsetenv(openGlChoice);
     return QApplication::exec();
 }

@@ -21,6 +21,11 @@ constexpr qint64 statusLimit = 1024 * 1024;
 constexpr int longestLogLine = 500;
 constexpr int endTimeMs = 3000;
 
+QString shownName(const ServerEntry &server)
+{
+    return server.name.isEmpty() ? server.address : server.name;
+}
+
 } // namespace
 
 SessionLauncher::SessionLauncher(QObject *parent)
@@ -73,7 +78,7 @@ void SessionLauncher::connectTo(const ConnectTarget &target)
     m_member = 0;
     const ServerEntry first = target.isGroup() ? m_group.value(0) : ServerEntry{target.name, target.address};
     createConnectionFile(first.address, target.isGroup());
-    startConnection(first.name.isEmpty() ? first.address : first.name);
+    startConnection(shownName(first));
 }
 
 void SessionLauncher::createConnectionFile(const QString &address, bool autoDisconnect)
@@ -119,23 +124,29 @@ void SessionLauncher::closeConnectionDialog()
 
 void SessionLauncher::logOutput()
 {
-    while (m_client.canReadLine() || m_client.bytesAvailable() > longestLogLine) {
-        const QByteArray line = m_client.readLine(longestLogLine);
-        qCDebug(lcSession).noquote() << "client:" << QString::fromLocal8Bit(line).trimmed();
-    }
+    while (m_client.canReadLine() || m_client.bytesAvailable() > longestLogLine)
+        logLine();
+}
+
+void SessionLauncher::logLine()
+{
+    const QByteArray line = m_client.readLine(longestLogLine);
+    qCDebug(lcSession).noquote() << "client:" << QString::fromLocal8Bit(line).trimmed();
 }
 
 /// A client that cannot be started says so here and nowhere else; after a crash `connectionFinished` follows.
 void SessionLauncher::handleError(QProcess::ProcessError error)
 {
     qCWarning(lcSession).noquote() << "client:" << m_client.errorString();
+    // From the event loop: the process is still being tidied up.
     if (error == QProcess::FailedToStart)
-        finish(ConnectionFile::Verdict::ConnectionError);
+        QTimer::singleShot(0, this, [this] { finish(ConnectionFile::Verdict::ConnectionError); });
 }
 
 void SessionLauncher::connectionFinished(int exitCode, QProcess::ExitStatus)
 {
-    m_client.readAll();
+    while (m_client.bytesAvailable() > 0)
+        logLine();
     qCInfo(lcSession) << "the client has ended with" << exitCode;
     finish(connectionError());
 }
@@ -168,5 +179,5 @@ void SessionLauncher::tryNextMember()
 {
     const ServerEntry member = m_group.value(m_member);
     createConnectionFile(member.address, true);
-    startConnection(QStringLiteral("%1").arg(member.name));
+    startConnection(shownName(member));
 }

@@ -58,6 +58,7 @@ private:
     void finish(ConnectionFile::Verdict verdict);
     void tryNextMember();
     void logOutput();
+    void logLine();
 
     JsonModule *m_configuration = nullptr;
     QProcess m_client;

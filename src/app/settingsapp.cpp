@@ -12,10 +12,12 @@
 
 #include "ui_settingsapp.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QJsonArray>
 #include <QLoggingCategory>
 #include <QShortcut>
+#include <QTextDocument>
 
 Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
 
@@ -23,6 +25,7 @@ namespace {
 
 constexpr int historyLength = 10;
 constexpr int iconSize = 32;
+constexpr int widestDeviceName = 480;
 const QPoint powerMenuOffset(-80, 38);
 
 SettingsApp::ClientMode modeOf(const QString &word)
@@ -40,6 +43,12 @@ QString signalImage(int signal)
         return QStringLiteral("thin_client_icon_wifi_1.png");
     return signal <= 66 ? QStringLiteral("thin_client_icon_wifi_2.png")
                         : QStringLiteral("thin_client_icon_wifi_full.png");
+}
+
+/// A tool tip takes for markup what looks like it, and anybody may name a wireless network.
+QString plain(const QString &text)
+{
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 void runPowerTool(const char *option)
@@ -94,8 +103,9 @@ void SettingsApp::setUpLauncher()
     connect(this, &SettingsApp::refreshServerList, &m_endpoint, &TerminalServerModule::findTerminalServer);
     connect(&m_endpoint, &TerminalServerModule::sendServerList, this, &SettingsApp::setServerList);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto *enter = new QShortcut(key, m_ui->launcherPage);
-        enter->setContext(Qt::WidgetWithChildrenShortcut);
+        auto *enter = new QShortcut(key, this);
+        enter->setAutoRepeat(false);
+        m_enterShortcuts += enter;
         connect(enter, &QShortcut::activated, this, &SettingsApp::pressEnter);
     }
 }
@@ -103,6 +113,7 @@ void SettingsApp::setUpLauncher()
 void SettingsApp::setUpSession()
 {
     connect(&m_launcher, &SessionLauncher::started, this, [this] {
+        closePopups();
         hide();
         setCursor(Qt::WaitCursor);
         m_update.setSessionConnectedState();
@@ -131,14 +142,10 @@ QJsonObject SettingsApp::connectionSettings(QLatin1String client) const
 
 void SettingsApp::loadConfiguration()
 {
-    const QJsonArray groups = root().value(Key::serverGroups).toArray();
     const QJsonObject window = root().value(Key::mainWindow).toObject();
     const QJsonObject corvid = connectionSettings(Key::corvidConnection);
-    const QJsonObject autoconnect = corvid.value(Key::autoconnect).toObject();
-    m_autoConnect = autoconnect.value(Key::enabled).toBool();
-    m_autoConnectTarget = ServerGroups::autoConnectTarget(autoconnect, groups);
-
-    m_ui->corvidPage->setGroups(groups);
+    m_autoConnect = corvid.value(Key::autoconnect).toObject().value(Key::enabled).toBool();
+    loadServerGroups();
     m_ui->corvidPage->setManualEntryAllowed(corvid.value(Key::allowManualAddress).toBool());
     m_ui->corvidPage->setAutoDetectedShown(corvid.value(Key::showAutodetected).toBool());
     m_ui->corvidPage->setHistory(window.value(Key::manualServerHistory).toArray());
@@ -147,8 +154,24 @@ void SettingsApp::loadConfiguration()
     const QJsonObject rdp = connectionSettings(Key::rdpConnection);
     m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
                              rdp.value(Key::allowCustomRdpServers).toBool());
-    m_ui->deviceNameLabel->setText(root().value(Key::general).toObject().value(Key::deviceName).toString());
+    showDeviceName(root().value(Key::general).toObject().value(Key::deviceName).toString());
     updateConnectButton();
+}
+
+void SettingsApp::loadServerGroups()
+{
+    const QJsonArray groups = root().value(Key::serverGroups).toArray();
+    const QJsonObject corvid = connectionSettings(Key::corvidConnection);
+    m_autoConnectTarget = ServerGroups::autoConnectTarget(corvid.value(Key::autoconnect).toObject(), groups);
+    m_ui->corvidPage->setGroups(groups);
+}
+
+void SettingsApp::showDeviceName(const QString &name)
+{
+    QLabel *label = m_ui->deviceNameLabel;
+    label->ensurePolished();
+    label->setText(label->fontMetrics().elidedText(name, Qt::ElideMiddle, widestDeviceName));
+    label->setAccessibleName(name);
 }
 
 void SettingsApp::openLauncher(const QString &clientMode)
@@ -241,12 +264,21 @@ void SettingsApp::updateConnectButton()
         qCDebug(lcLauncher).noquote() << "chosen:" << target->name;
 }
 
-/// Enter presses the button that has the focus, and Connect from everywhere else.
+/// A session that starts by itself leaves no menu before it and no question unanswered: the answer is no.
+void SettingsApp::closePopups()
+{
+    if (QWidget *popup = QApplication::activePopupWidget())
+        popup->close();
+    if (auto *question = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
+        question->reject();
+}
+
+/// Enter presses the button that has the focus, and on the launcher Connect from everywhere else.
 void SettingsApp::pressEnter()
 {
     if (auto *button = qobject_cast<QAbstractButton *>(focusWidget()))
         button->click();
-    else
+    else if (m_ui->mainStackedWidget->currentIndex() == LauncherPage)
         m_ui->connectButton->click();
 }
 
@@ -293,6 +325,9 @@ void SettingsApp::showConnectionError()
 
 void SettingsApp::on_mainStackedWidget_currentChanged(int index)
 {
+    // On the settings pages Enter belongs to the fields.
+    for (QShortcut *enter : qAsConst(m_enterShortcuts))
+        enter->setEnabled(index != SettingsPage);
     if (index == AutoConnectPage)
         m_ui->autoConnectPage->startAutoConnect(m_autoConnectTarget);
     else
@@ -331,7 +366,7 @@ void SettingsApp::refreshServerGroups()
 {
     if (m_configuration)
         m_configuration->readContent();
-    m_ui->corvidPage->setGroups(root().value(Key::serverGroups).toArray());
+    loadServerGroups();
     autoDetectServers();
 }
 
@@ -386,12 +421,12 @@ void SettingsApp::setWirelessIconShown(bool shown)
 
 void SettingsApp::setWiredToolTip(const QString &text)
 {
-    m_ui->wiredStatusLabel->setToolTip(text);
+    m_ui->wiredStatusLabel->setToolTip(plain(text));
 }
 
 void SettingsApp::setWirelessToolTip(const QString &text)
 {
-    m_ui->wirelessStatusLabel->setToolTip(text);
+    m_ui->wirelessStatusLabel->setToolTip(plain(text));
 }
 
 void SettingsApp::setBusy(bool busy)

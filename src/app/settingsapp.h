@@ -11,11 +11,13 @@
 #include <QMainWindow>
 #include <QMap>
 #include <QMenu>
+#include <QVector>
 
 #include <memory>
 #include <optional>
 
 class JsonModule;
+class QShortcut;
 
 namespace Ui {
 class SettingsApp;
@@ -95,6 +97,9 @@ protected:
 
 private:
     void setUpTopBar();
+    void loadServerGroups();
+    void showDeviceName(const QString &name);
+    void closePopups();
     void setUpLauncher();
     void setUpSession();
     void showClientMode(ClientMode mode);
@@ -115,6 +120,7 @@ private:
     UpdateModule m_update;
     SessionLauncher m_launcher;
     QMenu m_powerMenu;
+    QVector<QShortcut *> m_enterShortcuts;
     JsonModule *m_configuration = nullptr;
     ClientMode m_mode = ClientMode::Corvid;
     bool m_modeShown = false;

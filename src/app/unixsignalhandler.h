@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 class QSocketNotifier;
 class SettingsController;
@@ -39,7 +40,7 @@ private:
     void drain();
 
     QSocketNotifier *m_notifier = nullptr;
-    SettingsController *m_controller = nullptr;
+    QPointer<SettingsController> m_controller;
 };
 
 /// A handler to put in by hand from a debugger, to see whether a script's signal arrives at all.

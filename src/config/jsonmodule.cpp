@@ -53,7 +53,10 @@ bool reserve(int descriptor, qint64 oldSize, qint64 newSize)
 {
     if (newSize <= oldSize)
         return true;
-    const int error = ::posix_fallocate(descriptor, oldSize, newSize - oldSize);
+    int error = 0;
+    do {
+        error = ::posix_fallocate(descriptor, oldSize, newSize - oldSize);
+    } while (error == EINTR); // SIGUSR1 may come at any moment
     if (error == 0)
         return true;
     if (::ftruncate(descriptor, oldSize) != 0)
@@ -103,7 +106,7 @@ QString JsonModule::filePath() const
 
 QString JsonModule::getJsonString() const
 {
-    return QString::fromUtf8(m_document.toJson(QJsonDocument::Indented));
+    return QString::fromLatin1(m_document.toJson(QJsonDocument::Indented));
 }
 
 void JsonModule::setJsonString(const QByteArray &text)

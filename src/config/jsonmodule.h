@@ -24,7 +24,8 @@ public:
 
     QJsonDocument &getDocument();
     QString filePath() const;
-    /// The held document as indented text.
+    /// The held document as indented text, one character for each byte of its UTF-8: `toLatin1` gives the
+    /// bytes as they stand in the file.
     QString getJsonString() const;
     /// Replaces the held document by the parse of `text`, a null document when it does not parse. Nothing is
     /// written.

@@ -52,6 +52,8 @@ QByteArray query(const QString &program, const QStringList &arguments, int limit
     QProcess process;
     process.setProcessEnvironment(environment());
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A tool that asks for something gets no answer; it must not wait for one.
+    process.setStandardInputFile(QProcess::nullDevice());
     QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [&] {
         output += process.readAllStandardOutput();
         if (output.size() > outputLimit)
@@ -68,7 +70,9 @@ QByteArray query(const QString &program, const QStringList &arguments, int limit
         process.waitForFinished(1000);
     }
     output += process.readAllStandardOutput();
-    qCDebug(lcCommands).noquote() << "query:" << program << arguments << "in" << clock.elapsed() << "ms";
+    qCDebug(lcCommands).noquote() << "query:" << program << arguments << "in"
+                                  << QString::number(static_cast<double>(clock.nsecsElapsed()) / 1e6, 'f', 1)
+                                  << "ms";
     return output.left(outputLimit);
 }
 

@@ -20,6 +20,8 @@ Q_LOGGING_CATEGORY(lcNetwork, "kt.device.network")
 namespace {
 
 const QString configTool = QStringLiteral("/usr/bin/kt-network-config");
+/// The words that count are short; of a tool that never ends its line no more than this is kept.
+constexpr int longestWifiLine = 4096;
 /// The tool expects this word in every call.
 const QString fixedWord = QStringLiteral("A");
 
@@ -225,7 +227,8 @@ void NetworkController::readInterface(const QString &name, NetworkProperty &prop
         for (const QNetworkAddressEntry &entry : interface.addressEntries()) {
             if (entry.ip().protocol() != QAbstractSocket::IPv4Protocol || entry.ip().isLoopback())
                 continue;
-            property.setBroadcast(entry.broadcast().toString());
+            // Of an address without a broadcast address the system tells the address itself.
+            property.setBroadcast(entry.broadcast() == entry.ip() ? QString() : entry.broadcast().toString());
             property.setPrefixLength(entry.prefixLength());
         }
     }
@@ -279,9 +282,9 @@ bool NetworkController::startWifi(const QString &program, const QStringList &arg
 
 void NetworkController::readWifiStatus(QProcess *process)
 {
-    while (process->canReadLine()
+    while (process->canReadLine() || process->bytesAvailable() > longestWifiLine
            || (process->state() == QProcess::NotRunning && process->bytesAvailable() > 0)) {
-        QByteArray line = process->readLine();
+        QByteArray line = process->readLine(longestWifiLine);
         if (line.endsWith('\n'))
             line.chop(1);
         if (line == "connected")

@@ -71,6 +71,31 @@ QString nameServers()
     return onDevice(QStringLiteral("/etc/resolv.conf"));
 }
 
+QString release()
+{
+    return onDevice(QStringLiteral("/etc/kt-release"));
+}
+
+QString propertyMailbox()
+{
+    return onDevice(QStringLiteral("/dev/vcio"));
+}
+
+QString dhcpOptions()
+{
+    return onDevice(QStringLiteral("/tmp/dhcp-options.conf"));
+}
+
+QString keyboardLayouts()
+{
+    return onDevice(QStringLiteral("/etc/keyboard_layouts"));
+}
+
+QString timezones()
+{
+    return onDevice(QStringLiteral("/etc/timezones"));
+}
+
 QString caCertificates()
 {
     return stateDirectory() + QLatin1String("certificates/cacerts");

@@ -24,6 +24,11 @@ QString connection();       ///< describes a session to the client
 QString connectionStatus(); ///< the client's verdict
 QString broadcastLog();
 QString nameServers();
+QString release(); ///< which firmware is installed, an INI file
+QString propertyMailbox(); ///< the board's firmware answers there
+QString dhcpOptions(); ///< an INI file left by the DHCP client
+QString keyboardLayouts();
+QString timezones();
 QString caCertificates();  ///< without a closing slash
 QString clientDirectory(); ///< with a closing slash
 QString client();

@@ -3,7 +3,36 @@
 
 #include "models/item.h"
 
+#include <QCoreApplication>
+#include <QHash>
+
 #include <algorithm>
+
+namespace {
+
+QHash<QString, QIcon> sharedIcons;
+
+void dropSharedIcons()
+{
+    sharedIcons.clear();
+}
+
+/// Rows with the same images share one icon: reading both images anew for each of thousands of rows would be
+/// most of the time that showing them takes.
+QIcon sharedIcon(const QString &normal, const QString &selected)
+{
+    // No image outlives the application.
+    if (sharedIcons.isEmpty())
+        qAddPostRoutine(dropSharedIcons);
+    QIcon &icon = sharedIcons[normal + QLatin1Char('\n') + selected];
+    if (icon.isNull()) {
+        icon = QIcon(normal);
+        icon.addFile(selected, QSize(), QIcon::Selected);
+    }
+    return icon;
+}
+
+} // namespace
 
 Item::Item(const QString &name, Item *parent, bool heading, bool italic)
     : m_parent(parent)
@@ -108,8 +137,7 @@ void Item::swapChild(int first, int second)
 
 void Item::setIcon(const QString &normal, const QString &selected)
 {
-    m_icon = QIcon(normal);
-    m_icon.addFile(selected, QSize(), QIcon::Selected);
+    m_icon = sharedIcon(normal, selected);
     m_hasIcon = true;
 }
 

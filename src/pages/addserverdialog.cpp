@@ -9,6 +9,9 @@
 #include "ui_addserverdialog.h"
 
 #include <QPushButton>
+#include <QVector>
+
+#include <algorithm>
 
 AddServerDialog::AddServerDialog(ItemModel &target, const QString &groupName, QWidget *parent)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
@@ -91,12 +94,15 @@ bool AddServerDialog::addTyped()
 
 bool AddServerDialog::addPicked()
 {
-    const QModelIndexList picked = m_ui->serverView->selectionModel()->selectedRows();
-    for (const QModelIndex &index : picked) {
-        const Item *item = m_found->item(index);
-        add(item->getValue(Item::Name), item->getValue(Item::Address));
-    }
-    return !picked.isEmpty();
+    QModelIndexList picked = m_ui->serverView->selectionModel()->selectedRows();
+    std::sort(picked.begin(), picked.end());
+    // Copies: a question may be asked, and another search may end meanwhile.
+    QVector<Item> servers;
+    for (const QModelIndex &index : qAsConst(picked))
+        servers += *m_found->item(index);
+    for (const Item &server : qAsConst(servers))
+        add(server.getValue(Item::Name), server.getValue(Item::Address));
+    return !servers.isEmpty();
 }
 
 bool AddServerDialog::add(const QString &name, const QString &address)

@@ -98,15 +98,19 @@ void TerminalServerModule::getNetworkInfo(QString *ip, QString *netmask, QString
     put(ip, QStringLiteral("0.0.0.0"));
     put(netmask, QStringLiteral("0.0.0.0"));
     put(mac, QStringLiteral("00:00:00:00:00:00"));
+    bool found = false;
     for (const QNetworkInterface &interface : QNetworkInterface::allInterfaces()) {
         for (const QNetworkAddressEntry &entry : interface.addressEntries()) {
             if (entry.ip().protocol() != QAbstractSocket::IPv4Protocol || entry.ip().isLoopback())
                 continue;
-            put(ip, entry.ip().toString());
-            put(netmask, entry.netmask().toString());
-            put(mac, interface.hardwareAddress());
-            // A host address has no broadcast address.
-            if (broadcasts && !entry.broadcast().isNull())
+            if (!found) {
+                put(ip, entry.ip().toString());
+                put(netmask, entry.netmask().toString());
+                put(mac, interface.hardwareAddress());
+                found = true;
+            }
+            // Of an address without a broadcast address the system tells the address itself.
+            if (broadcasts && !entry.broadcast().isNull() && entry.broadcast() != entry.ip())
                 broadcasts->append(entry.broadcast().toString());
         }
     }

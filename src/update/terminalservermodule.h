@@ -25,7 +25,7 @@ public:
     explicit TerminalServerModule(QObject *parent = nullptr);
 
     /// Fills what it is given a pointer for from the addresses of this machine that are IPv4 and not
-    /// loopback: the last such address, its netmask and hardware address, and all broadcast addresses.
+    /// loopback: the first such address, its netmask and hardware address, and all broadcast addresses.
     static void getNetworkInfo(QString *ip, QString *netmask, QString *mac, QList<QString> *broadcasts);
 
 public slots:

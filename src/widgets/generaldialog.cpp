@@ -6,13 +6,14 @@
 #include "ui_generaldialog.h"
 
 #include <QPushButton>
-#include <QRegularExpression>
 
 namespace {
 
 constexpr int dialogWidth = 400;
 constexpr int longestMessage = 600;
-constexpr int longestWord = 40;
+constexpr int mostLines = 12;
+constexpr int widestMessageWord = 350;
+constexpr int widestTitleWord = 290;
 
 QString imageOf(GeneralDialog::DialogMode mode)
 {
@@ -33,12 +34,34 @@ QString imageOf(GeneralDialog::DialogMode mode)
     return QStringLiteral(":/images/dialog_input.png");
 }
 
-/// A label wraps between words only: an invisible break is put into words that no line could hold.
-QString breakable(const QString &text)
+bool endsLine(QChar character)
 {
-    static const QRegularExpression overlong(QStringLiteral("(\\S{%1})(?=\\S)").arg(longestWord));
-    QString result = text.size() > longestMessage ? text.left(longestMessage) + QChar(0x2026) : text;
-    return result.replace(overlong, QStringLiteral("\\1") + QChar(0x200B));
+    return character == QLatin1Char('\n') || character == QChar::LineSeparator
+        || character == QChar::ParagraphSeparator;
+}
+
+/// A label wraps between words only: an invisible break is put into words that no line could hold. What
+/// would not fit on a screen is cut.
+QString breakable(const QString &text, const QLabel *label, int widestWord)
+{
+    label->ensurePolished();
+    const QFontMetrics metrics = label->fontMetrics();
+    QString result;
+    int lines = 1;
+    int width = 0;
+    for (const QChar character : text) {
+        lines += endsLine(character) ? 1 : 0;
+        if (result.size() >= longestMessage || lines > mostLines)
+            return result + QChar(0x2026);
+        const int advance = metrics.horizontalAdvance(character);
+        width = character.isSpace() ? 0 : width + advance;
+        if (width > widestWord && !character.isLowSurrogate()) {
+            result += QChar(0x200B);
+            width = advance;
+        }
+        result += character;
+    }
+    return result;
 }
 
 } // namespace
@@ -91,12 +114,12 @@ void GeneralDialog::addButtons(DialogMode mode)
 void GeneralDialog::setTitle(const QString &title)
 {
     setWindowTitle(title);
-    m_ui->titleLabel->setText(breakable(title));
+    m_ui->titleLabel->setText(breakable(title, m_ui->titleLabel, widestTitleWord));
 }
 
 void GeneralDialog::setMessage(const QString &message)
 {
-    m_ui->messageLabel->setText(breakable(message));
+    m_ui->messageLabel->setText(breakable(message, m_ui->messageLabel, widestMessageWord));
     m_ui->inputLineEdit->setAccessibleDescription(message);
 }
 
@@ -108,6 +131,12 @@ void GeneralDialog::setTitleVisible(bool visible)
 void GeneralDialog::setPasswordMode()
 {
     m_ui->inputLineEdit->setEchoMode(QLineEdit::Password);
+}
+
+void GeneralDialog::setInput(const QString &input)
+{
+    m_ui->inputLineEdit->setText(input);
+    m_ui->inputLineEdit->selectAll();
 }
 
 QString GeneralDialog::getInput() const

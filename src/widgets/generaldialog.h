@@ -39,6 +39,8 @@ public:
     void setMessage(const QString &message);
     void setTitleVisible(bool visible);
     void setPasswordMode();
+    /// What the input line starts with, selected so that typing replaces it.
+    void setInput(const QString &input);
     QString getInput() const;
     bool checked() const;
     /// The box was left through its "Add" button.

@@ -3,6 +3,7 @@
 
 #include "widgets/groupservertreeview.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -70,6 +71,18 @@ void GroupServerTreeView::drawRow(QPainter *painter, const QStyleOptionViewItem 
     if (selectionModel() && selectionModel()->isSelected(index))
         painter->fillRect(QRect(0, option.rect.y(), viewport()->width(), option.rect.height()), selectedRow);
     QTreeView::drawRow(painter, option, index);
+}
+
+void GroupServerTreeView::keyPressEvent(QKeyEvent *event)
+{
+    // A view that gets the keyboard stands on its first row without selecting it. The first arrow does.
+    const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (arrow && currentIndex().flags().testFlag(Qt::ItemIsSelectable)
+        && selectionModel()->selectedIndexes().isEmpty())
+        selectionModel()->select(currentIndex(),
+                                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    else
+        QTreeView::keyPressEvent(event);
 }
 
 void GroupServerTreeView::resizeEvent(QResizeEvent *event)

@@ -44,13 +44,21 @@ void ListContainer::watchSelection()
         m_view->setModel(m_model);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &ListContainer::updateButtons);
-    connect(m_model, &QAbstractItemModel::modelReset, this, [this] { updateButtons(current()); });
-    updateButtons(current());
+    for (const auto change : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(m_model, change, this, &ListContainer::updateCurrent);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &ListContainer::updateCurrent);
+    updateCurrent();
 }
 
 void ListContainer::setAddButton(QPushButton *button)
 {
     m_addButton = button;
+    updateCurrent();
+}
+
+void ListContainer::setEditButton(QPushButton *button)
+{
+    m_editButton = button;
     updateButtons(current());
 }
 
@@ -58,14 +66,14 @@ void ListContainer::setUpButton(QPushButton *button)
 {
     m_upButton = button;
     connect(button, &QPushButton::clicked, this, &ListContainer::upItem);
-    updateButtons(current());
+    updateCurrent();
 }
 
 void ListContainer::setDownButton(QPushButton *button)
 {
     m_downButton = button;
     connect(button, &QPushButton::clicked, this, &ListContainer::downItem);
-    updateButtons(current());
+    updateCurrent();
 }
 
 void ListContainer::setRemoveButton(QPushButton *button, const QString &warning)
@@ -73,7 +81,7 @@ void ListContainer::setRemoveButton(QPushButton *button, const QString &warning)
     m_removeButton = button;
     m_removeWarning = warning;
     connect(button, &QPushButton::clicked, this, &ListContainer::removeItem);
-    updateButtons(current());
+    updateCurrent();
 }
 
 void ListContainer::setGuardedName(const QString &name)
@@ -86,10 +94,16 @@ QModelIndex ListContainer::current() const
     return m_view && m_view->selectionModel() ? m_view->currentIndex() : QModelIndex();
 }
 
+void ListContainer::updateCurrent()
+{
+    updateButtons(current());
+}
+
 void ListContainer::updateButtons(const QModelIndex &current)
 {
     const int rows = m_model ? m_model->rowCount(current.parent()) : 0;
     enable(m_addButton, m_model);
+    enable(m_editButton, current.isValid());
     enable(m_upButton, current.isValid() && current.row() > 0);
     enable(m_downButton, current.isValid() && current.row() + 1 < rows);
     enable(m_removeButton, current.isValid());
@@ -100,7 +114,7 @@ void ListContainer::upItem()
     if (!m_model || !current().isValid())
         return;
     m_model->upItem(current());
-    updateButtons(current());
+    updateCurrent();
     emit changed();
 }
 
@@ -109,7 +123,7 @@ void ListContainer::downItem()
     if (!m_model || !current().isValid())
         return;
     m_model->downItem(current());
-    updateButtons(current());
+    updateCurrent();
     emit changed();
 }
 
@@ -123,9 +137,11 @@ bool ListContainer::mayRemove(const QModelIndex &index) const
 
 void ListContainer::removeItem()
 {
-    if (!m_model || !current().isValid() || !mayRemove(current()))
+    // While the question is asked the rows may change.
+    const QPersistentModelIndex row = current();
+    if (!m_model || !row.isValid() || !mayRemove(row) || !m_model || !row.isValid())
         return;
-    m_model->remItem(current());
-    updateButtons(current());
+    m_model->remItem(row);
+    updateCurrent();
     emit changed();
 }

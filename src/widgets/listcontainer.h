@@ -24,6 +24,8 @@ public:
     void setModel(ItemModel *model);
     /// The button is enabled while there is a model; its owner decides what it adds.
     void setAddButton(QPushButton *button);
+    /// The button is enabled while a row is chosen; its owner decides what it edits.
+    void setEditButton(QPushButton *button);
     void setUpButton(QPushButton *button);
     void setDownButton(QPushButton *button);
     /// With a warning, removing the guarded row asks first.
@@ -44,11 +46,13 @@ signals:
 private:
     QModelIndex current() const;
     void watchSelection();
+    void updateCurrent();
     bool mayRemove(const QModelIndex &index) const;
 
     QPointer<QAbstractItemView> m_view;
     QPointer<ItemModel> m_model;
     QPointer<QPushButton> m_addButton;
+    QPointer<QPushButton> m_editButton;
     QPointer<QPushButton> m_upButton;
     QPointer<QPushButton> m_downButton;
     QPointer<QPushButton> m_removeButton;

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "session/reasonwindow.h"
+
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int Grid = 8;
+constexpr int WindowWidth = 80 * Grid;
+constexpr int Margin = 4 * Grid;
+
+// White on #525252 and the reverse are 7.8:1; the green carries no text.
+const char Style[] = R"(
+    ReasonWindow { background: #ffffff; border: 1px solid rgb(222,222,222); border-top: 8px solid rgb(131,182,43); }
+    QLabel { color: #525252; font-size: 16px; }
+    QLabel#reasonLabel { font-size: 24px; font-weight: bold; }
+    QLabel#rawLabel, QLabel#remainingLabel { font-size: 14px; }
+    QPushButton { color: #ffffff; background: #525252; border: 3px solid #525252; border-radius: 4px; font-size: 16px;
+                  min-width: 120px; min-height: 34px; }
+    QPushButton:focus { border-color: rgb(131,182,43); }
+    QPushButton:pressed { background: #3a3a3a; }
+)";
+
+QLabel *addLabel(QVBoxLayout *layout, const char *name, const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText); // the text may quote a program's output
+    label->setWordWrap(true);
+    layout->addWidget(label);
+    return label;
+}
+
+} // namespace
+
+ReasonWindow::ReasonWindow(const SessionEnd &end, QWidget *parent)
+    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
+    , m_timer(new QTimer(this))
+{
+    setAttribute(Qt::WA_StyledBackground);
+    setWindowTitle(tr("Session"));
+    setStyleSheet(QLatin1String(Style));
+    build(end);
+    m_timer->setObjectName(QStringLiteral("closeTimer"));
+    m_timer->setInterval(1000);
+    connect(m_timer, &QTimer::timeout, this, &ReasonWindow::countDown);
+    showRemaining();
+}
+
+void ReasonWindow::build(const SessionEnd &end)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Margin, Margin, Margin, Margin);
+    layout->setSpacing(2 * Grid);
+    addLabel(layout, "reasonLabel", reasonText(end.reason));
+    addLabel(layout, "nextStepLabel", reasonNextStep(end.reason));
+    addLabel(layout, "rawLabel", tr("For your administrator: %1").arg(end.raw));
+
+    auto *bottom = new QHBoxLayout;
+    m_remainingLabel = new QLabel;
+    m_remainingLabel->setObjectName(QStringLiteral("remainingLabel"));
+    auto *closeButton = new QPushButton(tr("Close"));
+    closeButton->setObjectName(QStringLiteral("closeButton"));
+    closeButton->setDefault(true);
+    closeButton->setFocus();
+    connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
+    bottom->addWidget(m_remainingLabel, 1);
+    bottom->addWidget(closeButton);
+    layout->addSpacing(Grid);
+    layout->addLayout(bottom);
+    setFixedWidth(WindowWidth);
+}
+
+void ReasonWindow::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    adjustSize();
+    move(QGuiApplication::primaryScreen()->geometry().center() - rect().center());
+    // There may be no window manager to hand us the keyboard.
+    activateWindow();
+    m_timer->start();
+}
+
+void ReasonWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void ReasonWindow::countDown()
+{
+    --m_remaining;
+    showRemaining();
+    if (m_remaining <= 0)
+        close();
+}
+
+void ReasonWindow::showRemaining()
+{
+    m_remainingLabel->setText(tr("This window closes in %1 s.").arg(m_remaining));
+}

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "sessionclient.h"
+
+#include "session/connectionfile.h"
+
+SessionClient::SessionClient(const QString &connectionFile, QObject *parent)
+    : QObject(parent)
+    , m_connectionFile(connectionFile)
+{
+    connect(&m_freeRdp, &FreeRdpProcess::ended, this, &SessionClient::ended);
+    connect(&m_signals, &UnixSignals::stopRequested, &m_freeRdp, &FreeRdpProcess::stop);
+    connect(&m_signals, &UnixSignals::refreshRequested, this, [this] { m_audio.reload(); });
+}
+
+void SessionClient::run()
+{
+    const ParsedConnection connection = readConnectionFile(m_connectionFile);
+    m_mayExplain = !connection.session.autoDisconnect;
+    if (connection.problem) {
+        emit ended({*connection.problem, QStringLiteral("connection file: %1").arg(connection.detail), {}});
+        return;
+    }
+    m_audio.reload();
+    QProcessEnvironment environment = freeRdpEnvironment(QProcessEnvironment::systemEnvironment());
+    m_audio.addTo(&environment);
+    m_freeRdp.start(freeRdpCommand(connection.session, m_audio.deviceName()), environment);
+}

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "session/freerdpprocess.h"
+#include "session/sessionaudio.h"
+#include "session/unixsignals.h"
+
+#include <QObject>
+#include <QString>
+
+// Runs the one session that a connection file describes.
+class SessionClient : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SessionClient(const QString &connectionFile, QObject *parent = nullptr);
+
+    void run();
+    // False for a member of a server group, where the next one is tried at once.
+    bool mayExplain() const { return m_mayExplain; }
+
+signals:
+    void ended(const SessionEnd &end);
+
+private:
+    QString m_connectionFile;
+    FreeRdpProcess m_freeRdp;
+    SessionAudio m_audio;
+    UnixSignals m_signals;
+    bool m_mayExplain = true;
+};

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+// One session as the launcher asks for it. Texts carry no control characters; see parseConnection().
+struct SessionDescription
+{
+    QString address;
+    int width = 0;
+    int height = 0;
+    int bitsPerPixel = 24;
+    bool secondDisplay = false;
+
+    bool logOn = false;
+    QString domain;
+    QString user;
+    QString password;
+
+    bool startProgram = false;
+    QString program;
+    QString directory;
+
+    bool sound = false;
+    QString deviceName;
+    QUrl proxy; // empty: a direct connection
+
+    // A member of a server group: whoever started us goes on at once, so nothing may wait for a person.
+    bool autoDisconnect = false;
+};

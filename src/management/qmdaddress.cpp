@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "management/qmdaddress.h"
+
+#include "config/keys.h"
+#include "device/paths.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSettings>
+
+namespace QmdAddress {
+
+namespace {
+
+const QString schemeMark = QStringLiteral("://");
+
+QString offeredByDhcp()
+{
+    const QString file = Paths::dhcpOptions();
+    if (!QFileInfo::exists(file))
+        return QString();
+    return QSettings(file, QSettings::IniFormat).value(QStringLiteral("QMD/qmd_address")).toString();
+}
+
+/// Where the host, with its port if it has one, ends.
+int authorityEnd(const QString &url)
+{
+    const int slash = url.indexOf(QLatin1Char('/'), url.indexOf(schemeMark) + schemeMark.size());
+    return slash < 0 ? url.size() : slash;
+}
+
+bool hasPort(const QString &authority)
+{
+    // The colons of an IPv6 address stand before its closing bracket.
+    static const QRegularExpression port(QStringLiteral(":[0-9]+$"));
+    return port.match(authority.mid(authority.lastIndexOf(QLatin1Char(']')) + 1)).hasMatch();
+}
+
+}
+
+QString complete(const QString &address)
+{
+    if (address.isEmpty())
+        return QStringLiteral("Unknown");
+    QString result = address.contains(schemeMark) ? address : QStringLiteral("http://") + address;
+    const int end = authorityEnd(result);
+    const int begin = result.indexOf(schemeMark) + schemeMark.size();
+    return hasPort(result.mid(begin, end - begin)) ? result : result.insert(end, QStringLiteral(":8080"));
+}
+
+QString url(const QJsonObject &managementSettings)
+{
+    const bool byDhcp = managementSettings.value(Key::autodiscoverQmd).toBool();
+    return complete(byDhcp ? offeredByDhcp() : managementSettings.value(Key::qmdAddress).toString());
+}
+
+}

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "pages/settingspage.h"
+
+#include <QDateTime>
+
+#include <memory>
+
+namespace Ui {
+class DateTimePage;
+}
+
+/// The time zone, and the clock: from a time server, or set by hand.
+class DateTimePage : public SettingsPage
+{
+    Q_OBJECT
+
+public:
+    explicit DateTimePage(JsonModule &configuration, QWidget *parent = nullptr);
+    ~DateTimePage() override;
+
+    /// The argument by which the clock is set: "5 Mar 2024 07:08:09".
+    static QString clockArgument(const QDateTime &time);
+
+protected:
+    void load(const QJsonObject &root) override;
+    QString refusal() const override;
+    void save(QJsonObject &root) override;
+    void runTools(const QJsonObject &root) override;
+
+private:
+    void getTimezones();
+    void setDateTimeTab(const QJsonObject &dateTime);
+    void saveDateTimeTab(QJsonObject &dateTime) const;
+    void enableFields();
+    void useTimeServer(const QString &server) const;
+    void setClock() const;
+
+    std::unique_ptr<Ui::DateTimePage> m_ui;
+};

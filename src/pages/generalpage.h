@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "pages/settingspage.h"
+
+#include <memory>
+
+namespace Ui {
+class GeneralPage;
+}
+
+/// The device's name, what the launcher opens for, and the administrator's password.
+class GeneralPage : public SettingsPage
+{
+    Q_OBJECT
+
+public:
+    explicit GeneralPage(JsonModule &configuration, QWidget *parent = nullptr);
+    ~GeneralPage() override;
+
+    bool canApply() const override;
+    /// Letters and digits, with hyphens between them.
+    static bool checkHostname(const QString &name);
+    /// "corvid", "solva" or "rdp", as the page shows it.
+    QString clientMode() const;
+
+signals:
+    /// A client mode was chosen, by the user or by filling the page.
+    void clientModeChosen(const QString &mode);
+
+protected:
+    void load(const QJsonObject &root) override;
+    QString refusal() const override;
+    void save(QJsonObject &root) override;
+    void runTools(const QJsonObject &root) override;
+
+private:
+    void setGeneralTab(const QJsonObject &general);
+    void saveGeneralTab(QJsonObject &general) const;
+    void deviceNameChanged(const QString &text);
+    void enterPasswordChanged(const QString &text);
+    void confirmPasswordChanged(const QString &text);
+    void passwordCheckboxChanged(int state);
+    bool takeReset();
+    void clearPasswords();
+    void updateWarnings();
+
+    std::unique_ptr<Ui::GeneralPage> m_ui;
+    QString m_storedHash;
+    bool m_passwordChanged = false;
+    bool m_passwordResetPending = false; ///< the fields show that there is a password, not what it is
+};

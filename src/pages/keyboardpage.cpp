@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "pages/keyboardpage.h"
+
+#include "config/keys.h"
+#include "device/commands.h"
+#include "device/listfile.h"
+#include "device/paths.h"
+
+#include "ui_keyboardpage.h"
+
+KeyboardPage::KeyboardPage(JsonModule &configuration, QWidget *parent)
+    : SettingsPage(configuration, tr("Keyboard"), QStringLiteral(":/images/page_keyboard.png"), parent)
+    , m_ui(std::make_unique<Ui::KeyboardPage>())
+{
+    m_ui->setupUi(this);
+    loadKeyboardLayouts();
+    watchEditors();
+}
+
+KeyboardPage::~KeyboardPage() = default;
+
+void KeyboardPage::loadKeyboardLayouts()
+{
+    for (const QStringList &fields : ListFile::read(Paths::keyboardLayouts())) {
+        m_layouts += {fields.value(0), fields.value(1), fields.value(2, fields.value(0))};
+        m_ui->layoutComboBox->addItem(m_layouts.last().name);
+    }
+}
+
+void KeyboardPage::load(const QJsonObject &root)
+{
+    setKeyboardTab(root.value(Key::keyboard).toObject());
+}
+
+void KeyboardPage::setKeyboardTab(const QJsonObject &keyboard)
+{
+    const QString code = keyboard.value(Key::layout).toString();
+    int row = 0;
+    while (row < m_layouts.size() && m_layouts.at(row).code != code)
+        ++row;
+    if (row == m_layouts.size()) {
+        // A layout that the device's list does not know stays what it is until another is chosen.
+        m_layouts += {code, QString(), code};
+        m_ui->layoutComboBox->addItem(code);
+    }
+    m_ui->layoutComboBox->setCurrentIndex(row);
+    m_ui->numLockCheckBox->setChecked(keyboard.value(Key::numlockOn).toBool());
+}
+
+void KeyboardPage::save(QJsonObject &root)
+{
+    QJsonObject keyboard = root.value(Key::keyboard).toObject();
+    saveKeyboardTab(keyboard);
+    root.insert(Key::keyboard, keyboard);
+}
+
+void KeyboardPage::saveKeyboardTab(QJsonObject &keyboard) const
+{
+    keyboard.insert(Key::layout, m_layouts.value(m_ui->layoutComboBox->currentIndex()).code);
+    keyboard.insert(Key::numlockOn, m_ui->numLockCheckBox->isChecked());
+}
+
+void KeyboardPage::runTools(const QJsonObject &)
+{
+    const KeyboardLayout layout = m_layouts.value(m_ui->layoutComboBox->currentIndex());
+    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-set-keyboard"),
+                                      Commands::quoted(layout.code) + QLatin1Char(' ')
+                                          + Commands::quoted(layout.variant)));
+}
+
+void KeyboardPage::setNumLock(const QJsonObject &keyboard)
+{
+    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/numlockx"),
+                                      keyboard.value(Key::numlockOn).toBool() ? QStringLiteral("on")
+                                                                              : QStringLiteral("off")));
+}

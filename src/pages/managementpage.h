@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "pages/settingspage.h"
+
+#include <memory>
+
+namespace Ui {
+class ManagementPage;
+}
+
+/// Who may manage the device from afar: a console on the network, and a management server.
+class ManagementPage : public SettingsPage
+{
+    Q_OBJECT
+
+public:
+    explicit ManagementPage(JsonModule &configuration, QWidget *parent = nullptr);
+    ~ManagementPage() override;
+
+protected:
+    void load(const QJsonObject &root) override;
+    QString refusal() const override;
+    void save(QJsonObject &root) override;
+
+private:
+    void setManagementTab(const QJsonObject &management);
+    void saveManagementTab(QJsonObject &management) const;
+    void update();
+
+    std::unique_ptr<Ui::ManagementPage> m_ui;
+};

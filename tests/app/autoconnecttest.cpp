@@ -1,0 +1,206 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "launcherfixture.h"
+
+#include "app/autoconnectpage.h"
+#include "config/keys.h"
+#include "dialoganswer.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTest>
+
+namespace {
+
+const QStringList autoconnect{Key::connection, Key::corvidConnection, Key::autoconnect};
+
+QList<Launcher::Setting> toServer(const QString &name)
+{
+    return {{autoconnect + QStringList{Key::enabled}, true},
+            {autoconnect + QStringList{Key::type}, QStringLiteral("server")},
+            {autoconnect + QStringList{Key::server},
+             QJsonObject{{Key::serverName, name}, {Key::serverAddress, QStringLiteral("10.0.0.1")}}}};
+}
+
+QList<Launcher::Setting> toGroup(const QString &name, const QJsonArray &groups)
+{
+    return {{autoconnect + QStringList{Key::enabled}, true},
+            {autoconnect + QStringList{Key::group}, name},
+            {{Key::serverGroups}, groups}};
+}
+
+} // namespace
+
+/// A device that connects by itself.
+class AutoConnectTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void countsSixTicksAndConnects();
+    void connectsAtOnceAndOnce();
+    void stopsWhenToldTo_data();
+    void stopsWhenToldTo();
+    void beginsAgainAfterASession();
+    void walksItsGroupAsItIsNow();
+    void saysThatItsGroupIsEmpty();
+    void declinesTheQuestionThatStandsOpen();
+    void keepsItsButtonsInSight();
+
+private:
+    static Countdown &countdown(const Launcher &launcher)
+    {
+        return launcher.part<AutoConnectPage>("autoConnectPage")->countdown();
+    }
+    /// Opens the page with ticks of a millisecond.
+    static void open(const Launcher &launcher, int tickMs = 1)
+    {
+        countdown(launcher).setTick(tickMs);
+        launcher.window->openLauncher(QStringLiteral("corvid"));
+    }
+    static QString text(const Launcher &launcher, const char *label)
+    {
+        return launcher.part<QLabel>(label)->text();
+    }
+};
+
+void AutoConnectTest::countsSixTicksAndConnects()
+{
+    Launcher launcher(toServer(QStringLiteral("<i>Main</i>")));
+    launcher.tellClient({QStringLiteral("hold")});
+    QStringList shown;
+    connect(&countdown(launcher), &Countdown::remaining, this,
+            [&] { shown += text(launcher, "countdownLabel"); });
+    open(launcher);
+    QCOMPARE(text(launcher, "autoConnectInfoLabel"),
+             QStringLiteral("This device is configured for automatic connection to server:  <i>Main</i> "));
+    QCOMPARE(launcher.part<QLabel>("autoConnectInfoLabel")->textFormat(), Qt::PlainText);
+    QVERIFY(launcher.part<QWidget>("autoConnectButton")->isVisible());
+    QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isVisible());
+    QVERIFY(!launcher.part<QWidget>("autoConnectAgainButton")->isVisible());
+    QTRY_VERIFY(launcher.window->sessionLauncher().isRunning());
+    QCOMPARE(shown.size(), 6);
+    for (int tick = 0; tick < 6; ++tick)
+        QCOMPARE(shown.at(tick), QStringLiteral("Automatic connection in %1 seconds").arg(5 - tick));
+    QCOMPARE(text(launcher, "countdownLabel"), QStringLiteral("Autoconnect started..."));
+    QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isHidden());
+    QVERIFY(!countdown(launcher).isRunning());
+    QTRY_COMPARE(launcher.addresses(), QStringList{QStringLiteral("10.0.0.1")});
+    launcher.letGo();
+    QTRY_COMPARE(launcher.ended->count(), 1);
+}
+
+void AutoConnectTest::connectsAtOnceAndOnce()
+{
+    Launcher launcher(toServer(QStringLiteral("Main")));
+    launcher.tellClient({success, success});
+    open(launcher, 60000);
+    QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
+    QCOMPARE(launcher.window->focusWidget()->objectName(), QStringLiteral("autoConnectButton"));
+    QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);
+    launcher.click("autoConnectButton");
+    QVERIFY(launcher.window->sessionLauncher().isRunning());
+    QVERIFY(launcher.ended->wait());
+    QVERIFY(!launcher.window->sessionLauncher().isRunning());
+    QCOMPARE(launcher.runs(), 1);
+}
+
+void AutoConnectTest::stopsWhenToldTo_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<int>("page");
+    QTest::newRow("cancel") << QByteArray("autoConnectCancelButton") << 2;
+    QTest::newRow("another mode") << QByteArray("rdpClientButton") << 0;
+}
+
+void AutoConnectTest::stopsWhenToldTo()
+{
+    QFETCH(QByteArray, button);
+    Launcher launcher(toServer(QStringLiteral("Main")));
+    const QSignalSpy elapsed(&countdown(launcher), &Countdown::elapsed);
+    connect(&countdown(launcher), &Countdown::remaining, this, [&](int seconds) {
+        if (seconds == 0)
+            launcher.click(button);
+    });
+    open(launcher);
+    QTRY_VERIFY(!countdown(launcher).isRunning());
+    QCOMPARE(elapsed.count(), 0);
+    QVERIFY(!launcher.window->sessionLauncher().isRunning());
+    QTEST(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), "page");
+    QVERIFY(launcher.part<QWidget>("autoConnectButton")->isHidden() == (button == "autoConnectCancelButton"));
+    QVERIFY(launcher.part<QWidget>("autoConnectAgainButton")->isHidden()
+            != (button == "autoConnectCancelButton"));
+
+    launcher.tellClient({success});
+    launcher.click("CorvidProButton");
+    QVERIFY(launcher.connectAndWait()); // the configured target, whatever the launcher shows
+    QCOMPARE(launcher.addresses(), QStringList{QStringLiteral("10.0.0.1")});
+}
+
+void AutoConnectTest::beginsAgainAfterASession()
+{
+    Launcher launcher(toServer(QStringLiteral("Main")));
+    launcher.tellClient({success, failure, success});
+    const DialogAnswer answer(true);
+    open(launcher);
+    QTRY_COMPARE(launcher.runs(), 3);
+    QTRY_VERIFY(launcher.ended->count() >= 3);
+    launcher.part<AutoConnectPage>("autoConnectPage")->stop();
+    QCOMPARE(answer.titles, QStringList{QStringLiteral("Connection Error")});
+    QCOMPARE(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), 2);
+}
+
+void AutoConnectTest::walksItsGroupAsItIsNow()
+{
+    Launcher launcher(toGroup(QStringLiteral("Office"), oneGroup(QStringLiteral("Office"), {})));
+    launcher.tellClient({failure, success});
+    open(launcher, 60000);
+    QJsonObject document = launcher.device.document();
+    document.insert(
+        Key::serverGroups,
+        oneGroup(QStringLiteral("Office"), {QStringLiteral("10.0.0.1"), QStringLiteral("10.0.0.2")}));
+    launcher.device.setDocument(document);
+    launcher.window->refreshServerGroups();
+    launcher.click("autoConnectButton");
+    QVERIFY(launcher.ended->wait());
+    QCOMPARE(launcher.addresses(), QStringList({QStringLiteral("10.0.0.1"), QStringLiteral("10.0.0.2")}));
+}
+
+void AutoConnectTest::saysThatItsGroupIsEmpty()
+{
+    Launcher launcher(toGroup(QStringLiteral("Gone"), {}));
+    const DialogAnswer answer(true);
+    open(launcher);
+    QTRY_COMPARE(answer.messages, QStringList{QStringLiteral("Group Gone is empty. Connection aborted!")});
+    QVERIFY(!countdown(launcher).isRunning());
+    QVERIFY(launcher.window->isVisible());
+}
+
+void AutoConnectTest::declinesTheQuestionThatStandsOpen()
+{
+    Launcher launcher(toServer(QStringLiteral("Main")));
+    launcher.tellClient({success});
+    QTimer::singleShot(0, this, [&] { open(launcher); });
+    launcher.window->on_actionShutdown_triggered(); // returns when the session starts
+    QVERIFY(launcher.window->sessionLauncher().isRunning());
+    QCOMPARE(launcher.device.calls(), QStringList());
+    QVERIFY(launcher.ended->wait());
+    launcher.part<AutoConnectPage>("autoConnectPage")->stop();
+}
+
+void AutoConnectTest::keepsItsButtonsInSight()
+{
+    Launcher launcher(toServer(QStringLiteral("word ").repeated(2000)));
+    open(launcher, 60000);
+    const auto *card = launcher.part<QWidget>("autoConnectCard");
+    for (const char *name : {"autoConnectButton", "autoConnectCancelButton"}) {
+        const auto *button = launcher.part<QWidget>(name);
+        QVERIFY2(card->rect().contains(QRect(button->mapTo(card, QPoint()), button->size())), name);
+        QVERIFY(button->height() >= 40);
+    }
+}
+
+QTEST_MAIN(AutoConnectTest)
+#include "autoconnecttest.moc"
