@@ -38,8 +38,6 @@ private slots:
     void init();
     void cleanup();
     void writesTheDocumentAtTheFirstStart();
-    void replacesADocumentBeyondUse();
-    void leavesADocumentAsItIs();
     void doesNothingOnABrokenMessage_data();
     void doesNothingOnABrokenMessage();
     void doesWhatAMessageSays();
@@ -93,23 +91,6 @@ void SettingsControllerTest::writesTheDocumentAtTheFirstStart()
     QCOMPARE(interfaces.value(QStringLiteral("wlan")).toObject().value(QStringLiteral("enabled")),
              QJsonValue(false));
     QCOMPARE(program.controller.configuration().getDocument().object(), document);
-}
-
-void SettingsControllerTest::replacesADocumentBeyondUse()
-{
-    m_device->write(documentPath, "{\"general settings\": {");
-    const Program program;
-    QCOMPARE(m_device->document().size(), 17);
-}
-
-void SettingsControllerTest::leavesADocumentAsItIs()
-{
-    const QByteArray own = R"({"x":[ 1 ],"general settings": {"client mode":"rdp"},
-        "main window": {"selection": "other server"}}  )";
-    m_device->write(documentPath, own);
-    Program program;
-    QCOMPARE(program.window.clientMode(), SettingsApp::ClientMode::Rdp);
-    QCOMPARE(m_device->read(documentPath), own);
 }
 
 void SettingsControllerTest::doesNothingOnABrokenMessage_data()
@@ -187,9 +168,9 @@ void SettingsControllerTest::hearsTheSignal()
 
 void SettingsControllerTest::answersTheWindow()
 {
-    m_device->write(documentPath, R"({"network settings": {"proxy": {"port": 1}},
-        "display settings": {"secondary": {"position": "left", "resolution": "800x600"}}})");
     Program program;
+    program.controller.configuration().setJsonString(R"({"network settings": {"proxy": {"port": 1}},
+        "display settings": {"secondary": {"position": "left", "resolution": "800x600"}}})");
     QString resolution;
     int atLeft = -1;
     int bottomAligned = -1;
