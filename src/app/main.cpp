@@ -6,11 +6,14 @@
 #include "app/settingscontroller.h"
 #include "app/unixsignalhandler.h"
 
+#include "device/log.h"
+
 #include <QApplication>
 #include <QScreen>
 
 int main(int argc, char *argv[])
 {
+    Log::install();
     UnixSignalHandler::install();
 
     QApplication application(argc, argv);
