@@ -71,6 +71,16 @@ QString nameServers()
     return onDevice(QStringLiteral("/etc/resolv.conf"));
 }
 
+QString release()
+{
+    return onDevice(QStringLiteral("/etc/kt-release"));
+}
+
+QString media()
+{
+    return onDevice(QStringLiteral("/media"));
+}
+
 QString caCertificates()
 {
     return stateDirectory() + QLatin1String("certificates/cacerts");

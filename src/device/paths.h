@@ -24,6 +24,8 @@ QString connection();       ///< describes a session to the client
 QString connectionStatus(); ///< the client's verdict
 QString broadcastLog();
 QString nameServers();
+QString release();         ///< the firmware's identity
+QString media();           ///< where USB sticks are mounted
 QString caCertificates();  ///< without a closing slash
 QString clientDirectory(); ///< with a closing slash
 QString client();
