@@ -6,6 +6,8 @@
 #include "app/settingscontroller.h"
 #include "app/unixsignalhandler.h"
 
+#include "device/log.h"
+
 #include <QApplication>
 #include <QScreen>
 
@@ -15,6 +17,7 @@ constexpr char openGlChoice[] = "QT_XCB_GL_INTEGRATION";
 
 int main(int argc, char *argv[])
 {
+    Log::install();
     UnixSignalHandler::install();
 
     // Nothing here is drawn with OpenGL; loading its driver would be most of our memory and a good part of

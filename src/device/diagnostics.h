@@ -9,7 +9,10 @@
 /// program.
 namespace Diagnostics {
 
-/// Prints one line.
+/// Prints one line, which the log keeps.
 void print(const QString &line);
+
+/// Prints one line that the log never sees: one that holds a password or another credential.
+void printToStandardOutputOnly(const QString &line);
 
 } // namespace Diagnostics

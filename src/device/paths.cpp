@@ -94,6 +94,9 @@ QString keyboardLayouts()
 QString timezones()
 {
     return onDevice(QStringLiteral("/etc/timezones"));
+QString media()
+{
+    return onDevice(QStringLiteral("/media"));
 }
 
 QString caCertificates()

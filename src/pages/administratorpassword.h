@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QString>
+
+class QJsonObject;
+class QWidget;
+
+/// The password that the document may put before the settings and before leaving the launcher.
+namespace AdministratorPassword {
+
+/// Asks for the password and says so when it is wrong. True when it was right, and at once when none is set.
+bool ask(QWidget *parent, const QJsonObject &root);
+
+} // namespace AdministratorPassword

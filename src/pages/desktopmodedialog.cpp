@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "pages/desktopmodedialog.h"
+
+#include "device/commands.h"
+#include "pages/administratorpassword.h"
+#include "widgets/generaldialog.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("DesktopModeDialog", source);
+}
+
+} // namespace
+
+namespace DesktopModeDialog {
+
+bool ask(QWidget *parent, const QJsonObject &root)
+{
+    if (!AdministratorPassword::ask(parent, root))
+        return false;
+    const QString question
+        = text("Switch this device to its desktop?\n\nThe launcher gives way to the Raspbian"
+               " desktop.");
+    if (!GeneralDialog::ask(parent, text("Desktop mode"), question))
+        return false;
+    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-switch"), QStringLiteral("-d")));
+    return true;
+}
+
+} // namespace DesktopModeDialog
