@@ -31,15 +31,18 @@ class Algorithms
 public:
     Algorithms()
         : m_context(OSSL_LIB_CTX_new())
-    {
-        OSSL_PROVIDER_load(m_context.get(), "default");
-        OSSL_PROVIDER_load(m_context.get(), "legacy");
-    }
+        , m_current(OSSL_PROVIDER_load(m_context.get(), "default"))
+        , m_old(OSSL_PROVIDER_load(m_context.get(), "legacy"))
+    { }
 
     OSSL_LIB_CTX *get() const { return m_context.get(); }
 
 private:
-    OpenSsl::Context m_context; // ends its providers with itself
+    using Provider = std::unique_ptr<OSSL_PROVIDER, OpenSsl::Release<OSSL_PROVIDER_unload>>;
+
+    OpenSsl::Context m_context; // outlives its providers
+    Provider m_current;
+    Provider m_old;
 };
 
 /// How often the key derivation that `algorithm` names goes round; nothing when it is one we do not open.
