@@ -94,6 +94,10 @@ inline constexpr QLatin1String ntpServer("ntp server");
 inline constexpr QLatin1String security("security settings");
 inline constexpr QLatin1String caCertificates("ca certificates");
 inline constexpr QLatin1String clientCertificates("client certificates");
+inline constexpr QLatin1String certificateFile("file name");
+inline constexpr QLatin1String certificateSubject("subject");
+inline constexpr QLatin1String certificateFingerprint("fingerprint");
+inline constexpr QLatin1String certificateExpiry("expiry");
 
 inline constexpr QLatin1String shadowing("shadowing settings");
 

@@ -101,7 +101,17 @@ QString media()
 
 QString caCertificates()
 {
-    return stateDirectory() + QLatin1String("certificates/cacerts");
+    return clientCertificates() + QLatin1String("cacerts");
+}
+
+QString clientCertificates()
+{
+    return stateDirectory() + QLatin1String("certificates/");
+}
+
+QString removableMedia()
+{
+    return onDevice(QStringLiteral("/media"));
 }
 
 QString clientDirectory()
