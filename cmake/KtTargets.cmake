@@ -45,7 +45,7 @@ endfunction()
 set(KT_TEST_ENVIRONMENT
     "QT_QPA_PLATFORM=offscreen"
     "LC_ALL=C.UTF-8"
-    "QT_LOGGING_RULES=*.debug=true"
+    "QT_LOGGING_RULES=kt.*.debug=true"
     "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0"
     "ASAN_OPTIONS=detect_leaks=1"
     "UBSAN_OPTIONS=print_stacktrace=1"

@@ -87,7 +87,9 @@ void NetworkStatus::applyWired(const QString &word)
         m_statusTimer.start(pollMs);
     } else if (word == connectedWord) {
         emit wiredIconShown(true);
-        showWiredConnected();
+        // An address that the interface has got by now is not overlaid with the one it had.
+        if (showWiredConnected())
+            m_pluggedCorrect = false;
         m_wiredState = Link::Connected;
         m_cableWatchTimer.start(firstCableCheckMs);
     } else {
@@ -118,13 +120,14 @@ void NetworkStatus::showWirelessAbsent()
     m_wirelessState = Link::Absent;
 }
 
-void NetworkStatus::showWiredConnected()
+bool NetworkStatus::showWiredConnected()
 {
     NetworkProperty property;
     m_network.getNetworkByInterface(eth0, property);
     emit wiredToolTip(property.ip());
     emit wiredStatus(connectedWord);
     emit ethernetAddress(property.ip(), true);
+    return !property.ip().isEmpty();
 }
 
 void NetworkStatus::updateNetworkStatus()

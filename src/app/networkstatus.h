@@ -79,7 +79,8 @@ private:
     void takeWirelessMessage(const QString &message);
     void showWirelessConnected();
     void showWirelessAbsent();
-    void showWiredConnected();
+    /// False when the interface has no address after all.
+    bool showWiredConnected();
     void cablePresent();
     void cableAbsent();
     void takeAddressOff();

@@ -11,8 +11,12 @@
 #include "device/commands.h"
 #include "device/diagnostics.h"
 #include "device/paths.h"
+#include "pages/administratorpassword.h"
+#include "pages/keyboardpage.h"
+#include "widgets/generaldialog.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QNetworkInterface>
 
@@ -43,6 +47,7 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     , m_window(window)
     , m_configuration(QStringLiteral("config.json"), true)
     , m_networkStatus(m_network, m_configuration)
+    , m_pages(*window, m_configuration, m_network)
 {
     connectWindow();
     connectNetworkStatus();
@@ -70,6 +75,9 @@ void SettingsController::connectWindow()
     connect(m_window, &SettingsApp::getProxyParameters, this, &SettingsController::fillProxyParameters);
     connect(m_window, &SettingsApp::secondaryMonitorParameters, this,
             &SettingsController::fillSecondaryParameter);
+    connect(m_window, &SettingsApp::settingsRequested, this, &SettingsController::on_settingsButton_clicked);
+    connect(&m_pages.view(), &SettingsView::applyRequested, this, &SettingsController::on_applyButton_clicked);
+    connect(&m_pages.view(), &SettingsView::backRequested, this, &SettingsController::on_backButton_clicked);
     connect(this, &SettingsController::dualMonitorChanged, m_window, &SettingsApp::setDualDisplay);
 }
 
@@ -97,6 +105,42 @@ void SettingsController::loadConfiguration()
     const QJsonObject root = m_configuration.getDocument().object();
     m_window->loadConfiguration();
     m_window->openLauncher(root.value(Key::general).toObject().value(Key::clientMode).toString());
+    KeyboardPage::setNumLock(root.value(Key::keyboard).toObject());
+}
+
+void SettingsController::on_settingsButton_clicked()
+{
+    m_pages.view().showPage(0);
+    m_configuration.readContent();
+    m_pages.fill();
+    if (!AdministratorPassword::ask(m_window, m_configuration.getDocument().object()))
+        return;
+    m_window->showSettings();
+    m_pages.view().setApplyEnabled(false);
+}
+
+void SettingsController::on_applyButton_clicked()
+{
+    if (m_pages.apply())
+        leaveSettings();
+}
+
+void SettingsController::on_backButton_clicked()
+{
+    if (m_pages.view().hasUnsavedChanges()
+        && !GeneralDialog::ask(m_window, tr("Info"), tr("There are unsaved changes. Continue?")))
+        return;
+    leaveSettings();
+}
+
+void SettingsController::leaveSettings()
+{
+    m_configuration.readContent();
+    m_pages.discard();
+    m_pages.view().setApplyEnabled(false);
+    m_window->loadConfiguration();
+    m_window->showLauncher();
+    m_window->autoDetectServers();
 }
 
 void SettingsController::checkConfigVersion()
@@ -166,7 +210,7 @@ QJsonObject SettingsController::generateDefaultNetwork()
 void SettingsController::getRemoteMessage()
 {
     QFile file(Paths::message());
-    if (!file.open(QIODevice::ReadOnly) || file.size() > messageLimit) {
+    if (!QFileInfo(file).isFile() || file.size() > messageLimit || !file.open(QIODevice::ReadOnly)) {
         qCWarning(lcController).noquote() << "no message in" << file.fileName();
         return;
     }

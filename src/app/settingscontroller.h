@@ -4,6 +4,7 @@
 #pragma once
 
 #include "app/networkstatus.h"
+#include "app/settingspages.h"
 #include "config/jsonmodule.h"
 #include "device/networkcontroller.h"
 
@@ -41,6 +42,12 @@ public:
 public slots:
     /// The complete factory document for this device. Asks the device's tools.
     void loadDefaultConfig(QJsonObject &out);
+    /// Fills the settings and shows them, behind the administrator password where one is set.
+    void on_settingsButton_clicked();
+    /// Applies the pages and returns to the launcher; stays when a page refuses.
+    void on_applyButton_clicked();
+    /// Returns to the launcher; asks first when changes would be lost.
+    void on_backButton_clicked();
     /// Reads the message file that a device script has written and does what it says. A file that is missing
     /// or malformed changes nothing.
     void getRemoteMessage();
@@ -60,6 +67,7 @@ private:
     void applyNetwork();
     void connectWindow();
     void connectNetworkStatus();
+    void leaveSettings();
     void takeMessage(const QJsonObject &message);
 
     SettingsApp *m_window;
@@ -67,4 +75,5 @@ private:
     QJsonObject m_defaults;
     NetworkController m_network;
     NetworkStatus m_networkStatus;
+    SettingsPages m_pages;
 };

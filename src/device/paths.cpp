@@ -94,6 +94,8 @@ QString keyboardLayouts()
 QString timezones()
 {
     return onDevice(QStringLiteral("/etc/timezones"));
+}
+
 QString media()
 {
     return onDevice(QStringLiteral("/media"));
@@ -107,11 +109,6 @@ QString caCertificates()
 QString clientCertificates()
 {
     return stateDirectory() + QLatin1String("certificates/");
-}
-
-QString removableMedia()
-{
-    return onDevice(QStringLiteral("/media"));
 }
 
 QString clientDirectory()

@@ -29,13 +29,9 @@ QString propertyMailbox(); ///< the board's firmware answers there
 QString dhcpOptions();     ///< an INI file left by the DHCP client
 QString keyboardLayouts();
 QString timezones();
-QString release();         ///< the firmware's identity
-QString media();           ///< where USB sticks are mounted
-QString caCertificates();  ///< without a closing slash
-QString clientDirectory(); ///< with a closing slash
+QString media();              ///< where USB sticks are mounted
 QString caCertificates();     ///< without a closing slash
 QString clientCertificates(); ///< with a closing slash
-QString removableMedia();     ///< where a memory stick shows up
 QString clientDirectory();    ///< with a closing slash
 QString client();
 

@@ -26,12 +26,12 @@ constexpr int stateWidth = 120;
 
 QString chooseFile(QWidget *parent)
 {
-    QFileDialog dialog(parent, SecurityPage::tr("Import certificate"), Paths::removableMedia(),
+    QFileDialog dialog(parent, SecurityPage::tr("Import certificate"), Paths::media(),
                        SecurityPage::tr("Certificates (*.pem *.crt *.cer *.der *.p12 *.pfx);;All files (*)"));
     // The device's own dialog, which may look at files and do nothing else with them.
     dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::ReadOnly);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setSidebarUrls({QUrl::fromLocalFile(Paths::removableMedia())});
+    dialog.setSidebarUrls({QUrl::fromLocalFile(Paths::media())});
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 

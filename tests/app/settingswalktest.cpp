@@ -1,0 +1,326 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "app/settingsapp.h"
+#include "app/settingscontroller.h"
+#include "dialoganswer.h"
+#include "pages/settingspage.h"
+#include "testdevice.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStackedWidget>
+#include <QTest>
+#include <QToolButton>
+
+namespace {
+
+/// What each page owns of the document; the pages that are not here own nothing.
+const QMap<QString, QStringList> ownedSections
+    = {{QStringLiteral("GeneralPage"), {QStringLiteral("general settings")}},
+       {QStringLiteral("ConnectionPage"), {QStringLiteral("connection settings")}},
+       {QStringLiteral("KioskModePage"),
+        {QStringLiteral("user autologon settings"), QStringLiteral("app autostart settings")}},
+       {QStringLiteral("KeyboardPage"), {QStringLiteral("keyboard settings")}},
+       {QStringLiteral("DateTimePage"), {QStringLiteral("date time settings")}},
+       {QStringLiteral("ManagementPage"), {QStringLiteral("management settings")}},
+       {QStringLiteral("FirmwarePage"), {QStringLiteral("firmware settings")}}};
+
+/// Fields whose change is a dialogue of its own, tested with their page.
+bool hasOwnTest(const QWidget *field)
+{
+    static const QStringList names
+        = {QStringLiteral("passwordCheckBox"), QStringLiteral("enterPasswordLineEdit"),
+           QStringLiteral("confirmPasswordLineEdit"), QStringLiteral("dateTimeEdit"),
+           QStringLiteral("qt_spinbox_lineedit"), QStringLiteral("autoConnectGroupRadioButton"),
+           QStringLiteral("autoConnectGroupComboBox")};
+    return names.contains(field->objectName()) || qobject_cast<const QComboBox *>(field->parentWidget());
+}
+
+/// Changes a field as a user would; text fields get a word that every page accepts.
+void change(QWidget *field)
+{
+    if (auto *line = qobject_cast<QLineEdit *>(field))
+        line->setText(QStringLiteral("changed") + QString::number(line->objectName().size()));
+    else if (auto *box = qobject_cast<QComboBox *>(field))
+        box->setCurrentIndex(box->count() - 1);
+    else if (auto *check = qobject_cast<QCheckBox *>(field))
+        check->click();
+    else if (auto *radio = qobject_cast<QRadioButton *>(field))
+        radio->click();
+}
+
+QVariant shown(const QWidget *field)
+{
+    if (auto *line = qobject_cast<const QLineEdit *>(field))
+        return line->text();
+    if (auto *box = qobject_cast<const QComboBox *>(field))
+        return box->currentText();
+    auto *button = qobject_cast<const QAbstractButton *>(field);
+    return button ? QVariant(button->isChecked()) : QVariant();
+}
+
+QList<QWidget *> fields(const SettingsPage *page)
+{
+    QList<QWidget *> result;
+    for (QWidget *widget : page->findChildren<QWidget *>()) {
+        if (!hasOwnTest(widget) && shown(widget).isValid() && !qobject_cast<QPushButton *>(widget)
+            && !qobject_cast<QToolButton *>(widget))
+            result += widget;
+    }
+    return result;
+}
+
+QJsonObject without(QJsonObject document, const QStringList &sections)
+{
+    for (const QString &section : sections)
+        document.remove(section);
+    return document;
+}
+
+}
+
+/// All settings pages over real widgets: what is changed on one is in the document, alone, and on the screen again.
+class SettingsWalkTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void storesAndShowsEveryFieldOfEveryPage();
+    void asksForThePassword();
+    void asksBeforeChangesAreLost();
+    void showsThePageThatRefuses();
+    void runsTheToolsOfTheClockAndTheKeyboard();
+    void hostileValuesStayArguments();
+
+private:
+    template <typename Widget>
+    Widget *part(const char *name) const
+    {
+        return m_window->findChild<Widget *>(QLatin1String(name));
+    }
+    SettingsPage *page(const char *className) const;
+    bool settingsShown() const;
+    void enter();
+    void restart();
+
+    std::unique_ptr<TestDevice> m_device;
+    std::unique_ptr<SettingsController> m_controller;
+    std::unique_ptr<SettingsApp> m_window;
+};
+
+void SettingsWalkTest::init()
+{
+    m_controller.reset();
+    m_window.reset();
+    m_device.reset(); // it takes its root out of the environment as it goes
+    m_device = std::make_unique<TestDevice>();
+    restart();
+    m_device->forgetCalls();
+}
+
+void SettingsWalkTest::restart()
+{
+    m_controller.reset();
+    m_window = std::make_unique<SettingsApp>();
+    m_controller = std::make_unique<SettingsController>(m_window.get());
+    m_window->show();
+}
+
+SettingsPage *SettingsWalkTest::page(const char *className) const
+{
+    for (auto *candidate : m_window->findChildren<SettingsPage *>()) {
+        if (QByteArray(candidate->metaObject()->className()) == className)
+            return candidate;
+    }
+    return nullptr;
+}
+
+bool SettingsWalkTest::settingsShown() const
+{
+    return part<QStackedWidget>("mainStackedWidget")->currentIndex() == SettingsApp::SettingsPage;
+}
+
+void SettingsWalkTest::enter()
+{
+    part<QToolButton>("settingsButton")->click();
+}
+
+void SettingsWalkTest::storesAndShowsEveryFieldOfEveryPage()
+{
+    QJsonObject start = m_device->document();
+    QJsonObject logon = start.value(QStringLiteral("user autologon settings")).toObject();
+    logon.insert(QStringLiteral("username"), QStringLiteral("nurse")); // a broker's log-on needs one
+    start.insert(QStringLiteral("user autologon settings"), logon);
+    m_device->setDocument(start);
+    for (auto entry = ownedSections.constBegin(); entry != ownedSections.constEnd(); ++entry) {
+        enter();
+        QVERIFY2(settingsShown(), qPrintable(entry.key()));
+        SettingsPage *changed = page(entry.key().toLatin1());
+        QVERIFY2(changed, qPrintable(entry.key()));
+        const QJsonObject before = m_device->document();
+        QMap<QString, QVariant> expected;
+        for (QWidget *field : fields(changed))
+            change(field);
+        for (QWidget *field : fields(changed))
+            expected.insert(field->objectName(), shown(field));
+
+        DialogAnswer answer(true);
+        part<QPushButton>("applyButton")->click();
+        QVERIFY2(!settingsShown(),
+                 qPrintable(entry.key() + QLatin1String(": ") + answer.messages.join(QLatin1Char('|'))));
+        const QJsonObject after = m_device->document();
+        QCOMPARE(without(after, entry.value()), without(before, entry.value()));
+        for (const QString &section : entry.value())
+            QVERIFY2(after.value(section) != before.value(section), qPrintable(section));
+
+        restart();
+        enter();
+        for (QWidget *field : fields(page(entry.key().toLatin1())))
+            QVERIFY2(shown(field) == expected.value(field->objectName()),
+                     qPrintable(entry.key() + QLatin1String(": ") + field->objectName()));
+    }
+}
+
+void SettingsWalkTest::asksForThePassword()
+{
+    enter();
+    part<QCheckBox>("passwordCheckBox")->click();
+    QTest::keyClicks(part<QLineEdit>("enterPasswordLineEdit"), QStringLiteral("secret"));
+    QTest::keyClicks(part<QLineEdit>("confirmPasswordLineEdit"), QStringLiteral("secreT"));
+    {
+        DialogAnswer refused(true);
+        part<QPushButton>("applyButton")->click();
+        QCOMPARE(refused.messages, QStringList(QStringLiteral("The two passwords differ.")));
+    }
+    part<QLineEdit>("confirmPasswordLineEdit")->clear();
+    QTest::keyClicks(part<QLineEdit>("confirmPasswordLineEdit"), QStringLiteral("secret"));
+    part<QPushButton>("applyButton")->click();
+    QVERIFY(!settingsShown());
+    const QJsonObject general = m_device->document().value(QStringLiteral("general settings")).toObject();
+    QCOMPARE(general.value(QStringLiteral("setup GUI password hash")).toString(),
+             QStringLiteral("5ebe2294ecd0e0f08eab7690d2a6ee69"));
+    QVERIFY(!m_device->read(QStringLiteral("/var/lib/kt964/config.json")).contains("\"secret\""));
+    {
+        DialogAnswer wrong(true, QStringLiteral("Secret"));
+        enter();
+        QVERIFY(!settingsShown());
+        QCOMPARE(wrong.messages.last(), QStringLiteral("Wrong password"));
+    }
+    DialogAnswer right(true, QStringLiteral("secret"));
+    enter();
+    QVERIFY(settingsShown());
+    QCOMPARE(part<QLineEdit>("enterPasswordLineEdit")->text(), QStringLiteral("********"));
+    // What stands there for the password is not taken for one.
+    part<QLineEdit>("deviceNameLineEdit")->setText(QStringLiteral("TC7"));
+    part<QPushButton>("applyButton")->click();
+    QCOMPARE(m_device->document().value(QStringLiteral("general settings")).toObject().value(
+                 QStringLiteral("setup GUI password hash")),
+             general.value(QStringLiteral("setup GUI password hash")));
+}
+
+void SettingsWalkTest::asksBeforeChangesAreLost()
+{
+    enter();
+    QVERIFY(!part<QPushButton>("applyButton")->isEnabled());
+    part<QLineEdit>("deviceNameLineEdit")->setText(QStringLiteral("lost"));
+    {
+        DialogAnswer stay(false);
+        part<QPushButton>("backButton")->click();
+        QCOMPARE(stay.messages, QStringList(QStringLiteral("There are unsaved changes. Continue?")));
+        QVERIFY(settingsShown());
+    }
+    DialogAnswer leave(true);
+    part<QPushButton>("backButton")->click();
+    QVERIFY(!settingsShown());
+    enter();
+    QVERIFY(part<QLineEdit>("deviceNameLineEdit")->text() != QStringLiteral("lost"));
+    QVERIFY(m_device->calls(QStringLiteral("kt-set-hostname")).isEmpty());
+    part<QLineEdit>("deviceNameLineEdit")->setText(QStringLiteral("  "));
+    QVERIFY(!part<QPushButton>("applyButton")->isEnabled());
+}
+
+void SettingsWalkTest::showsThePageThatRefuses()
+{
+    enter();
+    part<QLineEdit>("deviceNameLineEdit")->setText(QStringLiteral("saved"));
+    part<QCheckBox>("autostartCheckBox")->click();
+    part<QCheckBox>("numLockCheckBox")->click();
+    const QJsonValue keyboard = m_device->document().value(QStringLiteral("keyboard settings"));
+    DialogAnswer answer(true);
+    part<QPushButton>("applyButton")->click();
+    QVERIFY(settingsShown());
+    QCOMPARE(answer.titles, QStringList(QStringLiteral("Error")));
+    QCOMPARE(part<QListWidget>("settingsListWidget")->currentItem()->text(), QStringLiteral("Kiosk mode"));
+    QCOMPARE(m_device->calls(QStringLiteral("kt-set-hostname")).join(QString()),
+             QStringLiteral("kt-set-hostname -j"));
+    QCOMPARE(m_device->document().value(QStringLiteral("keyboard settings")), keyboard);
+    QVERIFY(page("KeyboardPage")->isChanged());
+}
+
+void SettingsWalkTest::runsTheToolsOfTheClockAndTheKeyboard()
+{
+    enter();
+    auto *layouts = part<QComboBox>("layoutComboBox");
+    layouts->setCurrentIndex(layouts->findText(QStringLiteral("German")));
+    part<QCheckBox>("ntpCheckBox")->setChecked(false);
+    part<QDateTimeEdit>("dateTimeEdit")->setDateTime({QDate(2024, 3, 5), QTime(7, 8, 9)});
+    m_device->forgetCalls();
+    part<QPushButton>("applyButton")->click();
+    const QStringList expected
+        = {QStringLiteral("kt-set-keyboard DE de"), QStringLiteral("kt-set-timezone US/Pacific"),
+           QStringLiteral("sudo systemctl disable ntp.service"),
+           QStringLiteral("systemctl disable ntp.service"),
+           QStringLiteral("sudo %1 stop").arg(m_device->path(QStringLiteral("/etc/init.d/ntp"))),
+           QStringLiteral("ntp stop"), QStringLiteral("sudo date -s '5 Mar 2024 07:08:09'"),
+           QStringLiteral("date -s '5 Mar 2024 07:08:09'")};
+    QCOMPARE(m_device->calls().mid(0, expected.size()), expected);
+
+    enter();
+    part<QCheckBox>("ntpCheckBox")->setChecked(true);
+    m_device->forgetCalls();
+    part<QPushButton>("applyButton")->click();
+    QVERIFY(m_device->calls().contains(QStringLiteral("sudo systemctl enable ntp.service")));
+    QCOMPARE(m_device->calls(QStringLiteral("kt-set-ntp-server")).size(), 1);
+}
+
+void SettingsWalkTest::hostileValuesStayArguments()
+{
+    const QString hostile = QStringLiteral("x'; touch %1; $(touch %1)\n\"").arg(m_device->path(QStringLiteral("/owned")));
+    m_device->write(QStringLiteral("/etc/timezones"), "Etc/$(touch owned);'\": UTC: Nowhere\n");
+    m_device->write(QStringLiteral("/etc/keyboard_layouts"), "$(touch owned): a';touch owned: Odd\n");
+    QJsonObject document = m_device->document();
+    for (const auto &[section, key] : {std::pair("date time settings", "timezone"),
+                                       std::pair("keyboard settings", "layout")}) {
+        QJsonObject object = document.value(QLatin1String(section)).toObject();
+        object.insert(QLatin1String(key), hostile);
+        document.insert(QLatin1String(section), object);
+    }
+    m_device->setDocument(document);
+    restart();
+    enter();
+    part<QCheckBox>("numLockCheckBox")->click();
+    part<QLineEdit>("ntpServerLineEdit")->setText(hostile);
+    DialogAnswer refused(true);
+    part<QPushButton>("applyButton")->click();
+    QCOMPARE(refused.messages.size(), 1);
+    part<QLineEdit>("ntpServerLineEdit")->setText(QStringLiteral("time.example"));
+    part<QComboBox>("timezoneComboBox")->setCurrentIndex(0);
+    part<QComboBox>("layoutComboBox")->setCurrentIndex(0);
+    part<QPushButton>("applyButton")->click();
+    QVERIFY(!settingsShown());
+    QVERIFY(!m_device->exists(QStringLiteral("/owned")));
+    QVERIFY(!QFile::exists(QStringLiteral("owned")));
+    QCOMPARE(m_device->document().value(QStringLiteral("date time settings")).toObject().value(
+                 QStringLiteral("timezone")).toString(),
+             QStringLiteral("Etc/$(touch owned);'\""));
+}
+
+QTEST_MAIN(SettingsWalkTest)
+#include "settingswalktest.moc"
