@@ -236,6 +236,8 @@ void CertificateStoreTest::refuses_data()
     QTest::newRow("zeros") << QByteArray(5000, '\0') << none << Error::NotACertificate;
     QTest::newRow("one certificate damaged")
         << m_second.pem() + m_user.pem().replace("MII", "MIJ") << none << Error::NotACertificate;
+    QTest::newRow("second of two cut")
+        << m_second.pem() + m_user.pem().left(200) << none << Error::NotACertificate;
     QTest::newRow("DER with a tail") << m_second.der() + "tail" << none << Error::NotACertificate;
     QTest::newRow("no password") << m_user.pkcs12("right") << none << Error::PasswordNeeded;
     QTest::newRow("wrong password") << m_user.pkcs12("right") << Password(QStringLiteral("wrong"))
