@@ -113,11 +113,23 @@ struct Opened
     ServerGroupsPage page;
 };
 
-/// What is done with the dialog of this kind when it comes up.
+/// What is done with the dialog of this kind when it comes up; if that leaves it open, it is cancelled.
 template <typename Dialog>
 void inDialog(const std::function<void(Dialog &)> &act)
 {
-    QTimer::singleShot(0, qApp, [act] { act(*qobject_cast<Dialog *>(QApplication::activeModalWidget())); });
+    QTimer::singleShot(0, qApp, [act] {
+        auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+        act(*dialog);
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+}
+
+void editIn(EditServerDialog &dialog, const QString &name)
+{
+    dialog.findChild<QLineEdit *>(QStringLiteral("nameLineEdit"))->setText(name);
+    dialog.findChild<QLineEdit *>(QStringLiteral("addressLineEdit"))->setText(QStringLiteral(" new "));
+    dialog.accept();
 }
 
 } // namespace
@@ -174,38 +186,32 @@ void ServerGroupsPageTest::storesWhatIsDoneToTheLists_data()
     const QString empty = QStringLiteral("Group name cannot be empty");
     const QString repeated = QStringLiteral("Group B already exists");
     const QString odd = QStringLiteral("$(reboot) \"D\"");
-    QTest::newRow("groupUpButton") << 1 << true << ""
-                                   << "B:one,A:one two three,C:"
-                                   << "";
-    QTest::newRow("groupDownButton") << 1 << true << ""
-                                     << "A:one two three,C:,B:one"
-                                     << "";
-    QTest::newRow("removeGroupButton") << 2 << false << ""
-                                       << "A:one two three,B:one"
-                                       << "";
-    QTest::newRow("removeGroupButton: auto") << 1 << true << ""
-                                             << "A:one two three,C:" << remove;
-    QTest::newRow("removeGroupButton: kept") << 1 << false << "" << same << remove;
-    QTest::newRow("renameGroupButton")
-        << 0 << true << odd << odd + QStringLiteral(":one two three,B:one,C:") << "";
-    QTest::newRow("renameGroupButton: auto") << 1 << true << "D"
-                                             << "A:one two three,D:one,C:" << rename;
-    QTest::newRow("renameGroupButton: kept") << 1 << false << "D" << same << rename;
-    QTest::newRow("renameGroupButton: empty") << 0 << true << "  " << same << empty;
-    QTest::newRow("renameGroupButton: repeated") << 0 << true << "B " << same << repeated;
-    QTest::newRow("addGroupButton") << 0 << true << " D " << same + QStringLiteral(",D:") << "";
-    QTest::newRow("addGroupButton: empty") << 0 << true << "" << same << empty;
-    QTest::newRow("addGroupButton: repeated") << 0 << true << " B" << same << repeated;
-    QTest::newRow("addGroupButton: cancelled") << 0 << false << "D" << same << "";
-    QTest::newRow("serverUpButton") << 2 << true << ""
-                                    << "A:one three two,B:one,C:"
-                                    << "";
-    QTest::newRow("serverDownButton") << 0 << true << ""
-                                      << "A:two one three,B:one,C:"
-                                      << "";
-    QTest::newRow("removeServerButton") << 1 << true << ""
-                                        << "A:one three,B:one,C:"
-                                        << "";
+    const auto add = [](const char *button, int row, bool accept, const QString &name, const QString &stored,
+                        const QString &message = QString()) {
+        QTest::newRow(button) << row << accept << name << stored << message;
+    };
+    const auto press = [](const char *button, int row, const char *stored) {
+        QTest::newRow(button) << row << false << QString() << QString::fromLatin1(stored) << QString();
+    };
+    press("groupUpButton", 1, "B:one,A:one two three,C:");
+    press("groupDownButton", 1, "A:one two three,C:,B:one");
+    press("removeGroupButton", 2, "A:one two three,B:one");
+    press("serverUpButton", 2, "A:one three two,B:one,C:");
+    press("serverDownButton", 0, "A:two one three,B:one,C:");
+    press("removeServerButton", 1, "A:one three,B:one,C:");
+    add("removeGroupButton: auto", 1, true, {}, QStringLiteral("A:one two three,C:"), remove);
+    add("removeGroupButton: kept", 1, false, {}, same, remove);
+    add("renameGroupButton", 0, true, odd, odd + QStringLiteral(":one two three,B:one,C:"));
+    add("renameGroupButton: as before", 0, true, QStringLiteral(" A"), same);
+    add("renameGroupButton: auto", 1, true, odd, QStringLiteral("A:one two three,%1:one,C:").arg(odd),
+        rename);
+    add("renameGroupButton: kept", 1, false, odd, same, rename);
+    add("renameGroupButton: empty", 0, true, QStringLiteral("  "), same, empty);
+    add("renameGroupButton: repeated", 0, true, QStringLiteral("B "), same, repeated);
+    add("addGroupButton", 0, true, QStringLiteral(" D "), same + QStringLiteral(",D:"));
+    add("addGroupButton: empty", 0, true, {}, same, empty);
+    add("addGroupButton: repeated", 0, true, QStringLiteral(" B"), same, repeated);
+    add("addGroupButton: cancelled", 0, false, odd, same);
 }
 
 void ServerGroupsPageTest::storesWhatIsDoneToTheLists()
@@ -231,7 +237,7 @@ void ServerGroupsPageTest::storesWhatIsDoneToTheLists()
     QCOMPARE(told.last().first().toJsonArray(), opened.page.groups());
     const QJsonArray after = opened.applied();
     QCOMPARE(words(after), stored);
-    QCOMPARE(after.first().toObject().value(QLatin1String("later")).toString(), oddName);
+    QCOMPARE(after.at(0).toObject().value(QLatin1String("later")).toString(), oddName);
     opened.page.fill();
     QCOMPARE(opened.page.groups(), after);
 }
@@ -252,19 +258,26 @@ void ServerGroupsPageTest::addsServersTypedAndFound()
     });
     opened.press("addServerButton");
     QCOMPARE(searches, 1);
+    const QJsonObject found
+        = opened.page.groups().at(1).toObject().value(Key::servers).toArray().at(1).toObject();
+    QCOMPARE(found,
+             QJsonObject({{Key::serverName, QStringLiteral("found")},
+                          {Key::serverAddress, QStringLiteral("10.0.0.7")}}));
+    inDialog<EditServerDialog>([](EditServerDialog &dialog) { editIn(dialog, QStringLiteral("mine")); });
+    opened.press("editServerButton"); // what was added is chosen
     inDialog<AddServerDialog>([](AddServerDialog &dialog) {
         dialog.findChild<QRadioButton *>(QStringLiteral("enterServerRadioButton"))->click();
         dialog.findChild<QLineEdit *>(QStringLiteral("nameLineEdit"))->setText(oddName);
         dialog.accept();
     });
     opened.press("addServerButton");
-    opened.press("serverUpButton"); // what was added is chosen
+    opened.press("serverUpButton");
     const QJsonObject stored = opened.applied().at(1).toObject();
-    QCOMPARE(words({stored}), QStringLiteral("B:one %1 found").arg(oddName));
+    QCOMPARE(words({stored}), QStringLiteral("B:one %1 mine").arg(oddName));
     QCOMPARE(stored.value(Key::servers).toArray().at(2).toObject(),
-             QJsonObject({{Key::serverName, QStringLiteral("found")},
-                          {Key::serverAddress, QStringLiteral("10.0.0.7")}}));
-    inDialog<AddServerDialog>([](AddServerDialog &dialog) { dialog.reject(); });
+             QJsonObject(
+                 {{Key::serverName, QStringLiteral("mine")}, {Key::serverAddress, QStringLiteral("new")}}));
+    inDialog<AddServerDialog>([](AddServerDialog &) {});
     opened.press("addServerButton");
     QVERIFY(!opened.page.isChanged());
 }
@@ -274,14 +287,7 @@ void ServerGroupsPageTest::editsAServer()
     Opened opened(m_device);
     opened.choose("serversView", 1);
     const auto edit = [&opened](const QString &name) {
-        inDialog<EditServerDialog>([name](EditServerDialog &dialog) {
-            dialog.findChild<QLineEdit *>(QStringLiteral("nameLineEdit"))->setText(name);
-            dialog.findChild<QLineEdit *>(QStringLiteral("addressLineEdit"))
-                ->setText(QStringLiteral(" new "));
-            dialog.accept();
-            if (dialog.isVisible()) // refused
-                dialog.reject();
-        });
+        inDialog<EditServerDialog>([name](EditServerDialog &dialog) { editIn(dialog, name); });
         opened.press("editServerButton");
     };
     const DialogAnswer answer(true);
@@ -360,7 +366,7 @@ void ServerGroupsPageTest::staysFluidWithThousands()
     for (const char *button :
          {"serverDownButton", "serverDownButton", "removeServerButton", "groupDownButton"})
         opened.press(button);
-    QVERIFY2(time.elapsed() < 3000, qPrintable(QString::number(time.elapsed())));
+    QVERIFY2(time.elapsed() < 5000, qPrintable(QString::number(time.elapsed())));
     const QJsonArray after = opened.applied();
     QCOMPARE(after.size(), 5001);
     QCOMPARE(words({after.at(0)}), QStringLiteral("G0:a b"));
