@@ -324,6 +324,7 @@ void SettingsApp::connectTo(const ConnectTarget &target)
 void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
 {
     show();
+    activateWindow();
     m_update.setIdleState();
     unsetCursor();
     if (verdict == ConnectionFile::Verdict::ConnectionError)

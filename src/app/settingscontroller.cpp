@@ -76,7 +76,8 @@ void SettingsController::connectWindow()
     connect(m_window, &SettingsApp::secondaryMonitorParameters, this,
             &SettingsController::fillSecondaryParameter);
     connect(m_window, &SettingsApp::settingsRequested, this, &SettingsController::on_settingsButton_clicked);
-    connect(&m_pages.view(), &SettingsView::applyRequested, this, &SettingsController::on_applyButton_clicked);
+    connect(&m_pages.view(), &SettingsView::applyRequested, this,
+            &SettingsController::on_applyButton_clicked);
     connect(&m_pages.view(), &SettingsView::backRequested, this, &SettingsController::on_backButton_clicked);
     connect(this, &SettingsController::dualMonitorChanged, m_window, &SettingsApp::setDualDisplay);
 }

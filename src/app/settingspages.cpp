@@ -23,7 +23,7 @@
 namespace {
 /// Where the server groups stand in the list; only a Corvid client has them.
 constexpr int serverGroupsIndex = 2;
-}
+} // namespace
 
 SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, NetworkController &network,
                              QObject *parent)
@@ -67,8 +67,8 @@ void SettingsPages::build(NetworkController &network)
     connectPages(general, connection, serverGroups, firmware);
 }
 
-void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connection, ServerGroupsPage *serverGroups,
-                                 FirmwarePage *firmware)
+void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connection,
+                                 ServerGroupsPage *serverGroups, FirmwarePage *firmware)
 {
     connect(general, &GeneralPage::clientModeChosen, &m_window,
             QOverload<const QString &>::of(&SettingsApp::showClientMode));
@@ -89,9 +89,8 @@ void SettingsPages::addTools()
         LogViewerDialog viewer(Log::ring(), m_configuration, &m_window);
         viewer.exec();
     });
-    m_view->addTool(tr("Desktop mode"), QStringLiteral(":/images/page_desktop.png"), this, [this] {
-        DesktopModeDialog::ask(&m_window, m_configuration.getDocument().object());
-    });
+    m_view->addTool(tr("Desktop mode"), QStringLiteral(":/images/page_desktop.png"), this,
+                    [this] { DesktopModeDialog::ask(&m_window, m_configuration.getDocument().object()); });
 }
 
 SettingsView &SettingsPages::view()

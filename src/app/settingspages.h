@@ -18,8 +18,8 @@ class ServerGroupsPage;
 class SettingsApp;
 class SettingsPage;
 
-/// The settings view with all its pages: which there are, in which order they are filled and applied, and how the
-/// pages and the main window hear of each other.
+/// The settings view with all its pages: which there are, in which order they are filled and applied, and how
+/// the pages and the main window hear of each other.
 class SettingsPages : public QObject
 {
     Q_OBJECT
@@ -34,8 +34,8 @@ public:
     void fill();
     /// Takes back what was edited and not applied.
     void discard();
-    /// Applies the pages in their order. The first that refuses is shown and ends it; the pages after it stay as
-    /// they are.
+    /// Applies the pages in their order. The first that refuses is shown and ends it; the pages after it stay
+    /// as they are.
     bool apply();
 
 private:

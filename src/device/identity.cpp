@@ -34,7 +34,7 @@ bool ask(int mailbox, std::uint32_t &serial)
     return true;
 }
 
-}
+} // namespace
 
 Firmware firmware()
 {
@@ -60,4 +60,4 @@ qint64 uptimeSeconds()
     return ::clock_gettime(CLOCK_BOOTTIME, &now) == 0 ? static_cast<qint64>(now.tv_sec) : -1;
 }
 
-}
+} // namespace Identity

@@ -16,10 +16,11 @@ struct Firmware
 
 /// From the INI file /etc/kt-release.
 Firmware firmware();
-/// The board's serial number in lower-case hexadecimal without leading zeros, from the firmware's property mailbox
+/// The board's serial number in lower-case hexadecimal without leading zeros, from the firmware's property
+/// mailbox
 /// (/dev/vcio). Empty when there is none to ask.
 QString serialNumber();
 /// Since the start of the system, in whole seconds; -1 when unknown.
 qint64 uptimeSeconds();
 
-}
+} // namespace Identity

@@ -22,7 +22,7 @@ QStringList fields(const QString &line)
     return result;
 }
 
-}
+} // namespace
 
 QVector<QStringList> read(const QString &path)
 {
@@ -40,4 +40,4 @@ QVector<QStringList> read(const QString &path)
     return entries;
 }
 
-}
+} // namespace ListFile

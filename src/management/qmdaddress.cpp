@@ -38,7 +38,7 @@ bool hasPort(const QString &authority)
     return port.match(authority.mid(authority.lastIndexOf(QLatin1Char(']')) + 1)).hasMatch();
 }
 
-}
+} // namespace
 
 QString complete(const QString &address)
 {
@@ -56,4 +56,4 @@ QString url(const QJsonObject &managementSettings)
     return complete(byDhcp ? offeredByDhcp() : managementSettings.value(Key::qmdAddress).toString());
 }
 
-}
+} // namespace QmdAddress

@@ -24,7 +24,7 @@ QString orUnknown(const QString &value)
     return value.isEmpty() ? AboutPage::tr("unknown") : value;
 }
 
-}
+} // namespace
 
 AboutPage::AboutPage(JsonModule &configuration, NetworkController &network, QWidget *parent)
     : SettingsPage(configuration, tr("About"), QStringLiteral(":/images/page_about.png"), parent)

@@ -22,7 +22,7 @@ void controlNtp(const char *systemctl, const char *service)
     Commands::runShell(Commands::line(ntpService, QLatin1String(service), true));
 }
 
-}
+} // namespace
 
 DateTimePage::DateTimePage(JsonModule &configuration, QWidget *parent)
     : SettingsPage(configuration, tr("Date and time"), QStringLiteral(":/images/page_datetime.png"), parent)
@@ -40,7 +40,8 @@ DateTimePage::~DateTimePage() = default;
 void DateTimePage::getTimezones()
 {
     for (const QStringList &fields : ListFile::read(Paths::timezones()))
-        m_ui->timezoneComboBox->addItem(QStringList(fields.mid(0, 3)).join(QStringLiteral("   ")), fields.value(0));
+        m_ui->timezoneComboBox->addItem(QStringList(fields.mid(0, 3)).join(QStringLiteral("   ")),
+                                        fields.value(0));
 }
 
 void DateTimePage::load(const QJsonObject &root)

@@ -12,7 +12,7 @@ namespace {
 const QString latest = QStringLiteral("latest");
 const QString corvidServer = QStringLiteral("corvid");
 const QString byUrl = QStringLiteral("url");
-}
+} // namespace
 
 FirmwarePage::FirmwarePage(JsonModule &configuration, QWidget *parent)
     : SettingsPage(configuration, tr("Firmware update"), QStringLiteral(":/images/page_firmware.png"), parent)
@@ -66,7 +66,8 @@ QString FirmwarePage::refusal() const
 {
     if (method() == byUrl && m_ui->urlLineEdit->text().trimmed().isEmpty())
         return tr("Enter the address of the firmware file.");
-    const bool named = !m_ui->corvidLineEdit->text().trimmed().isEmpty() && !m_ui->fwFileLineEdit->text().isEmpty();
+    const bool named
+        = !m_ui->corvidLineEdit->text().trimmed().isEmpty() && !m_ui->fwFileLineEdit->text().isEmpty();
     return method() == corvidServer && !named ? tr("Enter the Corvid server and the file.") : QString();
 }
 

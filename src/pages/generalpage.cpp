@@ -21,7 +21,7 @@ QString hashOf(const QString &password)
     return QString::fromLatin1(QCryptographicHash::hash(password.toUtf8(), QCryptographicHash::Md5).toHex());
 }
 
-}
+} // namespace
 
 GeneralPage::GeneralPage(JsonModule &configuration, QWidget *parent)
     : SettingsPage(configuration, tr("General"), QStringLiteral(":/images/page_general.png"), parent)
@@ -29,12 +29,16 @@ GeneralPage::GeneralPage(JsonModule &configuration, QWidget *parent)
 {
     m_ui->setupUi(this);
     connect(m_ui->deviceNameLineEdit, &QLineEdit::textChanged, this, &GeneralPage::deviceNameChanged);
-    connect(m_ui->corvidModeButton, &QRadioButton::clicked, this, [this] { emit clientModeChosen(clientMode()); });
-    connect(m_ui->solvaModeButton, &QRadioButton::clicked, this, [this] { emit clientModeChosen(clientMode()); });
-    connect(m_ui->rdpModeButton, &QRadioButton::clicked, this, [this] { emit clientModeChosen(clientMode()); });
+    connect(m_ui->corvidModeButton, &QRadioButton::clicked, this,
+            [this] { emit clientModeChosen(clientMode()); });
+    connect(m_ui->solvaModeButton, &QRadioButton::clicked, this,
+            [this] { emit clientModeChosen(clientMode()); });
+    connect(m_ui->rdpModeButton, &QRadioButton::clicked, this,
+            [this] { emit clientModeChosen(clientMode()); });
     connect(m_ui->passwordCheckBox, &QCheckBox::stateChanged, this, &GeneralPage::passwordCheckboxChanged);
     connect(m_ui->enterPasswordLineEdit, &QLineEdit::textEdited, this, &GeneralPage::enterPasswordChanged);
-    connect(m_ui->confirmPasswordLineEdit, &QLineEdit::textEdited, this, &GeneralPage::confirmPasswordChanged);
+    connect(m_ui->confirmPasswordLineEdit, &QLineEdit::textEdited, this,
+            &GeneralPage::confirmPasswordChanged);
     watchEditors();
 }
 
@@ -171,6 +175,5 @@ void GeneralPage::saveGeneralTab(QJsonObject &general) const
 
 void GeneralPage::runTools(const QJsonObject &)
 {
-    Commands::runShell(
-        Commands::line(QStringLiteral("/usr/bin/kt-set-hostname"), QStringLiteral("-j")));
+    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-set-hostname"), QStringLiteral("-j")));
 }

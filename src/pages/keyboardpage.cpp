@@ -65,9 +65,9 @@ void KeyboardPage::saveKeyboardTab(QJsonObject &keyboard) const
 void KeyboardPage::runTools(const QJsonObject &)
 {
     const KeyboardLayout layout = m_layouts.value(m_ui->layoutComboBox->currentIndex());
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-set-keyboard"),
-                                      Commands::quoted(layout.code) + QLatin1Char(' ')
-                                          + Commands::quoted(layout.variant)));
+    Commands::runShell(
+        Commands::line(QStringLiteral("/usr/bin/kt-set-keyboard"),
+                       Commands::quoted(layout.code) + QLatin1Char(' ') + Commands::quoted(layout.variant)));
 }
 
 void KeyboardPage::setNumLock(const QJsonObject &keyboard)

@@ -16,9 +16,9 @@ class KeyboardPage;
 /// One keyboard layout that the device offers: a line of its list.
 struct KeyboardLayout
 {
-    QString code; ///< as the document stores it and the keyboard tool takes it first
+    QString code;    ///< as the document stores it and the keyboard tool takes it first
     QString variant; ///< as the keyboard tool takes it second
-    QString name; ///< as the user reads it
+    QString name;    ///< as the user reads it
 };
 
 /// The keyboard's layout and NumLock.

@@ -54,9 +54,10 @@ QString KioskModePage::refusal() const
 {
     const bool nothingToStart
         = m_ui->autostartCheckBox->isChecked() && m_ui->programLineEdit->text().isEmpty();
-    return nothingToStart ? tr("Application auto-start has been enabled, but no auto-start application has been "
-                               "specified")
-                          : QString();
+    return nothingToStart
+        ? tr("Application auto-start has been enabled, but no auto-start application has been "
+             "specified")
+        : QString();
 }
 
 void KioskModePage::save(QJsonObject &root)

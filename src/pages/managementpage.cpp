@@ -45,7 +45,8 @@ void ManagementPage::update()
     m_ui->qmdAddressLineEdit->setEnabled(managed && !m_ui->autodiscoverCheckBox->isChecked());
     QJsonObject shown;
     saveManagementTab(shown);
-    const QString url = m_ui->qmdUrlLabel->fontMetrics().elidedText(QmdAddress::url(shown), Qt::ElideMiddle, 400);
+    const QString url
+        = m_ui->qmdUrlLabel->fontMetrics().elidedText(QmdAddress::url(shown), Qt::ElideMiddle, 400);
     m_ui->qmdUrlLabel->setText(managed ? tr("Server: %1").arg(url) : QString());
 }
 

@@ -22,6 +22,7 @@ SettingsView::SettingsView(QWidget *parent)
     , m_ui(std::make_unique<Ui::SettingsView>())
 {
     m_ui->setupUi(this);
+    setAttribute(Qt::WA_StyledBackground);
     connect(m_ui->applyButton, &QPushButton::clicked, this, &SettingsView::applyRequested);
     connect(m_ui->backButton, &QPushButton::clicked, this, &SettingsView::backRequested);
     connect(m_ui->settingsListWidget, &QListWidget::currentRowChanged, this,
@@ -41,7 +42,9 @@ void SettingsView::addPage(SettingsPage *page)
     area->setFocusPolicy(Qt::NoFocus);
     m_ui->settingsStackedWidget->addWidget(area);
     m_pages += page;
-    auto *entry = new QListWidgetItem(QIcon(page->icon()), page->title(), m_ui->settingsListWidget);
+    QIcon icon(page->icon());
+    icon.addFile(page->icon(), QSize(), QIcon::Selected);
+    auto *entry = new QListWidgetItem(icon, page->title(), m_ui->settingsListWidget);
     entry->setSizeHint(QSize(0, listRowHeight));
     connect(page, &SettingsPage::changed, this, &SettingsView::updateApply);
     connect(page, &SettingsPage::canApplyChanged, this, &SettingsView::updateApply);

@@ -6,6 +6,7 @@
 #include "ui_connectiondialog.h"
 
 #include <QCloseEvent>
+#include <QScreen>
 
 namespace {
 constexpr int widestAddress = 480;
@@ -29,6 +30,9 @@ void ConnectionDialog::show()
 {
     m_movie.start();
     QDialog::show();
+    adjustSize();
+    if (const QScreen *shown = screen())
+        move(shown->geometry().center() - rect().center());
 }
 
 void ConnectionDialog::hide()

@@ -154,6 +154,13 @@ bool GeneralDialog::added() const
     return m_added;
 }
 
+void GeneralDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    // Without a window manager nobody else gives a new window the keyboard.
+    activateWindow();
+}
+
 void GeneralDialog::on_buttonBox_clicked(QAbstractButton *button)
 {
     m_added = button->text() == tr("Add");

@@ -52,6 +52,9 @@ public:
     static bool ask(QWidget *parent, const QString &title, const QString &message,
                     DialogMode mode = Question);
 
+protected:
+    void showEvent(QShowEvent *event) override;
+
 private slots:
     void on_buttonBox_clicked(QAbstractButton *button);
 

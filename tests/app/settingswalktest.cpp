@@ -35,9 +35,9 @@ const QMap<QString, QStringList> ownedSections
 bool hasOwnTest(const QWidget *field)
 {
     static const QStringList names
-        = {QStringLiteral("passwordCheckBox"), QStringLiteral("enterPasswordLineEdit"),
+        = {QStringLiteral("passwordCheckBox"),        QStringLiteral("enterPasswordLineEdit"),
            QStringLiteral("confirmPasswordLineEdit"), QStringLiteral("dateTimeEdit"),
-           QStringLiteral("qt_spinbox_lineedit"), QStringLiteral("autoConnectGroupRadioButton"),
+           QStringLiteral("qt_spinbox_lineedit"),     QStringLiteral("autoConnectGroupRadioButton"),
            QStringLiteral("autoConnectGroupComboBox")};
     return names.contains(field->objectName()) || qobject_cast<const QComboBox *>(field->parentWidget());
 }
@@ -83,9 +83,10 @@ QJsonObject without(QJsonObject document, const QStringList &sections)
     return document;
 }
 
-}
+} // namespace
 
-/// All settings pages over real widgets: what is changed on one is in the document, alone, and on the screen again.
+/// All settings pages over real widgets: what is changed on one is in the document, alone, and on the screen
+/// again.
 class SettingsWalkTest : public QObject
 {
     Q_OBJECT
@@ -119,7 +120,6 @@ void SettingsWalkTest::init()
 {
     m_controller.reset();
     m_window.reset();
-    m_device.reset(); // it takes its root out of the environment as it goes
     m_device = std::make_unique<TestDevice>();
     restart();
     m_device->forgetCalls();
@@ -220,8 +220,10 @@ void SettingsWalkTest::asksForThePassword()
     // What stands there for the password is not taken for one.
     part<QLineEdit>("deviceNameLineEdit")->setText(QStringLiteral("TC7"));
     part<QPushButton>("applyButton")->click();
-    QCOMPARE(m_device->document().value(QStringLiteral("general settings")).toObject().value(
-                 QStringLiteral("setup GUI password hash")),
+    QCOMPARE(m_device->document()
+                 .value(QStringLiteral("general settings"))
+                 .toObject()
+                 .value(QStringLiteral("setup GUI password hash")),
              general.value(QStringLiteral("setup GUI password hash")));
 }
 
@@ -274,11 +276,13 @@ void SettingsWalkTest::runsTheToolsOfTheClockAndTheKeyboard()
     m_device->forgetCalls();
     part<QPushButton>("applyButton")->click();
     const QStringList expected
-        = {QStringLiteral("kt-set-keyboard DE de"), QStringLiteral("kt-set-timezone US/Pacific"),
+        = {QStringLiteral("kt-set-keyboard DE de"),
+           QStringLiteral("kt-set-timezone US/Pacific"),
            QStringLiteral("sudo systemctl disable ntp.service"),
            QStringLiteral("systemctl disable ntp.service"),
            QStringLiteral("sudo %1 stop").arg(m_device->path(QStringLiteral("/etc/init.d/ntp"))),
-           QStringLiteral("ntp stop"), QStringLiteral("sudo date -s '5 Mar 2024 07:08:09'"),
+           QStringLiteral("ntp stop"),
+           QStringLiteral("sudo date -s '5 Mar 2024 07:08:09'"),
            QStringLiteral("date -s '5 Mar 2024 07:08:09'")};
     QCOMPARE(m_device->calls().mid(0, expected.size()), expected);
 
@@ -292,12 +296,13 @@ void SettingsWalkTest::runsTheToolsOfTheClockAndTheKeyboard()
 
 void SettingsWalkTest::hostileValuesStayArguments()
 {
-    const QString hostile = QStringLiteral("x'; touch %1; $(touch %1)\n\"").arg(m_device->path(QStringLiteral("/owned")));
+    const QString hostile
+        = QStringLiteral("x'; touch %1; $(touch %1)\n\"").arg(m_device->path(QStringLiteral("/owned")));
     m_device->write(QStringLiteral("/etc/timezones"), "Etc/$(touch owned);'\": UTC: Nowhere\n");
     m_device->write(QStringLiteral("/etc/keyboard_layouts"), "$(touch owned): a';touch owned: Odd\n");
     QJsonObject document = m_device->document();
-    for (const auto &[section, key] : {std::pair("date time settings", "timezone"),
-                                       std::pair("keyboard settings", "layout")}) {
+    for (const auto &[section, key] :
+         {std::pair("date time settings", "timezone"), std::pair("keyboard settings", "layout")}) {
         QJsonObject object = document.value(QLatin1String(section)).toObject();
         object.insert(QLatin1String(key), hostile);
         document.insert(QLatin1String(section), object);
@@ -317,8 +322,11 @@ void SettingsWalkTest::hostileValuesStayArguments()
     QVERIFY(!settingsShown());
     QVERIFY(!m_device->exists(QStringLiteral("/owned")));
     QVERIFY(!QFile::exists(QStringLiteral("owned")));
-    QCOMPARE(m_device->document().value(QStringLiteral("date time settings")).toObject().value(
-                 QStringLiteral("timezone")).toString(),
+    QCOMPARE(m_device->document()
+                 .value(QStringLiteral("date time settings"))
+                 .toObject()
+                 .value(QStringLiteral("timezone"))
+                 .toString(),
              QStringLiteral("Etc/$(touch owned);'\""));
 }
 

@@ -23,7 +23,9 @@ TestDevice::TestDevice()
 
 TestDevice::~TestDevice()
 {
-    qunsetenv("KT_DEVICE_ROOT");
+    // Another device may have taken over meanwhile.
+    if (qgetenv("KT_DEVICE_ROOT") == m_folder.path().toLocal8Bit())
+        qunsetenv("KT_DEVICE_ROOT");
 }
 
 bool TestDevice::isValid() const
