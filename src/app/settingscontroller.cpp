@@ -4,6 +4,7 @@
 #include "app/settingscontroller.h"
 
 #include "app/settingsapp.h"
+#include "app/settingspages.h"
 #include "config/compatibility.h"
 #include "config/defaults.h"
 #include "config/keys.h"
@@ -47,7 +48,6 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     , m_window(window)
     , m_configuration(QStringLiteral("config.json"), true)
     , m_networkStatus(m_network, m_configuration)
-    , m_pages(*window, m_configuration, m_network)
 {
     connectWindow();
     connectNetworkStatus();
@@ -76,9 +76,6 @@ void SettingsController::connectWindow()
     connect(m_window, &SettingsApp::secondaryMonitorParameters, this,
             &SettingsController::fillSecondaryParameter);
     connect(m_window, &SettingsApp::settingsRequested, this, &SettingsController::on_settingsButton_clicked);
-    connect(&m_pages.view(), &SettingsView::applyRequested, this,
-            &SettingsController::on_applyButton_clicked);
-    connect(&m_pages.view(), &SettingsView::backRequested, this, &SettingsController::on_backButton_clicked);
     connect(this, &SettingsController::dualMonitorChanged, m_window, &SettingsApp::setDualDisplay);
 }
 
@@ -109,26 +106,40 @@ void SettingsController::loadConfiguration()
     KeyboardPage::setNumLock(root.value(Key::keyboard).toObject());
 }
 
+/// Most users never see the settings: their start does not wait for them.
+SettingsPages &SettingsController::settingsPages()
+{
+    if (!m_pages) {
+        m_pages = std::make_unique<SettingsPages>(*m_window, m_configuration, m_network);
+        connect(&m_pages->view(), &SettingsView::applyRequested, this,
+                &SettingsController::on_applyButton_clicked);
+        connect(&m_pages->view(), &SettingsView::backRequested, this,
+                &SettingsController::on_backButton_clicked);
+    }
+    return *m_pages;
+}
+
 void SettingsController::on_settingsButton_clicked()
 {
-    m_pages.view().showPage(0);
+    SettingsPages &pages = settingsPages();
+    pages.view().showPage(0);
     m_configuration.readContent();
-    m_pages.fill();
+    pages.fill();
     if (!AdministratorPassword::ask(m_window, m_configuration.getDocument().object()))
         return;
     m_window->showSettings();
-    m_pages.view().setApplyEnabled(false);
+    pages.view().setApplyEnabled(false);
 }
 
 void SettingsController::on_applyButton_clicked()
 {
-    if (m_pages.apply())
+    if (settingsPages().apply())
         leaveSettings();
 }
 
 void SettingsController::on_backButton_clicked()
 {
-    if (m_pages.view().hasUnsavedChanges()
+    if (settingsPages().view().hasUnsavedChanges()
         && !GeneralDialog::ask(m_window, tr("Info"), tr("There are unsaved changes. Continue?")))
         return;
     leaveSettings();
@@ -137,8 +148,8 @@ void SettingsController::on_backButton_clicked()
 void SettingsController::leaveSettings()
 {
     m_configuration.readContent();
-    m_pages.discard();
-    m_pages.view().setApplyEnabled(false);
+    settingsPages().discard();
+    settingsPages().view().setApplyEnabled(false);
     m_window->loadConfiguration();
     m_window->showLauncher();
     m_window->autoDetectServers();

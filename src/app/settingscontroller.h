@@ -4,14 +4,16 @@
 #pragma once
 
 #include "app/networkstatus.h"
-#include "app/settingspages.h"
 #include "config/jsonmodule.h"
 #include "device/networkcontroller.h"
 
 #include <QJsonObject>
 #include <QObject>
 
+#include <memory>
+
 class SettingsApp;
+class SettingsPages;
 
 /// Owns the configuration document and what watches and changes the device by it, and answers the main
 /// window's questions about both.
@@ -67,6 +69,7 @@ private:
     void applyNetwork();
     void connectWindow();
     void connectNetworkStatus();
+    SettingsPages &settingsPages();
     void leaveSettings();
     void takeMessage(const QJsonObject &message);
 
@@ -75,5 +78,5 @@ private:
     QJsonObject m_defaults;
     NetworkController m_network;
     NetworkStatus m_networkStatus;
-    SettingsPages m_pages;
+    std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };

@@ -35,9 +35,11 @@ SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, Net
 {
     build(network);
     addTools();
-    connect(&m_window, &SettingsApp::clientModeChanged, this, [this](SettingsApp::ClientMode mode) {
+    const auto listGroups = [this](SettingsApp::ClientMode mode) {
         m_view->setPageListed(serverGroupsIndex, mode == SettingsApp::ClientMode::Corvid);
-    });
+    };
+    connect(&m_window, &SettingsApp::clientModeChanged, this, listGroups);
+    listGroups(m_window.clientMode());
     m_window.setSettingsView(m_view);
 }
 
