@@ -1,0 +1,286 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "broker/solvaaccessmanager.h"
+#include "lab-peers/brokerserver.h"
+
+#include <QSignalSpy>
+#include <QTemporaryFile>
+#include <QTest>
+
+#include <cstdio>
+#include <memory>
+#include <unistd.h>
+
+namespace {
+
+const QString userName = QStringLiteral("nurse");
+const QString password = QStringLiteral("s%41 /:@ü");
+const QHostAddress loopback(QHostAddress::LocalHost);
+
+// A broker on the loopback interface with one user and two desktops.
+class Broker : public BrokerServer
+{
+public:
+    explicit Broker(bool encrypted = true)
+    {
+        addUser(userName, password,
+                {{QStringLiteral("Ward 3"), QString()}, {QString::fromUtf8("Büro 桌"), QString()}});
+        setEncrypted(encrypted);
+        if (!start(loopback, 0))
+            qFatal("no broker: %s", qPrintable(fault()));
+    }
+    QString address() const { return QStringLiteral("127.0.0.1:%1").arg(serverPort()); }
+};
+
+QStringList names(const SolvaAccessManager &manager)
+{
+    QStringList result;
+    for (const Item *desktop : manager.getDesktops())
+        result.append(desktop->getValue(Item::Name));
+    return result;
+}
+
+// What a block prints on standard output.
+class PrintedLines
+{
+public:
+    PrintedLines()
+    {
+        std::fflush(stdout);
+        m_file.open();
+        m_stdout = dup(STDOUT_FILENO);
+        dup2(m_file.handle(), STDOUT_FILENO);
+    }
+    ~PrintedLines() { end(); }
+    QByteArray end()
+    {
+        if (m_stdout >= 0) {
+            std::fflush(stdout);
+            dup2(m_stdout, STDOUT_FILENO);
+            close(m_stdout);
+            m_stdout = -1;
+        }
+        m_file.seek(0);
+        return m_file.readAll();
+    }
+
+private:
+    QTemporaryFile m_file;
+    int m_stdout = -1;
+};
+
+QStringList logged;
+void keepLogged(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    logged.append(message);
+}
+
+} // namespace
+
+// Log-ons to a real broker on the loopback interface.
+class SolvaAccessManagerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void desktopsOfAUser_data();
+    void desktopsOfAUser();
+    void failures_data();
+    void failures();
+    void credentials_data();
+    void credentials();
+    void replyTooLong();
+    void earlierCredentialsAreForgotten();
+    void newLogOnReplacesTheOldOne();
+    void endsWithALogOnUnderWay();
+    void secretsArePrintedAndNotLogged();
+};
+
+void SolvaAccessManagerTest::desktopsOfAUser_data()
+{
+    QTest::addColumn<BrokerServer::Mode>("mode");
+    QTest::addColumn<bool>("encrypted");
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<int>("count");
+    QTest::newRow("https") << BrokerServer::Mode::Normal << true << QByteArray() << 2;
+    QTest::newRow("http") << BrokerServer::Mode::Normal << false << QByteArray() << 2;
+    QTest::newRow("slow") << BrokerServer::Mode::Slow << true << QByteArray() << 2;
+    QTest::newRow("huge") << BrokerServer::Mode::Huge << true << QByteArray() << 10000;
+    QTest::newRow("empty") << BrokerServer::Mode::Empty << true << QByteArray() << 0;
+    QTest::newRow("no line ends") << BrokerServer::Mode::NoLineEnds << true << QByteArray() << 1;
+    QTest::newRow("no list") << BrokerServer::Mode::Normal << true << QByteArray("<html/>\n") << 0;
+}
+
+void SolvaAccessManagerTest::desktopsOfAUser()
+{
+    QFETCH(BrokerServer::Mode, mode);
+    QFETCH(bool, encrypted);
+    QFETCH(QByteArray, body);
+    QFETCH(int, count);
+    Broker broker(encrypted);
+    broker.setMode(mode);
+    broker.setDelay(100);
+    broker.setBody(body);
+    SolvaAccessManager manager;
+    manager.parseServers("name:left from before");
+    QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
+    manager.getSolvaServers((encrypted ? QString() : QStringLiteral("http://")) + broker.address(), userName,
+                            password, QString());
+    QVERIFY(manager.isBusy());
+    QTRY_COMPARE(replies, QList<QVariantList>{{SolvaAccessManager::noError}});
+    QVERIFY(!manager.isBusy());
+    QCOMPARE(manager.getDesktops().size(), count);
+    if (count >= 2)
+        QCOMPARE(names(manager).mid(0, 2),
+                 (QStringList{QStringLiteral("Ward 3"), QString::fromUtf8("Büro 桌")}));
+    QCOMPARE(broker.requests().last(), QStringLiteral("GET /_mpcdesktops?version=v3 nurse 200"));
+}
+
+void SolvaAccessManagerTest::failures_data()
+{
+    QTest::addColumn<BrokerServer::Mode>("mode");
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("text");
+    const QString none;
+    QTest::newRow("500") << BrokerServer::Mode::Error << none << QStringLiteral("Internal Server Error");
+    QTest::newRow("cut") << BrokerServer::Mode::Cut << none << QStringLiteral("closed");
+    QTest::newRow("silent") << BrokerServer::Mode::Slow << none << QStringLiteral("does not answer");
+    QTest::newRow("redirect") << BrokerServer::Mode::Redirect << none << QStringLiteral("edirect");
+    QTest::newRow("no HTTPS there") << BrokerServer::Mode::Normal << QStringLiteral("http://") << none;
+    QTest::newRow("nobody there") << BrokerServer::Mode::Normal << QStringLiteral("127.0.0.1:1")
+                                  << QStringLiteral("refused");
+    QTest::newRow("no address") << BrokerServer::Mode::Normal << QStringLiteral("a b:c/%") << none;
+    QTest::newRow("no scheme of ours")
+        << BrokerServer::Mode::Normal << QStringLiteral("gopher://127.0.0.1") << QStringLiteral("gopher");
+}
+
+void SolvaAccessManagerTest::failures()
+{
+    QFETCH(BrokerServer::Mode, mode);
+    QFETCH(QString, address);
+    QFETCH(QString, text);
+    const Broker elsewhere;
+    Broker broker;
+    broker.setMode(mode);
+    broker.setDelay(60000);
+    broker.setRedirect(QUrl(QStringLiteral("https://%1/_mpcdesktops?version=v3").arg(elsewhere.address())));
+    SolvaAccessManager manager;
+    manager.setReplyTime(mode == BrokerServer::Mode::Slow ? 200 : 10000);
+    QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
+    const bool own = address.isEmpty() || address.endsWith(QLatin1Char('/'));
+    manager.getSolvaServers(own ? address + broker.address() : address, userName, password, QString());
+    QTRY_COMPARE(replies.size(), 1);
+    const QString told = replies.first().first().toString();
+    QVERIFY2(told.contains(text) && told != SolvaAccessManager::noError && !told.isEmpty(), qPrintable(told));
+    QVERIFY2(!told.contains(QStringLiteral("s%")), qPrintable(told));
+    QVERIFY(manager.getDesktops().isEmpty());
+    QVERIFY(elsewhere.requests().isEmpty());
+}
+
+void SolvaAccessManagerTest::credentials_data()
+{
+    QTest::addColumn<QString>("user");
+    QTest::addColumn<QString>("known");
+    QTest::addColumn<QString>("given");
+    const QString secret = QStringLiteral("secret");
+    QTest::newRow("wrong password") << userName << secret << QStringLiteral("x");
+    QTest::newRow("wrong password with signs") << userName << secret << password;
+    QTest::newRow("no password") << userName << secret << QString();
+    QTest::newRow("no user") << QString() << secret << secret;
+    QTest::newRow("unknown user") << QStringLiteral("doctor") << secret << secret;
+    for (const char *right : {"", "100%", "%41:@/?#", "Grün", "пароль", "鍵 ü"})
+        QTest::newRow(right) << userName << QString::fromUtf8(right) << QString::fromUtf8(right);
+}
+
+void SolvaAccessManagerTest::credentials()
+{
+    QFETCH(QString, user);
+    QFETCH(QString, known);
+    QFETCH(QString, given);
+    Broker broker;
+    broker.addUser(userName + QStringLiteral("@ward"), known, {{QStringLiteral("Ward 3"), QString()}});
+    SolvaAccessManager manager;
+    QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
+    manager.getSolvaServers(broker.address(), user, given, QStringLiteral("ward"));
+    QTRY_COMPARE(replies.size(), 1);
+    const bool right = user == userName && known == given;
+    QCOMPARE(replies.first().first().toString(),
+             right ? SolvaAccessManager::noError : QStringLiteral("Host requires authentication"));
+    QVERIFY(broker.requests().size() <= 3);
+}
+
+void SolvaAccessManagerTest::replyTooLong()
+{
+    Broker broker;
+    broker.setBody(QByteArray("name:A\n").repeated(2 * SolvaAccessManager::bodyLimit / 7));
+    SolvaAccessManager manager;
+    QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
+    manager.getSolvaServers(broker.address(), userName, password, QString());
+    QTRY_COMPARE_WITH_TIMEOUT(replies.size(), 1, 20000);
+    QVERIFY(replies.first().first().toString().contains(QStringLiteral("too long")));
+    QVERIFY(manager.getDesktops().isEmpty());
+}
+
+void SolvaAccessManagerTest::earlierCredentialsAreForgotten()
+{
+    Broker broker;
+    SolvaAccessManager manager;
+    QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
+    manager.getSolvaServers(broker.address(), userName, password, QString());
+    QTRY_COMPARE(replies.size(), 1);
+    manager.getSolvaServers(broker.address(), userName, QStringLiteral("x"), QString());
+    QTRY_COMPARE(replies.size(), 2);
+    QCOMPARE(replies.last().first().toString(), SolvaAccessManager::credentialsRefused);
+}
+
+void SolvaAccessManagerTest::newLogOnReplacesTheOldOne()
+{
+    Broker silent;
+    silent.setMode(BrokerServer::Mode::Slow);
+    silent.setDelay(200);
+    Broker broker;
+    broker.addUser(QStringLiteral("teacher"), password, {{QStringLiteral("Accounts"), QString()}});
+    SolvaAccessManager manager;
+    QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
+    manager.getSolvaServers(silent.address(), userName, password, QString());
+    QTRY_VERIFY(!silent.requests().isEmpty());
+    manager.getSolvaServers(broker.address(), QStringLiteral("teacher"), password, QString());
+    QTRY_COMPARE(replies, QList<QVariantList>{{SolvaAccessManager::noError}});
+    QCOMPARE(names(manager), QStringList{QStringLiteral("Accounts")});
+}
+
+void SolvaAccessManagerTest::endsWithALogOnUnderWay()
+{
+    Broker broker;
+    broker.setMode(BrokerServer::Mode::Slow);
+    auto manager = std::make_unique<SolvaAccessManager>();
+    QSignalSpy replies(manager.get(), &SolvaAccessManager::sendReply);
+    manager->getSolvaServers(broker.address(), userName, password, QString());
+    manager.reset();
+    QCOMPARE(replies.size(), 0);
+}
+
+void SolvaAccessManagerTest::secretsArePrintedAndNotLogged()
+{
+    const Broker broker;
+    SolvaAccessManager manager;
+    QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
+    const QtMessageHandler handler = qInstallMessageHandler(keepLogged);
+    PrintedLines lines;
+    manager.getSolvaServers(broker.address(), userName, QStringLiteral("geheim"), QString());
+    const bool ended = QTest::qWaitFor([&replies] { return replies.size() == 1; });
+    const QByteArray printed = lines.end();
+    qInstallMessageHandler(handler);
+    QVERIFY(ended);
+    const QString url
+        = QStringLiteral("https://nurse:geheim@%1/_mpcdesktops?version=v3").arg(broker.address());
+    QVERIFY2(printed.startsWith('[' + url.toUtf8() + "]   [nurse]   [geheim]\nSSL ERRRO\n"), printed);
+    QVERIFY2(printed.contains("\n Authenticator HTTP Error: ")
+                 && printed.endsWith("\nHTTP Error: Host requires authentication\n"),
+             printed);
+    QVERIFY(logged.filter(QStringLiteral("geheim")).isEmpty());
+}
+
+QTEST_GUILESS_MAIN(SolvaAccessManagerTest)
+#include "solvaaccessmanagertest.moc"
