@@ -9,6 +9,16 @@
 
 #include <cstdio>
 
+namespace {
+
+void printError(const QString &text)
+{
+    std::printf("HTTP Error: %s\n", qUtf8Printable(text));
+    std::fflush(stdout);
+}
+
+} // namespace
+
 SolvaAccessManager::SolvaAccessManager(QObject *parent)
     : QObject(parent)
 {
@@ -30,11 +40,12 @@ SolvaAccessManager::~SolvaAccessManager()
 void SolvaAccessManager::getSolvaServers(const QString &address, const QString &user, const QString &password,
                                          const QString &domain)
 {
-    abandonReply();
+    // Deleted, not aborted: its thread may be waiting for an answer of ours, and the cache is cleared only
+    // when that thread has ended.
+    delete m_reply.data();
     m_session.address = address;
     m_session.user = SolvaProtocol::userWithDomain(user, domain);
     m_session.password = password;
-    m_brokenOff.clear();
     m_credentialsGiven = false;
     m_manager.clearAccessCache();
 
@@ -48,7 +59,7 @@ void SolvaAccessManager::getSolvaServers(const QString &address, const QString &
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
     m_reply = m_manager.get(request);
     m_reply->setReadBufferSize(bodyLimit + 1);
-    connect(m_reply, &QNetworkReply::readyRead, this, &SolvaAccessManager::checkSize);
+    connect(m_reply, &QNetworkReply::readyRead, this, &SolvaAccessManager::checkSize, Qt::QueuedConnection);
     m_replyTimer.start();
 }
 
@@ -59,9 +70,9 @@ void SolvaAccessManager::replyFinished(QNetworkReply *reply)
         return;
     m_reply.clear();
     m_replyTimer.stop();
-    const QString error = errorText(*reply);
-    std::printf("HTTP Error: %s\n", qUtf8Printable(error));
-    std::fflush(stdout);
+    const bool refused = reply->error() == QNetworkReply::AuthenticationRequiredError;
+    const QString error = refused ? credentialsRefused : reply->errorString();
+    printError(error);
     if (reply->error() != QNetworkReply::NoError) {
         emit sendReply(error);
         return;
@@ -80,8 +91,9 @@ void SolvaAccessManager::answerChallenge(QNetworkReply *reply, QAuthenticator *a
         return;
     }
     m_credentialsGiven = true;
-    authenticator->setUser(SolvaProtocol::asBasicCredential(m_session.user));
-    authenticator->setPassword(SolvaProtocol::asBasicCredential(m_session.password));
+    const auto credentials = SolvaProtocol::basicCredentials(m_session.user, m_session.password);
+    authenticator->setUser(credentials.user);
+    authenticator->setPassword(credentials.password);
 }
 
 void SolvaAccessManager::authenticationRequiredSlot(QNetworkReply *reply, QAuthenticator *)
@@ -116,31 +128,17 @@ QStringList SolvaAccessManager::getConnectionArguments() const
     return SolvaProtocol::connectionArguments(m_session);
 }
 
-void SolvaAccessManager::abandonReply()
-{
-    const QPointer<QNetworkReply> abandoned = m_reply;
-    m_reply.clear();
-    if (abandoned)
-        abandoned->abort();
-}
-
 void SolvaAccessManager::checkSize()
 {
     if (m_reply && m_reply->bytesAvailable() > bodyLimit)
         breakOff(tr("The broker's reply is too long."));
 }
 
+/// Never called by the reply itself, which is gone afterwards.
 void SolvaAccessManager::breakOff(const QString &reason)
 {
-    if (!m_reply)
-        return;
-    m_brokenOff = reason;
-    m_reply->abort();
-}
-
-QString SolvaAccessManager::errorText(const QNetworkReply &reply) const
-{
-    if (reply.error() == QNetworkReply::AuthenticationRequiredError)
-        return credentialsRefused;
-    return m_brokenOff.isEmpty() ? reply.errorString() : m_brokenOff;
+    m_replyTimer.stop();
+    delete m_reply.data();
+    printError(reason);
+    emit sendReply(reason);
 }

@@ -98,15 +98,12 @@ signals:
 
 private:
     void answerChallenge(QNetworkReply *reply, QAuthenticator *authenticator);
-    void abandonReply();
     void checkSize();
     void breakOff(const QString &reason);
-    QString errorText(const QNetworkReply &reply) const;
 
     QNetworkAccessManager m_manager;
     QPointer<QNetworkReply> m_reply; ///< the one that is awaited
     QTimer m_replyTimer;
-    QString m_brokenOff; ///< why we ended the reply ourselves
     bool m_credentialsGiven = false;
     SolvaProtocol::Session m_session;
     bool m_autoconnect = true;

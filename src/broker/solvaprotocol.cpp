@@ -52,10 +52,12 @@ QString host(const QString &address)
         .remove(QLatin1Char('/'));
 }
 
-QString asBasicCredential(const QString &text)
+Credentials basicCredentials(const QString &user, const QString &password)
 {
-    const bool fits = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x100; });
-    return fits ? text : QString::fromLatin1(text.toUtf8());
+    const QString pair = user + password;
+    if (std::all_of(pair.begin(), pair.end(), [](QChar c) { return c.unicode() < 0x100; }))
+        return {user, password};
+    return {QString::fromLatin1(user.toUtf8()), QString::fromLatin1(password.toUtf8())};
 }
 
 QStringList desktopNames(const QByteArray &body)

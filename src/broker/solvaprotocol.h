@@ -47,9 +47,15 @@ QUrl requestUrl(const QString &address, const QString &user, const QString &pass
 /// The broker's host alone.
 QString host(const QString &address);
 
-/// What basic authentication has to be given for a text to reach the broker: Qt sends one byte a character.
-/// A text that bytes cannot hold so is sent as UTF-8.
-QString asBasicCredential(const QString &text);
+struct Credentials
+{
+    QString user;
+    QString password;
+};
+
+/// What Qt's basic authentication has to be given for the credentials to reach the broker: it sends one byte
+/// a character. Those that bytes cannot hold so are sent as UTF-8.
+Credentials basicCredentials(const QString &user, const QString &password);
 
 /// The desktops of a reply, in its order. Lines that name none are passed over.
 QStringList desktopNames(const QByteArray &body);
