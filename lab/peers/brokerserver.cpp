@@ -191,7 +191,8 @@ const BrokerServer::User *BrokerServer::userOf(const Request &request) const
 {
     const auto known = std::find_if(m_users.begin(), m_users.end(), [&request](const User &user) {
         const QString credentials = user.name + QLatin1Char(':') + user.password;
-        return request.credentials == credentials.toUtf8() || request.credentials == credentials.toLatin1();
+        return QString::fromUtf8(request.credentials) == credentials
+            || QString::fromLatin1(request.credentials) == credentials;
     });
     return known == m_users.end() ? nullptr : &*known;
 }
@@ -220,6 +221,7 @@ void BrokerServer::send(QTcpSocket *socket, int status, const QByteArray &body) 
     head += "Content-Type: text/plain; charset=utf-8\r\nContent-Length: " + QByteArray::number(body.size())
         + "\r\n\r\n";
     socket->write(head + (cut ? body.left(body.size() / 2) : body));
+    socket->flush();
     if (cut)
         socket->disconnectFromHost();
 }

@@ -238,19 +238,22 @@ void SolvaAccessManagerTest::earlierCredentialsAreForgotten()
 
 void SolvaAccessManagerTest::newLogOnReplacesTheOldOne()
 {
-    Broker silent;
-    silent.setMode(BrokerServer::Mode::Slow);
-    silent.setDelay(200);
+    Broker slow(false);
+    slow.setMode(BrokerServer::Mode::Slow);
+    slow.setDelay(10);
     Broker broker;
     broker.addUser(QStringLiteral("teacher"), password, {{QStringLiteral("Accounts"), QString()}});
     SolvaAccessManager manager;
     QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
-    manager.getSolvaServers(silent.address(), userName, password, QString());
-    QTRY_VERIFY(!silent.requests().isEmpty());
+    QSignalSpy asked(&slow, &BrokerServer::requestReceived);
     QElapsedTimer time;
-    time.start();
-    manager.getSolvaServers(broker.address(), QStringLiteral("teacher"), password, QString());
-    QVERIFY(time.elapsed() < 3000); // the challenge that the first one has just received holds nobody up
+    for (int i = 0; i < 10; ++i) {
+        manager.getSolvaServers(QStringLiteral("http://") + slow.address(), userName, password, QString());
+        QVERIFY(asked.wait()); // its challenge is on the way, and must hold nobody up
+        time.start();
+        manager.getSolvaServers(broker.address(), QStringLiteral("teacher"), password, QString());
+        QVERIFY(time.elapsed() < 3000);
+    }
     QTRY_COMPARE(replies, QList<QVariantList>{{SolvaAccessManager::noError}});
     QCOMPARE(names(manager), QStringList{QStringLiteral("Accounts")});
 }
