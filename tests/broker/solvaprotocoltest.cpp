@@ -12,12 +12,10 @@ class SolvaProtocolTest : public QObject
 private slots:
     void request_data();
     void request();
-    void user_data();
     void user();
     void desktops_data();
     void desktops();
     void hugeBodies();
-    void arguments_data();
     void arguments();
 };
 
@@ -46,22 +44,13 @@ void SolvaProtocolTest::request()
     QTEST(SolvaProtocol::host(address), "host");
 }
 
-void SolvaProtocolTest::user_data()
-{
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("domain");
-    QTest::addColumn<QString>("sent");
-    QTest::newRow("domain") << QStringLiteral("ann") << QStringLiteral("ward") << QStringLiteral("ann@ward");
-    QTest::newRow("no domain") << QStringLiteral("ann") << QString() << QStringLiteral("ann");
-    QTest::newRow("own domain") << QStringLiteral("ann@x") << QStringLiteral("ward")
-                                << QStringLiteral("ann@x");
-}
-
 void SolvaProtocolTest::user()
 {
-    QFETCH(QString, user);
-    QFETCH(QString, domain);
-    QTEST(SolvaProtocol::userWithDomain(user, domain), "sent");
+    const QString ann = QStringLiteral("ann");
+    const QString ward = QStringLiteral("ward");
+    QCOMPARE(SolvaProtocol::userWithDomain(ann, ward), QStringLiteral("ann@ward"));
+    QCOMPARE(SolvaProtocol::userWithDomain(ann, QString()), ann);
+    QCOMPARE(SolvaProtocol::userWithDomain(QStringLiteral("ann@x"), ward), QStringLiteral("ann@x"));
 }
 
 void SolvaProtocolTest::desktops_data()
@@ -99,48 +88,30 @@ void SolvaProtocolTest::hugeBodies()
     QCOMPARE(SolvaProtocol::desktopNames("name:" + QByteArray(8000000, 'x') + "\nname:b").size(), 1);
 }
 
-void SolvaProtocolTest::arguments_data()
-{
-    QTest::addColumn<QString>("application");
-    QTest::addColumn<QString>("directory");
-    QTest::addColumn<bool>("dualDisplay");
-    QTest::addColumn<QStringList>("further");
-    const QString none;
-    QTest::newRow("plain") << none << none << false << QStringList();
-    QTest::newRow("directory alone") << none << QStringLiteral("C:\\") << false << QStringList();
-    QTest::newRow("application") << QStringLiteral("calc") << none << false
-                                 << QStringList{QStringLiteral("--application=calc")};
-    QTest::newRow("all") << QStringLiteral("calc") << QStringLiteral("C:\\") << true
-                         << QStringList{QStringLiteral("--application=calc"),
-                                        QStringLiteral("--application-dir=C:\\"),
-                                        QStringLiteral("--use-smsc-sda"),
-                                        QStringLiteral("--sda-position=right")};
-}
-
 void SolvaProtocolTest::arguments()
 {
-    QFETCH(QString, application);
-    QFETCH(QString, directory);
-    QFETCH(bool, dualDisplay);
-    QFETCH(QStringList, further);
     SolvaProtocol::Session session;
     session.address = QStringLiteral("https://broker:8443/");
     session.desktop = QStringLiteral("Ward 3");
     session.user = QStringLiteral("ann@ward");
     session.password = QStringLiteral("a b%2");
-    session.application = application;
-    session.applicationDir = directory;
-    session.dualDisplay = dualDisplay;
+    session.applicationDir = QStringLiteral("C:\\");
     session.dualDisplayPosition = QStringLiteral("right");
-    const QStringList always{QStringLiteral("-c"),
-                             QStringLiteral("--server=broker"),
-                             QStringLiteral("--protocol=ZMP"),
-                             QStringLiteral("--desktop=Ward 3"),
-                             QStringLiteral("--username=ann@ward"),
-                             QStringLiteral("--password=a b%2"),
-                             QStringLiteral("--experience="),
-                             QStringLiteral("--keyboard-layout=")};
-    QCOMPARE(SolvaProtocol::connectionArguments(session), always + further);
+    const QString always = QStringLiteral("-c|--server=broker|--protocol=ZMP|--desktop=Ward 3|"
+                                          "--username=ann@ward|--password=a b%2|--experience=|"
+                                          "--keyboard-layout=");
+    const auto told = [&session] {
+        return SolvaProtocol::connectionArguments(session).join(QLatin1Char('|'));
+    };
+    QCOMPARE(told(), always);
+    session.application = QStringLiteral("calc");
+    session.dualDisplay = true;
+    QCOMPARE(told(),
+             always
+                 + QStringLiteral("|--application=calc|--application-dir=C:\\|--use-smsc-sda|"
+                                  "--sda-position=right"));
+    session.applicationDir.clear();
+    QVERIFY(!told().contains(QStringLiteral("--application-dir")));
 }
 
 QTEST_GUILESS_MAIN(SolvaProtocolTest)
