@@ -16,12 +16,6 @@ constexpr qint64 LargestFile = 1024 * 1024;
 constexpr int SmallestSide = 200; // the limits of a desktop that the protocol can describe
 constexpr int LargestSide = 8192;
 
-bool hasControlCharacter(const QString &text)
-{
-    return std::any_of(text.begin(), text.end(),
-                       [](QChar c) { return c.category() == QChar::Other_Control; });
-}
-
 // Reads typed members and remembers the first fault.
 class MemberReader
 {
@@ -121,14 +115,21 @@ void readMisc(const MemberReader &misc, SessionDescription *session)
     session->proxy = readProxy(misc);
 }
 
+} // namespace
+
+bool hasControlCharacter(const QString &text)
+{
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar c) { return c.category() == QChar::Other_Control; });
+}
+
 // A leading "/" names a local socket to FreeRDP, a leading "-" looks like an option, and "|" starts a pipe.
 bool isUsableAddress(const QString &address)
 {
-    return !address.isEmpty() && !QStringLiteral("-/|").contains(address.front())
+    return !address.isEmpty() && !hasControlCharacter(address)
+        && !QStringLiteral("-/|").contains(address.front())
         && std::none_of(address.begin(), address.end(), [](QChar c) { return c.isSpace(); });
 }
-
-} // namespace
 
 ParsedConnection parseConnection(const QByteArray &document)
 {

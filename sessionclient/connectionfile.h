@@ -26,3 +26,8 @@ ParsedConnection parseConnection(const QByteArray &document);
 
 // The same for a file; one that cannot be read, or is larger than any connection document, is refused.
 ParsedConnection readConnectionFile(const QString &path);
+
+bool hasControlCharacter(const QString &text);
+
+// Whether an address can be given to FreeRDP and means a server.
+bool isUsableAddress(const QString &address);

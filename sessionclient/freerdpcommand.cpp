@@ -29,7 +29,8 @@ void addValue(QStringList *arguments, const char *option, const QString &value)
 void addDisplay(QStringList *arguments, const SessionDescription &session)
 {
     arguments->append(QStringLiteral("/f"));
-    arguments->append(QStringLiteral("/size:%1x%2").arg(session.width).arg(session.height));
+    if (session.width > 0)
+        arguments->append(QStringLiteral("/size:%1x%2").arg(session.width).arg(session.height));
     arguments->append(QStringLiteral("/bpp:%1").arg(session.bitsPerPixel));
     if (session.secondDisplay)
         arguments->append(QStringLiteral("/multimon"));

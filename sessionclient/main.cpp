@@ -1,18 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "session/reasonwindow.h"
 #include "sessionclient.h"
 
+#include "session/sessionprogram.h"
 #include "session/sessionstatus.h"
 
-#include <QApplication>
+#include <QFile>
 #include <QTextCodec>
 #include <QTextStream>
 
 namespace {
-
-enum ExitCode { SessionEnded = 0, SessionFailed = 1, WrongUsage = 2, StatusNotWritten = 3 };
 
 struct Outcome
 {
@@ -20,36 +18,15 @@ struct Outcome
     bool explain = false;
 };
 
-// A session needs no window system of ours; starting without one saves its memory for the session.
 Outcome runSession(int argc, char **argv, const QString &connectionFile)
 {
     const QCoreApplication application(argc, argv);
     SessionClient client(connectionFile);
-    Outcome outcome;
-    QObject::connect(
-        &client, &SessionClient::ended, &client,
-        [&outcome](const SessionEnd &end) {
-            outcome.end = end;
-            QCoreApplication::quit();
-        },
-        Qt::QueuedConnection);
-    client.run();
-    QCoreApplication::exec();
-    outcome.explain = client.mayExplain() && reasonRow(outcome.end.reason).explainedBy == ExplainedBy::Client;
-    return outcome;
+    const SessionEnd end = runToEnd(&client);
+    return {end, client.mayExplain() && reasonRow(end.reason).explainedBy == ExplainedBy::Client};
 }
 
-void explain(int argc, char **argv, const SessionEnd &end)
-{
-    const QApplication application(argc, argv);
-    const UnixSignals signalSource;
-    ReasonWindow window(end);
-    QObject::connect(&signalSource, &UnixSignals::stopRequested, &window, &QWidget::close);
-    window.show();
-    QApplication::exec();
-}
-
-int fail(ExitCode code, const QString &message)
+int fail(SessionExitCode code, const QString &message)
 {
     QTextStream(stderr) << "zClient: " << message << '\n';
     return code;
@@ -73,5 +50,5 @@ int main(int argc, char **argv)
     // The outcome is on record before anybody is asked to read it.
     if (outcome.explain)
         explain(argc, argv, outcome.end);
-    return reasonRow(outcome.end.reason).status == SessionEndedStatus ? SessionEnded : SessionFailed;
+    return exitCodeOf(outcome.end);
 }

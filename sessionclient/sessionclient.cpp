@@ -9,9 +9,9 @@ SessionClient::SessionClient(const QString &connectionFile, QObject *parent)
     : QObject(parent)
     , m_connectionFile(connectionFile)
 {
-    connect(&m_freeRdp, &FreeRdpProcess::ended, this, &SessionClient::ended);
-    connect(&m_signals, &UnixSignals::stopRequested, &m_freeRdp, &FreeRdpProcess::stop);
-    connect(&m_signals, &UnixSignals::refreshRequested, this, [this] { m_audio.reload(); });
+    connect(&m_session, &DesktopSession::ended, this, &SessionClient::ended);
+    connect(&m_signals, &UnixSignals::stopRequested, &m_session, &DesktopSession::stop);
+    connect(&m_signals, &UnixSignals::refreshRequested, &m_session, &DesktopSession::refreshAudio);
 }
 
 void SessionClient::run()
@@ -22,8 +22,5 @@ void SessionClient::run()
         emit ended({*connection.problem, QStringLiteral("connection file: %1").arg(connection.detail), {}});
         return;
     }
-    m_audio.reload();
-    QProcessEnvironment environment = freeRdpEnvironment(QProcessEnvironment::systemEnvironment());
-    m_audio.addTo(&environment);
-    m_freeRdp.start(freeRdpCommand(connection.session, m_audio.deviceName()), environment);
+    m_session.start(connection.session);
 }

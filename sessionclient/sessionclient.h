@@ -3,8 +3,7 @@
 
 #pragma once
 
-#include "session/freerdpprocess.h"
-#include "session/sessionaudio.h"
+#include "session/desktopsession.h"
 #include "session/unixsignals.h"
 
 #include <QObject>
@@ -27,8 +26,7 @@ signals:
 
 private:
     QString m_connectionFile;
-    FreeRdpProcess m_freeRdp;
-    SessionAudio m_audio;
+    DesktopSession m_session;
     UnixSignals m_signals;
     bool m_mayExplain = true;
 };

@@ -10,7 +10,7 @@
 struct SessionDescription
 {
     QString address;
-    int width = 0;
+    int width = 0; // 0: as wide as the screen
     int height = 0;
     int bitsPerPixel = 24;
     bool secondDisplay = false;

@@ -11,3 +11,4 @@ int faultCommand();
 int messageCommand();
 int callsCommand();
 int corvidServerCommand();
+int brokerCommand();

@@ -24,6 +24,7 @@ constexpr Command commands[] = {
     {"calls", "show which device tools were called, and how", callsCommand},
     {"message", "hand the program a message, as the device's scripts do", messageCommand},
     {"corvid-server", "play one or several Corvid servers", corvidServerCommand},
+    {"broker", "play a SOLVA connection broker", brokerCommand},
 };
 
 int help(int status)

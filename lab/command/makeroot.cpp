@@ -60,12 +60,16 @@ bool placeFiles(const DeviceRoot &root)
     return true;
 }
 
-void placeSessionClient(const DeviceRoot &root, const QString &self)
+// The programs that open sessions, where they have been built.
+void placeSessionClients(const DeviceRoot &root, const QString &self)
 {
-    const QString folder = qEnvironmentVariable("KT_BIN_DIR", QFileInfo(self).path());
-    const QFileInfo client(folder + QStringLiteral("/zClient"));
-    if (client.exists())
-        placeLink(client.absoluteFilePath(), root.file(QStringLiteral("opt/Tessaro/zClient")));
+    const QString folder = qEnvironmentVariable("KT_BIN_DIR", QFileInfo(self).path()) + QLatin1Char('/');
+    for (const char *link : {"opt/Tessaro/zClient", "usr/bin/solva-client"}) {
+        const QString path = root.file(QLatin1String(link));
+        const QFileInfo client(folder + QFileInfo(path).fileName());
+        if (client.exists())
+            placeLink(client.absoluteFilePath(), path);
+    }
 }
 
 void nameHost(const DeviceRoot &root, const QString &name)
@@ -93,7 +97,7 @@ int makeRootCommand()
     const QString self = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
     if (!placeTools(root, self) || !placeFiles(root))
         command.fail(QStringLiteral("cannot fill %1").arg(root.path()));
-    placeSessionClient(root, self);
+    placeSessionClients(root, self);
     const QString name = command.value(QStringLiteral("hostname"));
     nameHost(root, name.isEmpty() ? QStringLiteral("kt964-lab") : name);
     return 0;

@@ -7,6 +7,7 @@
 
 #include <QNetworkDatagram>
 #include <QNetworkInterface>
+#include <QTcpSocket>
 #include <QTest>
 #include <QUdpSocket>
 
@@ -97,6 +98,7 @@ private slots:
     void othersGetNoReply();
     void replyKeepsToItsFields();
     void serverCommand();
+    void brokerCommand();
     void addressToolChangesTheRealInterface();
 };
 
@@ -201,6 +203,28 @@ void NetworkTest::serverCommand()
     QCOMPARE(nameIn(station.replies.at(0).data(), 0), QStringLiteral("Training Room"));
     QTRY_COMPARE(command.state(), QProcess::NotRunning);
     QCOMPARE(command.exitCode(), 0);
+}
+
+void NetworkTest::brokerCommand()
+{
+    QProcess command;
+    command.start(qEnvironmentVariable("KT_BIN_DIR") + QStringLiteral("/kt-lab"),
+                  QProcess::splitCommand(
+                      QStringLiteral("broker --plain --address 10.77.0.21 --seconds 30 --user nurse:a:Office"
+                                     " --user \"teacher:b c:Training Room=10.77.0.23:3390,Accounts\"")));
+    QByteArray printed;
+    QTRY_VERIFY((printed += command.readAllStandardOutput()).contains("ready\n"));
+    QTcpSocket device;
+    device.connectToHost(first, 8443);
+    device.write("GET /_mpcdesktops?version=v3 HTTP/1.1\r\nAuthorization: Basic "
+                 + QByteArray("teacher:b c").toBase64() + "\r\n\r\n");
+    QByteArray reply;
+    QTRY_VERIFY((reply += device.readAll()).endsWith("\nname:Accounts|address:10.77.0.21|protocol:RDP\n"));
+    QVERIFY(reply.contains("\r\n\r\nname:Training Room|address:10.77.0.23:3390|protocol:RDP\n"));
+    QTRY_COMPARE(printed += command.readAllStandardOutput(),
+                 QByteArray("ready\nGET /_mpcdesktops?version=v3 teacher 200\n"));
+    command.kill();
+    QVERIFY(command.waitForFinished());
 }
 
 void NetworkTest::addressToolChangesTheRealInterface()

@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QTcpServer>
+#include <QUrl>
+#include <QVector>
+
+class QTcpSocket;
+
+// A desktop that a broker hands out, and where it is.
+struct BrokerDesktop
+{
+    QString name;
+    QString address;
+};
+
+// A SOLVA connection broker: it asks for a user's name and password and answers with his desktops, a line
+// each:
+//
+//     name:NAME|address:ADDRESS|protocol:RDP
+class BrokerServer : public QTcpServer
+{
+    Q_OBJECT
+
+public:
+    enum class Mode {
+        Normal,
+        Slow,       // waits before each reply, see setDelay()
+        Error,      // answers 500
+        Cut,        // closes the connection in the middle of a reply
+        Huge,       // adds desktops until there are 10,000
+        Empty,      // an empty body
+        NoLineEnds, // the desktops, with nothing between them
+        Redirect    // sends the client elsewhere, see setRedirect()
+    };
+    Q_ENUM(Mode)
+    static constexpr int hugeList = 10000;
+    static constexpr quint16 defaultPort = 8443;
+
+    explicit BrokerServer(QObject *parent = nullptr);
+
+    // The mode of a word ("normal", "slow", "500", "cut", "huge", "empty", "no-line-ends"); false for others.
+    static bool modeOf(const QString &word, Mode *mode);
+
+    void addUser(const QString &name, const QString &password, const QVector<BrokerDesktop> &desktops);
+    void setMode(Mode mode) { m_mode = mode; }
+    void setDelay(int milliseconds) { m_delay = milliseconds; }
+    void setRedirect(const QUrl &target) { m_redirect = target; }
+    // Sent to whoever has logged on, in the place of the list.
+    void setBody(const QByteArray &body) { m_body = body; }
+    void setEncrypted(bool encrypted) { m_encrypted = encrypted; }
+
+    // Makes a certificate of its own first, with the openssl tool.
+    bool start(const QHostAddress &address, quint16 port = defaultPort);
+    QString fault() const { return m_fault; }
+
+    // The requests so far, a line each: method, target, user ("-" for none) and the reply's status.
+    QStringList requests() const { return m_requests; }
+
+signals:
+    void requestReceived(const QString &line);
+
+protected:
+    void incomingConnection(qintptr descriptor) override;
+
+private:
+    struct User
+    {
+        QString name;
+        QString password;
+        QVector<BrokerDesktop> desktops;
+    };
+    struct Request;
+
+    bool makeCertificate();
+    void receive(QTcpSocket *socket);
+    void answer(QTcpSocket *socket, const Request &request);
+    int status(const Request &request, const User *user) const;
+    const User *userOf(const Request &request) const;
+    QByteArray list(const User &user) const;
+    void send(QTcpSocket *socket, int status, const QByteArray &body) const;
+
+    QVector<User> m_users;
+    Mode m_mode = Mode::Normal;
+    int m_delay = 5000;
+    QUrl m_redirect;
+    QByteArray m_body;
+    bool m_encrypted = true;
+    QSslCertificate m_certificate;
+    QSslKey m_key;
+    QString m_fault;
+    QStringList m_requests;
+};

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "session/desktopsession.h"
+
+DesktopSession::DesktopSession(QObject *parent)
+    : QObject(parent)
+{
+    connect(&m_freeRdp, &FreeRdpProcess::ended, this, &DesktopSession::ended);
+}
+
+void DesktopSession::start(const SessionDescription &description)
+{
+    m_audio.reload();
+    QProcessEnvironment environment = freeRdpEnvironment(QProcessEnvironment::systemEnvironment());
+    m_audio.addTo(&environment);
+    m_freeRdp.start(freeRdpCommand(description, m_audio.deviceName()), environment);
+}
+
+void DesktopSession::stop()
+{
+    m_freeRdp.stop();
+}
+
+void DesktopSession::refreshAudio()
+{
+    m_audio.reload();
+}

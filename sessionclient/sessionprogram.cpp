@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "session/sessionprogram.h"
+
+#include "session/reasonwindow.h"
+#include "session/unixsignals.h"
+
+#include <QApplication>
+
+SessionExitCode exitCodeOf(const SessionEnd &end)
+{
+    return reasonRow(end.reason).status == SessionEndedStatus ? SessionEnded : SessionFailed;
+}
+
+void explain(int argc, char **argv, const SessionEnd &end)
+{
+    const QApplication application(argc, argv);
+    const UnixSignals signalSource;
+    ReasonWindow window(end);
+    QObject::connect(&signalSource, &UnixSignals::stopRequested, &window, &QWidget::close);
+    window.show();
+    QApplication::exec();
+}

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "solva/solvaclient.h"
+
+#include "session/sessionprogram.h"
+
+#include <QTextCodec>
+#include <QTextStream>
+
+namespace {
+
+SessionEnd runSession(int argc, char **argv, const SolvaArguments &arguments)
+{
+    const QCoreApplication application(argc, argv);
+    SolvaClient client(arguments);
+    return runToEnd(&client);
+}
+
+// For the launcher's log: there is no file in which it would look for the outcome.
+void report(const SessionEnd &end)
+{
+    QTextStream out(stdout);
+    for (const QString &line : end.output)
+        out << "xfreerdp: " << line << '\n';
+    for (const QString &line : {reasonText(end.reason), reasonNextStep(end.reason), end.raw})
+        if (!line.isEmpty())
+            out << "solva-client: " << line << '\n';
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    qRegisterMetaType<SessionEnd>();
+    const SolvaArguments arguments = parseSolvaArguments(takeArguments(argc, argv));
+    if (!arguments.fault.isEmpty()) {
+        QTextStream(stderr) << "solva-client: " << arguments.fault << '\n';
+        return WrongUsage;
+    }
+    const SessionEnd end = runSession(argc, argv, arguments);
+    report(end);
+    if (reasonRow(end.reason).explainedBy != ExplainedBy::Nobody)
+        explain(argc, argv, end);
+    return exitCodeOf(end);
+}

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "session/desktopsession.h"
+#include "session/unixsignals.h"
+#include "solva/brokerquery.h"
+#include "solva/solvaarguments.h"
+
+#include <QObject>
+
+// Opens a desktop of a broker: asks the broker where it is, then runs the session.
+class SolvaClient : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SolvaClient(const SolvaArguments &arguments, QObject *parent = nullptr);
+
+    void run();
+
+signals:
+    void ended(const SessionEnd &end);
+
+private:
+    void open(const QVector<OfferedDesktop> &desktops);
+    void stop();
+
+    SolvaArguments m_arguments;
+    BrokerQuery m_query;
+    DesktopSession m_session;
+    UnixSignals m_signals;
+    bool m_opened = false;
+};

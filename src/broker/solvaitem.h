@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "models/item.h"
+
+/// A broker's row. It adds nothing to `Item`; the desktops themselves are plain `Item`s.
+class SolvaItem : public Item
+{
+public:
+    explicit SolvaItem(const QString &name = QString());
+    ~SolvaItem() override;
+};
