@@ -29,14 +29,31 @@ Countdown &AutoConnectPage::countdown()
 
 void AutoConnectPage::startAutoConnect(const ConnectTarget &target)
 {
-    showCounting(true);
-    m_ui->autoConnectButton->setFocus();
-    m_countdown.start();
+    startCounting();
     QLabel *info = m_ui->autoConnectInfoLabel;
-    info->ensurePolished();
     const QString name = info->fontMetrics().elidedText(target.name, Qt::ElideMiddle, widestName);
     info->setText(
         tr("This device is configured for automatic connection to %1:  %2 ").arg(target.type, name));
+}
+
+void AutoConnectPage::startSolvaAutoLogon(const QString &user, const QString &broker)
+{
+    startCounting();
+    QLabel *info = m_ui->autoConnectInfoLabel;
+    const QFontMetrics metrics = info->fontMetrics();
+    info->setText(
+        tr("This device is configured to automatically authenticate the user \"%1\" on the \"%2\" SOLVA "
+           "Connection Broker.")
+            .arg(metrics.elidedText(user, Qt::ElideMiddle, widestName),
+                 metrics.elidedText(broker, Qt::ElideMiddle, widestName)));
+}
+
+void AutoConnectPage::startCounting()
+{
+    showCounting(true);
+    m_ui->autoConnectButton->setFocus();
+    m_ui->autoConnectInfoLabel->ensurePolished();
+    m_countdown.start();
 }
 
 void AutoConnectPage::stop()
@@ -63,6 +80,11 @@ void AutoConnectPage::on_autoConnectButton_clicked()
 }
 
 void AutoConnectPage::on_autoConnectCancelButton_clicked()
+{
+    showStopped();
+}
+
+void AutoConnectPage::showStopped()
 {
     m_countdown.stop();
     showCounting(false);

@@ -14,7 +14,8 @@ namespace Ui {
 class AutoConnectPage;
 }
 
-/// The page of a device that connects by itself: a countdown that the user can cut short or cancel.
+/// The page of a device that connects, or signs in to a broker, by itself: a countdown that the user can cut
+/// short or cancel.
 class AutoConnectPage : public QWidget
 {
     Q_OBJECT
@@ -24,6 +25,9 @@ public:
     ~AutoConnectPage() override;
 
     void startAutoConnect(const ConnectTarget &target);
+    void startSolvaAutoLogon(const QString &user, const QString &broker);
+    /// Offers to begin by hand, as after Cancel or a log-on that has failed.
+    void showStopped();
     /// Stops counting without a word, as when another page is shown.
     void stop();
     Countdown &countdown();
@@ -38,6 +42,7 @@ private slots:
 private:
     void updateAutoConnectTimer(int seconds);
     void connectNow();
+    void startCounting();
     void showCounting(bool counting);
 
     std::unique_ptr<Ui::AutoConnectPage> m_ui;

@@ -102,18 +102,33 @@ void SessionLauncher::createConnectionFile(const QString &address, bool autoDisc
 
 void SessionLauncher::startConnection(const QString &shown)
 {
+    qCInfo(lcSession).noquote() << "start the client for" << m_address;
+    launch(Paths::client(), {QStringLiteral("-x"), Paths::connection()}, shown);
+}
+
+void SessionLauncher::startBrokerClient(const QStringList &arguments, const QString &desktop)
+{
+    if (m_running)
+        return;
+    m_group.clear();
+    m_address.clear();
+    qCInfo(lcSession).noquote() << "start the broker's client for" << desktop;
+    launch(Paths::program(QStringLiteral("solva-client")), arguments, desktop);
+}
+
+void SessionLauncher::launch(const QString &program, const QStringList &arguments, const QString &shown)
+{
     emit started();
     QFile::remove(Paths::connectionStatus());
     m_running = true;
     m_client.setProcessEnvironment(Commands::environment());
     m_client.setWorkingDirectory(Paths::clientDirectory());
-    qCInfo(lcSession).noquote() << "start the client for" << m_address;
     if (!shown.isEmpty())
         m_dialog.setAddress(shown);
     m_dialogTimer.start();
     if (!m_dialog.isVisible())
         m_dialog.show();
-    m_client.start(Paths::client(), {QStringLiteral("-x"), Paths::connection()}, QIODevice::ReadWrite);
+    m_client.start(program, arguments, QIODevice::ReadWrite);
 }
 
 void SessionLauncher::closeConnectionDialog()

@@ -39,6 +39,9 @@ public:
     void createConnectionFile(const QString &address, bool autoDisconnect);
     /// Starts the client; `shown` is what the connecting box names.
     void startConnection(const QString &shown);
+    /// Starts the broker's client with these arguments, which hold a password and are never logged; `desktop`
+    /// is what the connecting box names. Nothing happens while a client runs.
+    void startBrokerClient(const QStringList &arguments, const QString &desktop);
     ConnectionFile::Verdict connectionError() const;
 
 public slots:
@@ -55,6 +58,7 @@ signals:
 private:
     void connectionFinished(int exitCode, QProcess::ExitStatus status);
     void handleError(QProcess::ProcessError error);
+    void launch(const QString &program, const QStringList &arguments, const QString &shown);
     void finish(ConnectionFile::Verdict verdict);
     void tryNextMember();
     void logOutput();

@@ -73,6 +73,7 @@ SettingsApp::SettingsApp(QWidget *parent)
     setUpTopBar();
     setUpLauncher();
     setUpSession();
+    setUpBroker();
     showClientMode(ClientMode::Corvid);
 }
 
@@ -125,8 +126,25 @@ void SettingsApp::setUpSession()
             &SettingsApp::secondaryMonitorParameters);
 }
 
+void SettingsApp::setUpBroker()
+{
+    m_broker = std::make_unique<BrokerLauncher>(
+        BrokerLauncher::Parts{*m_ui->solvaPage, *m_ui->solvaDesktopsPage, *m_ui->autoLogonPage, m_launcher});
+    connect(m_broker.get(), &BrokerLauncher::busy, this, &SettingsApp::setBusy);
+    connect(m_broker.get(), &BrokerLauncher::brokerUsed, this, &SettingsApp::updateBrokerServers);
+    connect(m_broker.get(), &BrokerLauncher::loggedOut, this, &SettingsApp::showLauncher);
+    connect(m_broker.get(), &BrokerLauncher::desktopsReady, this, [this] {
+        m_ui->mainStackedWidget->setCurrentIndex(DesktopsPage);
+        m_ui->solvaDesktopsPage->focusList();
+    });
+    connect(m_broker.get(), &BrokerLauncher::failed, this, [this](const QString &message) {
+        GeneralDialog::showError(this, tr("Connection Error"), message);
+    });
+}
+
 void SettingsApp::setConfiguration(JsonModule *configuration)
 {
+    m_broker->setConfiguration(configuration);
     m_configuration = configuration;
     m_launcher.setConfiguration(configuration);
 }
@@ -151,7 +169,7 @@ void SettingsApp::loadConfiguration()
     m_ui->corvidPage->setAutoDetectedShown(corvid.value(Key::showAutodetected).toBool());
     m_ui->corvidPage->setHistory(window.value(Key::manualServerHistory).toArray());
     m_ui->corvidPage->setSelection(window.value(Key::selection).toString());
-    m_ui->solvaPage->setBroker(connectionSettings(Key::solvaConnection).value(Key::brokerAddress).toString());
+    m_broker->loadConfiguration();
     const QJsonObject rdp = connectionSettings(Key::rdpConnection);
     m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
                              rdp.value(Key::allowCustomRdpServers).toBool());
@@ -178,8 +196,12 @@ void SettingsApp::showDeviceName(const QString &name)
 void SettingsApp::openLauncher(const QString &clientMode)
 {
     showClientMode(clientMode);
-    const bool counting = m_mode == ClientMode::Corvid && m_autoConnect;
-    m_ui->mainStackedWidget->setCurrentIndex(counting ? AutoConnectPage : LauncherPage);
+    int page = LauncherPage;
+    if (autoConnectEnabled())
+        page = AutoConnectPage;
+    else if (m_mode == ClientMode::Solva && m_broker->autoLogonEnabled())
+        page = AutoLogonPage;
+    m_ui->mainStackedWidget->setCurrentIndex(page);
     autoDetectServers();
 }
 
@@ -232,10 +254,12 @@ void SettingsApp::showClientMode(ClientMode mode)
     buttons[static_cast<int>(mode)]->setStyleSheet(StyleSheets::checkedButtonSheet());
     m_ui->connectionStackedWidget->setCurrentIndex(static_cast<int>(mode));
     m_ui->connectButton->setVisible(mode != ClientMode::Solva);
-    if (m_ui->mainStackedWidget->currentIndex() == AutoConnectPage)
+    if (m_ui->mainStackedWidget->currentIndex() != SettingsPage)
         m_ui->mainStackedWidget->setCurrentIndex(LauncherPage);
     if (mode == ClientMode::Corvid)
         m_ui->corvidPage->focusFirst();
+    else if (mode == ClientMode::Solva)
+        m_ui->solvaPage->focusFirst();
     else if (mode == ClientMode::Rdp)
         m_ui->rdpPage->setFocus();
     updateConnectButton();
@@ -301,6 +325,10 @@ void SettingsApp::pressEnter()
 {
     if (auto *button = qobject_cast<QAbstractButton *>(focusWidget()))
         button->click();
+    else if (m_ui->mainStackedWidget->currentIndex() == DesktopsPage)
+        m_broker->on_connectSolvaButton_clicked();
+    else if (m_ui->mainStackedWidget->currentIndex() == LauncherPage && m_ui->solvaPage->isVisible())
+        m_ui->solvaPage->pressEnter();
     else if (m_ui->mainStackedWidget->currentIndex() == LauncherPage)
         m_ui->connectButton->click();
 }
@@ -349,27 +377,46 @@ void SettingsApp::showConnectionError()
 
 void SettingsApp::on_mainStackedWidget_currentChanged(int index)
 {
-    // On the settings pages Enter belongs to the fields.
+    // On the settings pages Enter belongs to the fields, and the view is left through its own buttons.
+    const bool settings = index == SettingsPage;
     for (QShortcut *enter : qAsConst(m_enterShortcuts))
-        enter->setEnabled(index != SettingsPage);
+        enter->setEnabled(!settings);
+    for (QWidget *button :
+         {static_cast<QWidget *>(m_ui->CorvidProButton), static_cast<QWidget *>(m_ui->solvaVDIButton),
+          static_cast<QWidget *>(m_ui->rdpClientButton), static_cast<QWidget *>(m_ui->settingsButton)})
+        button->setVisible(!settings);
     if (index == AutoConnectPage)
         m_ui->autoConnectPage->startAutoConnect(m_autoConnectTarget);
     else
         m_ui->autoConnectPage->stop();
+    if (index == AutoLogonPage)
+        m_broker->startSolvaAutoLogon();
+    else
+        m_ui->autoLogonPage->stop();
 }
 
-void SettingsApp::updateManualServers()
+QJsonArray SettingsApp::remember(const QString &key, const QString &address)
 {
     if (m_configuration)
         m_configuration->readContent();
-    QJsonArray history = root().value(Key::mainWindow).toObject().value(Key::manualServerHistory).toArray();
-    const QString address = m_launcher.currentServerAddress();
+    QJsonArray history = root().value(Key::mainWindow).toObject().value(key).toArray();
     if (!history.contains(address))
         history.prepend(address);
     if (history.size() > historyLength)
         history.removeLast();
-    m_ui->corvidPage->setHistory(history);
-    storeMainWindowValue(Key::manualServerHistory, history);
+    storeMainWindowValue(key, history);
+    return history;
+}
+
+void SettingsApp::updateManualServers()
+{
+    m_ui->corvidPage->setHistory(remember(Key::manualServerHistory, m_launcher.currentServerAddress()));
+}
+
+void SettingsApp::updateBrokerServers(const QString &address)
+{
+    remember(Key::solvaBrokerHistory, address);
+    m_broker->loadConfiguration();
 }
 
 void SettingsApp::storeMainWindowValue(const QString &key, const QJsonValue &value)
@@ -464,6 +511,7 @@ void SettingsApp::setBusy(bool busy)
 void SettingsApp::setDualDisplay(bool inUse)
 {
     m_launcher.setDualDisplay(inUse);
+    m_broker->setDualDisplay(inUse);
 }
 
 void SettingsApp::checkResetPossible(int *result) const

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/brokerlauncher.h"
 #include "app/connecttarget.h"
 #include "app/sessionlauncher.h"
 #include "update/terminalservermodule.h"
@@ -37,7 +38,13 @@ public:
     enum class ClientMode { Corvid = 0, Solva = 1, Rdp = 2 };
 
     /// The pages of the main stack.
-    enum Page { LauncherPage = 0, SettingsPage = 1, AutoConnectPage = 2 };
+    enum Page {
+        LauncherPage = 0,
+        SettingsPage = 1,
+        AutoConnectPage = 2,
+        DesktopsPage = 4,
+        AutoLogonPage = 5,
+    };
 
     explicit SettingsApp(QWidget *parent = nullptr);
     ~SettingsApp() override;
@@ -110,6 +117,7 @@ private:
     void closePopups();
     void setUpLauncher();
     void setUpSession();
+    void setUpBroker();
     void showClientMode(ClientMode mode);
     std::optional<ConnectTarget> chosenTarget() const;
     bool autoConnectEnabled() const;
@@ -118,6 +126,9 @@ private:
     void connectTo(const ConnectTarget &target);
     void connectionFinished(ConnectionFile::Verdict verdict);
     void updateManualServers();
+    void updateBrokerServers(const QString &address);
+    /// Puts an address first where it is not yet in the history; the history then.
+    QJsonArray remember(const QString &key, const QString &address);
     void storeMainWindowValue(const QString &key, const QJsonValue &value);
     QJsonObject root() const;
     QJsonObject connectionSettings(QLatin1String client) const;
@@ -127,6 +138,7 @@ private:
     TerminalServerModule m_endpoint;
     UpdateModule m_update;
     SessionLauncher m_launcher;
+    std::unique_ptr<BrokerLauncher> m_broker;
     QMenu m_powerMenu;
     QVector<QShortcut *> m_enterShortcuts;
     JsonModule *m_configuration = nullptr;

@@ -3,20 +3,46 @@
 
 #pragma once
 
-#include <QLabel>
+#include <QJsonArray>
 #include <QWidget>
 
-/// The launcher's page for SOLVA brokers. Signing in to a broker is not part of this version; the page says
-/// so.
+#include <memory>
+
+namespace Ui {
+class SolvaPage;
+}
+
+/// The launcher's page for SOLVA brokers: the log-on, and once the user is signed in the way to his desktops.
 class SolvaPage : public QWidget
 {
     Q_OBJECT
 
 public:
     explicit SolvaPage(QWidget *parent = nullptr);
+    ~SolvaPage() override;
 
-    void setBroker(const QString &address);
+    /// The stored broker, and where another may be typed the ones used before.
+    void setBroker(const QString &address, bool customAllowed, const QJsonArray &history);
+    /// What stands in the box of brokers; empty while no other broker may be typed.
+    QString typedBroker() const;
+    QString broker() const;
+    QString user() const;
+    QString password() const;
+    QString domain() const;
+
+    void showLogon();
+    void showSignedIn(const QString &user, const QString &broker);
+    void focusFirst();
+    /// What Enter does on the page, wherever the keyboard stands on it.
+    void pressEnter();
+    /// While the broker is asked.
+    void setBusy(bool busy);
+
+signals:
+    void loginRequested();
+    void desktopsRequested();
 
 private:
-    QLabel *m_text;
+    std::unique_ptr<Ui::SolvaPage> m_ui;
+    bool m_customAllowed = false;
 };

@@ -157,8 +157,15 @@ bool GeneralDialog::added() const
 void GeneralDialog::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    // Without a window manager nobody else gives a new window the keyboard.
+    // Without a window manager nobody else gives a new window the keyboard, or gives it back.
     activateWindow();
+}
+
+void GeneralDialog::hideEvent(QHideEvent *event)
+{
+    QDialog::hideEvent(event);
+    if (parentWidget() && parentWidget()->window()->isVisible())
+        parentWidget()->window()->activateWindow();
 }
 
 void GeneralDialog::on_buttonBox_clicked(QAbstractButton *button)

@@ -54,6 +54,7 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private slots:
     void on_buttonBox_clicked(QAbstractButton *button);
