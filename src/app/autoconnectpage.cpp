@@ -56,6 +56,15 @@ void AutoConnectPage::startCounting()
     m_countdown.start();
 }
 
+void AutoConnectPage::renameParts(const QString &beginning)
+{
+    const QString own = QStringLiteral("autoConnect");
+    for (QWidget *part : findChildren<QWidget *>()) {
+        if (part->objectName().startsWith(own))
+            part->setObjectName(beginning + part->objectName().mid(own.size()));
+    }
+}
+
 void AutoConnectPage::stop()
 {
     m_countdown.stop();
@@ -63,14 +72,14 @@ void AutoConnectPage::stop()
 
 void AutoConnectPage::updateAutoConnectTimer(int seconds)
 {
-    m_ui->countdownLabel->setText(tr("Automatic connection in %1 seconds").arg(seconds));
+    m_ui->autoConnectCountdownLabel->setText(tr("Automatic connection in %1 seconds").arg(seconds));
 }
 
 void AutoConnectPage::connectNow()
 {
     m_countdown.stop();
     m_ui->autoConnectCancelButton->hide();
-    m_ui->countdownLabel->setText(tr("Autoconnect started..."));
+    m_ui->autoConnectCountdownLabel->setText(tr("Autoconnect started..."));
     emit connectRequested();
 }
 
@@ -88,7 +97,7 @@ void AutoConnectPage::showStopped()
 {
     m_countdown.stop();
     showCounting(false);
-    m_ui->countdownLabel->setText(tr("Automatic connection is stopped"));
+    m_ui->autoConnectCountdownLabel->setText(tr("Automatic connection is stopped"));
     m_ui->autoConnectAgainButton->setFocus();
 }
 

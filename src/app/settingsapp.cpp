@@ -128,6 +128,7 @@ void SettingsApp::setUpSession()
 
 void SettingsApp::setUpBroker()
 {
+    m_ui->autoLogonPage->renameParts(QStringLiteral("autoLogon"));
     m_broker = std::make_unique<BrokerLauncher>(
         BrokerLauncher::Parts{*m_ui->solvaPage, *m_ui->solvaDesktopsPage, *m_ui->autoLogonPage, m_launcher});
     connect(m_broker.get(), &BrokerLauncher::busy, this, &SettingsApp::setBusy);

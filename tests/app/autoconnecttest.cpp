@@ -72,7 +72,7 @@ void AutoConnectTest::countsSixTicksAndConnects()
     launcher.tellClient({QStringLiteral("hold")});
     QStringList shown;
     connect(&countdown(launcher), &Countdown::remaining, this,
-            [&] { shown += text(launcher, "countdownLabel"); });
+            [&] { shown += text(launcher, "autoConnectCountdownLabel"); });
     open(launcher);
     QCOMPARE(text(launcher, "autoConnectInfoLabel"),
              QStringLiteral("This device is configured for automatic connection to server:  <i>Main</i> "));
@@ -84,7 +84,7 @@ void AutoConnectTest::countsSixTicksAndConnects()
     QCOMPARE(shown.size(), 6);
     for (int tick = 0; tick < 6; ++tick)
         QCOMPARE(shown.at(tick), QStringLiteral("Automatic connection in %1 seconds").arg(5 - tick));
-    QCOMPARE(text(launcher, "countdownLabel"), QStringLiteral("Autoconnect started..."));
+    QCOMPARE(text(launcher, "autoConnectCountdownLabel"), QStringLiteral("Autoconnect started..."));
     QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isHidden());
     QVERIFY(!countdown(launcher).isRunning());
     QTRY_COMPARE(launcher.addresses(), QStringList{QStringLiteral("10.0.0.1")});
