@@ -39,7 +39,7 @@ ConnectTarget autoConnectTarget(const QJsonObject &autoconnect, const QJsonArray
     if (autoconnect.value(Key::type).toString() == ItemType::group)
         return group(groups, autoconnect.value(Key::group).toString());
     const ServerEntry server = entry(autoconnect.value(Key::server).toObject());
-    return ConnectTarget::server(server.name, server.address);
+    return ConnectTarget::server(server.name.isEmpty() ? server.address : server.name, server.address);
 }
 
 Item *serverRow(const ServerEntry &server, const QString &icon)
