@@ -277,7 +277,8 @@ void BrokerTest::doesOneThingAtATime()
     Ward ward(autoLogon(password, QStringLiteral("Ward 3")));
     ward.setMode(BrokerServer::Mode::Slow);
     ward.setDelay(50);
-    QTRY_VERIFY(ward.waits());
+    QSignalSpy asked(&ward, &BrokerServer::requestReceived);
+    QVERIFY(asked.wait() && ward.waits());
     ward.click("autoLogonAgainButton");
     ward.click("loginSolvaButton");
     QTRY_VERIFY(!ward.calls().isEmpty());
