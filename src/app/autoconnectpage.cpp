@@ -98,7 +98,9 @@ void AutoConnectPage::showStopped()
     m_countdown.stop();
     showCounting(false);
     m_ui->autoConnectCountdownLabel->setText(tr("Automatic connection is stopped"));
-    m_ui->autoConnectAgainButton->setFocus();
+    // On a page that is not shown it would take Enter away from the page that is.
+    if (isVisible())
+        m_ui->autoConnectAgainButton->setFocus();
 }
 
 void AutoConnectPage::showCounting(bool counting)

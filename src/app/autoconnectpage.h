@@ -28,7 +28,8 @@ public:
     void startSolvaAutoLogon(const QString &user, const QString &broker);
     /// Offers to begin by hand, as after Cancel or a log-on that has failed.
     void showStopped();
-    /// Gives the parts of the page names of another beginning than "autoConnect", where there are two such pages.
+    /// Gives the parts of the page names of another beginning than "autoConnect", where there are two such
+    /// pages.
     void renameParts(const QString &beginning);
     /// Stops counting without a word, as when another page is shown.
     void stop();

@@ -81,11 +81,37 @@ void BrokerLauncher::setSolvaDefaultProtocol()
     m_parts.desktops.setProtocol(settings().value(Key::defaultProtocol).toString());
 }
 
+void BrokerLauncher::setBusy(bool asking)
+{
+    m_parts.logon.setBusy(asking);
+    emit busy(asking);
+}
+
+void BrokerLauncher::cancelLogon()
+{
+    if (!m_manager.isBusy())
+        return;
+    m_manager.abandon();
+    setBusy(false);
+}
+
+/// Says what is missing for a log-on by hand; false when nothing is.
+bool BrokerLauncher::complain()
+{
+    const bool noBroker = m_parts.logon.broker().isEmpty();
+    if (!noBroker && !m_parts.logon.user().trimmed().isEmpty())
+        return false;
+    emit failed(noBroker ? tr("The address of the broker is missing.") : tr("The user name is missing."));
+    m_parts.logon.focusFirst();
+    return true;
+}
+
 void BrokerLauncher::on_loginSolvaButton_clicked()
 {
+    if (m_manager.isBusy() || m_parts.session.isRunning() || (!autoLogonEnabled() && complain()))
+        return;
     setSolvaDefaultProtocol();
-    emit busy(true);
-    m_parts.logon.setBusy(true);
+    setBusy(true);
     const QJsonObject autoconnect = settings().value(Key::autoconnect).toObject();
     const QString desktop = autoconnect.value(Key::desktop).toString();
     if (autoLogonEnabled()) {
@@ -103,8 +129,7 @@ void BrokerLauncher::on_loginSolvaButton_clicked()
 
 void BrokerLauncher::solvaReply(const QString &reply)
 {
-    emit busy(false);
-    m_parts.logon.setBusy(false);
+    setBusy(false);
     if (reply != SolvaAccessManager::noError) {
         if (autoLogonEnabled())
             m_parts.autoLogon.showStopped();
@@ -114,7 +139,7 @@ void BrokerLauncher::solvaReply(const QString &reply)
         return;
     }
     if (!m_parts.logon.typedBroker().isEmpty())
-        emit brokerUsed(m_parts.logon.typedBroker());
+        emit brokerUsed(m_manager.getAddress()); // the box may have been typed into since
     m_parts.logon.showSignedIn(m_manager.getUser(), m_manager.getAddress());
     m_parts.desktops.setDesktops(m_manager.getDesktops(), m_manager.getDesktop());
     m_parts.desktops.setDesktopControlsEnabled(true);
@@ -140,6 +165,7 @@ void BrokerLauncher::startSolvaConnection()
 
 void BrokerLauncher::on_logoutSolvaButton_clicked()
 {
+    cancelLogon();
     m_manager.setPassword(QString());
     m_parts.desktops.clear();
     m_parts.logon.showLogon();

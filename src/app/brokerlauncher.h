@@ -40,6 +40,8 @@ public:
     /// Counts down on the auto-logon page, and then signs in.
     void startSolvaAutoLogon();
     void setDualDisplay(bool inUse);
+    /// Ends a log-on under way: the user has turned to something else, and nobody waits for its outcome.
+    void cancelLogon();
 
 public slots:
     void on_loginSolvaButton_clicked();
@@ -66,6 +68,8 @@ private:
     QString storedBroker() const;
     void setSolvaDefaultProtocol();
     void startSolvaConnection();
+    bool complain();
+    void setBusy(bool asking);
 
     Parts m_parts;
     SolvaAccessManager m_manager;

@@ -65,6 +65,11 @@ bool SessionLauncher::isRunning() const
     return m_running;
 }
 
+bool SessionLauncher::clientIsMissing() const
+{
+    return m_client.error() == QProcess::FailedToStart;
+}
+
 QString SessionLauncher::currentServerAddress() const
 {
     return m_address;

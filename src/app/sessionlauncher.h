@@ -30,6 +30,8 @@ public:
     void setConfiguration(JsonModule *configuration);
     void setDualDisplay(bool inUse);
     bool isRunning() const;
+    /// The last client could not be started.
+    bool clientIsMissing() const;
     QString currentServerAddress() const;
 
     /// Connects to a server, or walks a group from its first member. A group without members is for the

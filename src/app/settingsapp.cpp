@@ -84,7 +84,10 @@ void SettingsApp::setUpTopBar()
     m_ui->logoLabel->setPixmap(QPixmap(QStringLiteral(":/images/logo.png")));
     setIcon(m_ui->settingsButton, "settings.png");
     setIcon(m_ui->powerButton, "power.png");
-    connect(m_ui->settingsButton, &QToolButton::clicked, this, &SettingsApp::settingsRequested);
+    connect(m_ui->settingsButton, &QToolButton::clicked, this, [this] {
+        stopAutomatic();
+        emit settingsRequested();
+    });
     m_ui->wirelessStatusLabel->hide();
     m_ui->actionSleep->setIcon(QIcon(QStringLiteral(":/images/sleep.png")));
     m_ui->actionReboot->setIcon(QIcon(QStringLiteral(":/images/reboot.png")));
@@ -249,6 +252,7 @@ void SettingsApp::showClientMode(ClientMode mode)
         return;
     m_modeShown = true;
     m_mode = mode;
+    m_broker->cancelLogon();
     QPushButton *buttons[] = {m_ui->CorvidProButton, m_ui->solvaVDIButton, m_ui->rdpClientButton};
     for (QPushButton *button : buttons)
         button->setStyleSheet(StyleSheets::uncheckedButtonSheet());
@@ -321,6 +325,14 @@ void SettingsApp::closePopups()
         question->reject();
 }
 
+/// Whoever turns to the settings, and be it to type the password, is not overtaken by a session.
+void SettingsApp::stopAutomatic()
+{
+    for (::AutoConnectPage *page : {m_ui->autoConnectPage, m_ui->autoLogonPage})
+        page->showStopped();
+    m_broker->cancelLogon();
+}
+
 /// Enter presses the button that has the focus, and on the launcher Connect from everywhere else.
 void SettingsApp::pressEnter()
 {
@@ -356,7 +368,10 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     activateWindow();
     m_update.setIdleState();
     unsetCursor();
-    if (verdict == ConnectionFile::Verdict::ConnectionError)
+    if (m_mode == ClientMode::Solva && m_launcher.clientIsMissing())
+        GeneralDialog::showError(this, tr("Connection Error"),
+                                 tr("The program that shows the desktop could not be started."));
+    else if (verdict == ConnectionFile::Verdict::ConnectionError)
         showConnectionError();
     else if (verdict == ConnectionFile::Verdict::NoError && m_mode == ClientMode::Corvid)
         updateManualServers();
@@ -380,6 +395,8 @@ void SettingsApp::on_mainStackedWidget_currentChanged(int index)
 {
     // On the settings pages Enter belongs to the fields, and the view is left through its own buttons.
     const bool settings = index == SettingsPage;
+    if (settings)
+        stopAutomatic();
     for (QShortcut *enter : qAsConst(m_enterShortcuts))
         enter->setEnabled(!settings);
     for (QWidget *button :

@@ -115,6 +115,7 @@ private:
     void loadServerGroups();
     void showDeviceName(const QString &name);
     void closePopups();
+    void stopAutomatic();
     void setUpLauncher();
     void setUpSession();
     void setUpBroker();

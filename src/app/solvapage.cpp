@@ -27,7 +27,9 @@ SolvaPage::~SolvaPage() = default;
 
 void SolvaPage::setBroker(const QString &address, bool customAllowed, const QJsonArray &history)
 {
-    const QString typed = m_ui->brokerAddressComboBox->currentText();
+    // What the user typed stays; an address that was the stored one gives way to the one stored now.
+    const QString shown = m_ui->brokerAddressComboBox->currentText();
+    const QString typed = shown == m_ui->brokerAddressLineEdit->text() ? QString() : shown;
     m_customAllowed = customAllowed;
     m_ui->brokerAddressComboBox->setVisible(customAllowed);
     m_ui->brokerAddressLineEdit->setVisible(!customAllowed);
@@ -81,7 +83,7 @@ void SolvaPage::focusFirst()
 {
     if (m_ui->brokerStackedWidget->currentWidget() == m_ui->signedInPage)
         m_ui->showDesktopsButton->setFocus();
-    else if (broker().isEmpty())
+    else if (m_customAllowed && broker().isEmpty())
         m_ui->brokerAddressComboBox->setFocus();
     else
         m_ui->solvaUserLineEdit->setFocus();

@@ -63,6 +63,12 @@ void SolvaAccessManager::getSolvaServers(const QString &address, const QString &
     m_replyTimer.start();
 }
 
+void SolvaAccessManager::abandon()
+{
+    m_replyTimer.stop();
+    delete m_reply.data();
+}
+
 void SolvaAccessManager::replyFinished(QNetworkReply *reply)
 {
     reply->deleteLater();
@@ -137,8 +143,7 @@ void SolvaAccessManager::checkSize()
 /// Never called by the reply itself, which is gone afterwards.
 void SolvaAccessManager::breakOff(const QString &reason)
 {
-    m_replyTimer.stop();
-    delete m_reply.data();
+    abandon();
     printError(reason);
     emit sendReply(reason);
 }

@@ -20,7 +20,7 @@ class QSslError;
 /// broker's client program is to be called for one of them.
 ///
 /// One log-on at a time: a new one ends the one under way, of which nothing more is heard. Every log-on has
-/// one outcome, told by `sendReply`.
+/// one outcome, told by `sendReply`, unless it is abandoned.
 ///
 /// Some of what it prints holds the password. These lines go to standard output alone, never through the
 /// logger.
@@ -44,6 +44,8 @@ public:
     /// has none.
     void getSolvaServers(const QString &address, const QString &user, const QString &password,
                          const QString &domain);
+    /// Ends the log-on under way, of which nothing more is heard.
+    void abandon();
     /// Fills the list of desktops from a reply's body.
     void parseServers(const QByteArray &body);
     /// The arguments for "solva-client".

@@ -7,6 +7,7 @@
 #include "config/keys.h"
 #include "dialoganswer.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QStackedWidget>
@@ -47,6 +48,9 @@ private slots:
     void walksItsGroupAsItIsNow();
     void saysThatItsGroupIsEmpty();
     void declinesTheQuestionThatStandsOpen();
+    void doesNotOvertakeTheSettings();
+    void cancelComesTooLate();
+    void reconnectsAHundredTimes();
     void keepsItsButtonsInSight();
 
 private:
@@ -188,6 +192,56 @@ void AutoConnectTest::declinesTheQuestionThatStandsOpen()
     QCOMPARE(launcher.device.calls(), QStringList());
     QVERIFY(launcher.ended->wait());
     launcher.part<AutoConnectPage>("autoConnectPage")->stop();
+}
+
+void AutoConnectTest::doesNotOvertakeTheSettings()
+{
+    Launcher launcher(toServer(QStringLiteral("Main")));
+    open(launcher, 60000);
+    bool counted = true;
+    connect(launcher.window.get(), &SettingsApp::settingsRequested, this,
+            [&] { counted = countdown(launcher).isRunning(); }); // where the password is asked for
+    launcher.click("settingsButton");
+    QVERIFY(!counted);
+    QVERIFY(launcher.part<QWidget>("autoConnectAgainButton")->isVisible());
+    countdown(launcher).start();
+    launcher.window->showSettings(); // by whatever way
+    QVERIFY(!countdown(launcher).isRunning());
+    launcher.window->showLauncher();
+    QVERIFY(launcher.window->focusWidget()->objectName() != QStringLiteral("autoConnectAgainButton"));
+}
+
+void AutoConnectTest::cancelComesTooLate()
+{
+    Launcher launcher(toServer(QStringLiteral("Main")));
+    launcher.tellClient({success});
+    connect(&countdown(launcher), &Countdown::elapsed, this,
+            [&] { launcher.click("autoConnectCancelButton"); });
+    open(launcher);
+    QVERIFY(launcher.ended->wait());
+    QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isVisible()); // it counts anew
+    launcher.click("autoConnectCancelButton");
+    QVERIFY(!countdown(launcher).isRunning());
+    QCOMPARE(launcher.runs(), 1);
+}
+
+void AutoConnectTest::reconnectsAHundredTimes()
+{
+    Launcher launcher(toServer(QStringLiteral("Main")));
+    launcher.device.setTool(QStringLiteral("/opt/Tessaro/zClient"), R"(
+cd "$KT_DEVICE_ROOT/lab"
+mkdir running || echo >>two
+echo >>client-calls
+rmdir running
+)");
+    open(launcher);
+    QTRY_VERIFY_WITH_TIMEOUT(launcher.ended->count() >= 100, 60000);
+    launcher.part<AutoConnectPage>("autoConnectPage")->stop();
+    QVERIFY(!launcher.window->sessionLauncher().isRunning());
+    QCOMPARE(launcher.runs(), launcher.ended->count());
+    QVERIFY(!launcher.device.exists(QStringLiteral("/lab/two")));
+    for (const QWidget *widget : QApplication::topLevelWidgets())
+        QCOMPARE(widget->isVisible(), widget == launcher.window.get());
 }
 
 void AutoConnectTest::keepsItsButtonsInSight()
