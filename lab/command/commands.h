@@ -10,5 +10,6 @@ int wifiCommand();
 int faultCommand();
 int messageCommand();
 int callsCommand();
+int documentCommand();
 int corvidServerCommand();
 int brokerCommand();

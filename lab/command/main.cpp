@@ -21,6 +21,7 @@ constexpr Command commands[] = {
     {"cable", "plug or unplug the device's network cable", cableCommand},
     {"wifi", "show the wireless networks, or associate the device with one", wifiCommand},
     {"fault", "let a device tool misbehave", faultCommand},
+    {"document", "change a value of the configuration document", documentCommand},
     {"calls", "show which device tools were called, and how", callsCommand},
     {"message", "hand the program a message, as the device's scripts do", messageCommand},
     {"corvid-server", "play one or several Corvid servers", corvidServerCommand},

@@ -63,6 +63,7 @@ private slots:
     void sudoRunsStandInsOnly();
     void pkillReachesThisDeviceOnly();
     void rootIsKept();
+    void documentIsChanged();
 };
 
 void StandInsTest::wiredConnection_data()
@@ -294,6 +295,19 @@ void StandInsTest::rootIsKept()
     QCOMPARE(device.read("lab/state/cable"), QByteArray("unplugged\n"));
     QCOMPARE(device.read("usr/bin/kt-switch"), QByteArray("my own tool"));
     QCOMPARE(gateways(device), QStringLiteral("10.77.0.1 0.0.0.0"));
+}
+
+void StandInsTest::documentIsChanged()
+{
+    const LabDevice device;
+    device.write(documentPath, R"({"a b": {"on": false, "kept": 1}})");
+    QCOMPARE(device.lab("document \"a b\" on true").status, 0);
+    QCOMPARE(device.lab("document c d 10.77.0.24").status, 0);
+    QCOMPARE(QJsonDocument::fromJson(device.read(documentPath)),
+             QJsonDocument::fromJson(R"({"a b": {"on": true, "kept": 1}, "c": {"d": "10.77.0.24"}})"));
+    device.write(documentPath, "garbage");
+    QVERIFY(device.lab("document a 1").status != 0);
+    QCOMPARE(device.read(documentPath), QByteArray("garbage"));
 }
 
 QTEST_GUILESS_MAIN(StandInsTest)
