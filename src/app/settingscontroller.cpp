@@ -12,12 +12,14 @@
 #include "device/commands.h"
 #include "device/diagnostics.h"
 #include "device/paths.h"
+#include "management/qmdaddress.h"
 #include "pages/administratorpassword.h"
 #include "pages/keyboardpage.h"
 #include "widgets/generaldialog.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QNetworkInterface>
 
@@ -123,11 +125,12 @@ void SettingsController::on_settingsButton_clicked()
 {
     SettingsPages &pages = settingsPages();
     pages.view().showPage(0);
-    m_configuration.readContent();
+    readAgain();
     pages.fill();
     if (!AdministratorPassword::ask(m_window, m_configuration.getDocument().object()))
         return;
     m_window->showSettings();
+    pages.view().setFocus();
     pages.view().setApplyEnabled(false);
 }
 
@@ -145,9 +148,24 @@ void SettingsController::on_backButton_clicked()
     leaveSettings();
 }
 
+/// What is held is better than a file that cannot be read: without a document there is no password to ask
+/// for.
+void SettingsController::readAgain()
+{
+    const QJsonDocument held = m_configuration.getDocument();
+    m_configuration.readContent();
+    if (m_configuration.getDocument().object().isEmpty())
+        m_configuration.getDocument() = held;
+}
+
+QString SettingsController::setQMDaddress()
+{
+    return QmdAddress::url(m_configuration.getDocument().object().value(Key::management).toObject());
+}
+
 void SettingsController::leaveSettings()
 {
-    m_configuration.readContent();
+    readAgain();
     settingsPages().discard();
     settingsPages().view().setApplyEnabled(false);
     m_window->loadConfiguration();

@@ -40,6 +40,8 @@ public:
     void upgradeConfigToVer15();
     /// Whether a document has the structure of the held one.
     bool checkConfigCompatibility(const QJsonObject &remote);
+    /// The URL of the management server; "Unknown" without one.
+    QString setQMDaddress();
 
 public slots:
     /// The complete factory document for this device. Asks the device's tools.
@@ -70,6 +72,7 @@ private:
     void connectWindow();
     void connectNetworkStatus();
     SettingsPages &settingsPages();
+    void readAgain();
     void leaveSettings();
     void takeMessage(const QJsonObject &message);
 

@@ -88,6 +88,8 @@ namespace Secrets {
 
 bool isSecret(const QString &key)
 {
+    if (key.compare(QLatin1String("key"), Qt::CaseInsensitive) == 0)
+        return true; // the Wi-Fi pass phrase of an old document, which an upgrade leaves where it is
     return std::any_of(std::begin(secretWords), std::end(secretWords), [&](const char *word) {
         return key.contains(QLatin1String(word), Qt::CaseInsensitive);
     });

@@ -30,6 +30,10 @@ namespace AdministratorPassword {
 
 bool ask(QWidget *parent, const QJsonObject &root)
 {
+    if (root.isEmpty()) {
+        GeneralDialog::showError(parent, text("Error"), text("The stored settings cannot be read."));
+        return false;
+    }
     const QJsonObject general = root.value(Key::general).toObject();
     if (!general.value(Key::setupPasswordEnabled).toBool())
         return true;

@@ -29,6 +29,7 @@ DateTimePage::DateTimePage(JsonModule &configuration, QWidget *parent)
     , m_ui(std::make_unique<Ui::DateTimePage>())
 {
     m_ui->setupUi(this);
+    showAtOnce(*m_ui->timezoneComboBox);
     getTimezones();
     connect(m_ui->ntpCheckBox, &QCheckBox::toggled, this, &DateTimePage::enableFields);
     watchEditors();
@@ -58,6 +59,7 @@ void DateTimePage::setDateTimeTab(const QJsonObject &dateTime)
     m_ui->ntpCheckBox->setChecked(dateTime.value(Key::ntpEnabled).toBool());
     m_ui->ntpServerLineEdit->setText(dateTime.value(Key::ntpServer).toString());
     m_ui->dateTimeEdit->setDateTime(QDateTime::currentDateTime());
+    m_shownTime = m_ui->dateTimeEdit->dateTime();
     enableFields();
 }
 
@@ -111,8 +113,10 @@ void DateTimePage::useTimeServer(const QString &server) const
 void DateTimePage::setClock() const
 {
     controlNtp("disable", "stop");
-    Commands::runShell(
-        QStringLiteral("sudo date -s \"%1\"").arg(clockArgument(m_ui->dateTimeEdit->dateTime())));
+    // The time that was shown is past by now; left alone, it is not to be set.
+    const QDateTime entered = m_ui->dateTimeEdit->dateTime();
+    const QDateTime time = entered == m_shownTime ? QDateTime::currentDateTime() : entered;
+    Commands::runShell(QStringLiteral("sudo date -s \"%1\"").arg(clockArgument(time)));
 }
 
 QString DateTimePage::clockArgument(const QDateTime &time)

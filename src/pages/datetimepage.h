@@ -40,4 +40,5 @@ private:
     void setClock() const;
 
     std::unique_ptr<Ui::DateTimePage> m_ui;
+    QDateTime m_shownTime; ///< when the page was filled
 };

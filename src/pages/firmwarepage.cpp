@@ -86,6 +86,8 @@ void FirmwarePage::save(QJsonObject &root)
 void FirmwarePage::on_updateFirmwareButton_clicked()
 {
     markChanged();
-    if (apply())
-        emit updateRequested();
+    if (!apply())
+        return;
+    emit canApplyChanged();
+    emit updateRequested();
 }

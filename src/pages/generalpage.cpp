@@ -46,7 +46,7 @@ GeneralPage::~GeneralPage() = default;
 
 bool GeneralPage::canApply() const
 {
-    return !m_ui->deviceNameLineEdit->text().trimmed().isEmpty();
+    return !isChanged() || !m_ui->deviceNameLineEdit->text().trimmed().isEmpty();
 }
 
 bool GeneralPage::checkHostname(const QString &name)

@@ -15,6 +15,7 @@ KeyboardPage::KeyboardPage(JsonModule &configuration, QWidget *parent)
     , m_ui(std::make_unique<Ui::KeyboardPage>())
 {
     m_ui->setupUi(this);
+    showAtOnce(*m_ui->layoutComboBox);
     loadKeyboardLayouts();
     watchEditors();
 }

@@ -9,8 +9,13 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QJsonDocument>
 #include <QLineEdit>
+#include <QListView>
+#include <QLoggingCategory>
 #include <QSpinBox>
+
+Q_LOGGING_CATEGORY(lcSettingsPage, "kt.pages.settings")
 
 SettingsPage::SettingsPage(JsonModule &configuration, const QString &title, const QString &icon,
                            QWidget *parent)
@@ -79,13 +84,34 @@ bool SettingsPage::apply()
         GeneralDialog::showError(window(), tr("Error"), message);
         return false;
     }
+    const QString failure = store();
+    if (!failure.isEmpty()) {
+        GeneralDialog::showError(window(), tr("Error"), failure);
+        return false;
+    }
+    m_changed = false;
+    runTools(root());
+    return true;
+}
+
+/// Puts the page's keys into the document as it stands on disk now. What went wrong, if anything did: then
+/// the held document is what it was before.
+QString SettingsPage::store()
+{
+    const QJsonDocument held = m_configuration.getDocument();
     m_configuration.readContent();
     QJsonObject document = root();
+    if (document.isEmpty()) {
+        qCCritical(lcSettingsPage).noquote() << "no document to save" << m_title << "in";
+        m_configuration.getDocument() = held;
+        return tr("The stored settings cannot be read. Nothing was saved.");
+    }
+    const QJsonDocument stored = m_configuration.getDocument();
     save(document);
-    m_configuration.setObject(document);
-    m_changed = false;
-    runTools(document);
-    return true;
+    if (m_configuration.setObject(document))
+        return QString();
+    m_configuration.getDocument() = stored;
+    return tr("The settings cannot be written. The disk may be full.");
 }
 
 QString SettingsPage::refusal() const
@@ -103,6 +129,12 @@ void SettingsPage::markChanged()
         return;
     m_changed = true;
     emit changed();
+}
+
+void SettingsPage::showAtOnce(QComboBox &box)
+{
+    if (auto *list = qobject_cast<QListView *>(box.view()))
+        list->setUniformItemSizes(true);
 }
 
 void SettingsPage::watchEditors()

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 class JsonModule;
+class QComboBox;
 
 /// One page of the settings view. Its host knows it by this contract alone: it is filled from the document,
 /// says when the user has changed something, and is applied.
@@ -34,7 +35,8 @@ public:
     /// False while what stands on the page is no input yet; "Apply" is disabled meanwhile.
     virtual bool canApply() const;
     /// Checks the page, writes its keys and runs its tools, if it was changed. False when the page refuses
-    /// its input, which it has told the user.
+    /// its input or the document cannot be read or written, which the user has been told; the page is still
+    /// changed then.
     bool apply();
 
 signals:
@@ -64,8 +66,12 @@ protected:
     /// Lets every editor on the page mark it changed: lines, boxes, buttons that can be checked, numbers,
     /// dates.
     void watchEditors();
+    /// Lets a box of thousands of entries unfold at once: not every row has to be measured.
+    static void showAtOnce(QComboBox &box);
 
 private:
+    QString store();
+
     JsonModule &m_configuration;
     QString m_title;
     QString m_icon;

@@ -7,8 +7,10 @@
 
 #include "ui_settingsview.h"
 
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -25,6 +27,11 @@ SettingsView::SettingsView(QWidget *parent)
     setAttribute(Qt::WA_StyledBackground);
     connect(m_ui->applyButton, &QPushButton::clicked, this, &SettingsView::applyRequested);
     connect(m_ui->backButton, &QPushButton::clicked, this, &SettingsView::backRequested);
+    setFocusProxy(m_ui->settingsListWidget);
+    auto *escape = new QShortcut(Qt::Key_Escape, this);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    escape->setAutoRepeat(false);
+    connect(escape, &QShortcut::activated, this, &SettingsView::backRequested);
     connect(m_ui->settingsListWidget, &QListWidget::currentRowChanged, this,
             QOverload<int>::of(&SettingsView::showPage));
 }
@@ -48,6 +55,20 @@ void SettingsView::addPage(SettingsPage *page)
     entry->setSizeHint(QSize(0, listRowHeight));
     connect(page, &SettingsPage::changed, this, &SettingsView::updateApply);
     connect(page, &SettingsPage::canApplyChanged, this, &SettingsView::updateApply);
+    orderTabs();
+}
+
+/// "Back" and "Apply" come after what they act on.
+void SettingsView::orderTabs()
+{
+    QWidget *last = m_ui->settingsListWidget;
+    for (QWidget *next = last->nextInFocusChain(); next != m_ui->settingsListWidget;
+         next = next->nextInFocusChain()) {
+        if (m_ui->settingsStackedWidget->isAncestorOf(next) && next->focusPolicy() != Qt::NoFocus)
+            last = next;
+    }
+    setTabOrder(last, m_ui->backButton);
+    setTabOrder(m_ui->backButton, m_ui->applyButton);
 }
 
 void SettingsView::addTool(const QString &text, const QString &icon, const QObject *receiver,
@@ -57,7 +78,11 @@ void SettingsView::addTool(const QString &text, const QString &icon, const QObje
     button->setObjectName(QStringLiteral("settingsToolButton"));
     button->setIconSize(QSize(toolIconSize, toolIconSize));
     button->setFlat(true);
+    auto *above = m_ui->toolLayout->isEmpty()
+        ? static_cast<QWidget *>(m_ui->settingsListWidget)
+        : m_ui->toolLayout->itemAt(m_ui->toolLayout->count() - 1)->widget();
     m_ui->toolLayout->addWidget(button);
+    setTabOrder(above, button);
     connect(button, &QPushButton::clicked, receiver, run);
 }
 
@@ -79,6 +104,17 @@ void SettingsView::showPage(int index)
 void SettingsView::showPage(SettingsPage *page)
 {
     showPage(m_pages.indexOf(page));
+}
+
+/// Outside a dialog a button by itself knows the space bar alone.
+void SettingsView::keyPressEvent(QKeyEvent *event)
+{
+    auto *button = qobject_cast<QPushButton *>(focusWidget());
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (button && enter && !event->isAutoRepeat())
+        button->click();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 bool SettingsView::hasUnsavedChanges() const

@@ -41,7 +41,11 @@ signals:
     void applyRequested();
     void backRequested();
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
+    void orderTabs();
     void updateApply();
 
     std::unique_ptr<Ui::SettingsView> m_ui;

@@ -178,6 +178,9 @@ void SettingsControllerTest::answersTheWindow()
     QCOMPARE(resolution, QStringLiteral("800x600"));
     QCOMPARE(atLeft, 1);
     QCOMPARE(bottomAligned, 0);
+    program.controller.configuration().setJsonString(
+        R"({"management settings": {"qmd address": "10.1.1.5"}})");
+    QCOMPARE(program.controller.setQMDaddress(), QStringLiteral("http://10.1.1.5:8080"));
     // The proxy is what the file says now.
     m_device->write(documentPath, R"({"network settings": {"proxy": {"port": 2}}})");
     QJsonObject proxy;

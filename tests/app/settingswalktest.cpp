@@ -9,6 +9,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QJsonArray>
 #include <QDateTimeEdit>
 #include <QLineEdit>
 #include <QListWidget>
@@ -18,7 +21,13 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 namespace {
+
+const QString configuration = QStringLiteral("/var/lib/kt964/config.json");
 
 /// What each page owns of the document; the pages that are not here own nothing.
 const QMap<QString, QStringList> ownedSections
@@ -99,6 +108,11 @@ private slots:
     void showsThePageThatRefuses();
     void runsTheToolsOfTheClockAndTheKeyboard();
     void hostileValuesStayArguments();
+    void savesNothingWhereNothingCanBeRead();
+    void savesNothingOnAFullDisk();
+    void oneEmptyNameHindersNoOtherPage();
+    void wrongTypesAndLongListsAreNoTrouble();
+    void isUsedWithTheKeyboard();
 
 private:
     template <typename Widget>
@@ -328,6 +342,155 @@ void SettingsWalkTest::hostileValuesStayArguments()
                  .value(QStringLiteral("timezone"))
                  .toString(),
              QStringLiteral("Etc/$(touch owned);'\""));
+}
+
+void SettingsWalkTest::savesNothingWhereNothingCanBeRead()
+{
+    QJsonObject document = m_device->document();
+    QJsonObject general = document.value(QStringLiteral("general settings")).toObject();
+    for (const char *content : {"", "{", "[1]"}) {
+        enter();
+        part<QCheckBox>("numLockCheckBox")->click();
+        m_device->write(configuration, content);
+        m_device->forgetCalls();
+        DialogAnswer answer(true);
+        part<QPushButton>("applyButton")->click();
+        QVERIFY(settingsShown());
+        QCOMPARE(answer.messages.size(), 1);
+        QCOMPARE(m_device->read(configuration), QByteArray(content));
+        QVERIFY(page("KeyboardPage")->isChanged());
+        QVERIFY(m_device->calls(QStringLiteral("kt-set-keyboard")).isEmpty());
+
+        // Readable again, with a change made elsewhere meanwhile: both are kept.
+        general.insert(QStringLiteral("device name"), QStringLiteral("elsewhere"));
+        document.insert(QStringLiteral("general settings"), general);
+        m_device->setDocument(document);
+        part<QPushButton>("applyButton")->click();
+        QVERIFY(!settingsShown());
+        QCOMPARE(without(m_device->document(), {QStringLiteral("keyboard settings")}),
+                 without(document, {QStringLiteral("keyboard settings")}));
+        QCOMPARE(m_device->calls(QStringLiteral("kt-set-keyboard")).size(), 1);
+    }
+    // The password is asked for even so.
+    general.insert(QStringLiteral("setup GUI password enabled"), true);
+    document.insert(QStringLiteral("general settings"), general);
+    m_device->setDocument(document);
+    restart();
+    m_device->write(configuration, "");
+    DialogAnswer answer(false);
+    enter();
+    QVERIFY(!settingsShown());
+    QCOMPARE(answer.titles, QStringList(QStringLiteral("Administrator password")));
+}
+
+void SettingsWalkTest::savesNothingOnAFullDisk()
+{
+    enter();
+    part<QLineEdit>("deviceNameLineEdit")->setText(QString(60, QLatin1Char('n')));
+    const QByteArray before = m_device->read(configuration);
+    m_device->forgetCalls();
+    rlimit limit;
+    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const rlimit full = {static_cast<rlim_t>(before.size()), limit.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    DialogAnswer answer(true);
+    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    part<QPushButton>("applyButton")->click();
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, handler);
+    QVERIFY(settingsShown());
+    QCOMPARE(answer.messages.size(), 1);
+    QVERIFY(page("GeneralPage")->isChanged());
+    QCOMPARE(m_device->read(configuration), before);
+    QCOMPARE(m_controller->configuration().getDocument().object(), m_device->document());
+    QVERIFY(m_device->calls(QStringLiteral("kt-set-hostname")).isEmpty());
+    part<QPushButton>("applyButton")->click();
+    QVERIFY(!settingsShown());
+}
+
+void SettingsWalkTest::oneEmptyNameHindersNoOtherPage()
+{
+    QJsonObject document = m_device->document();
+    QJsonObject general = document.value(QStringLiteral("general settings")).toObject();
+    general.insert(QStringLiteral("device name"), 5);
+    document.insert(QStringLiteral("general settings"), general);
+    m_device->setDocument(document);
+    restart();
+    enter();
+    part<QCheckBox>("numLockCheckBox")->click();
+    QVERIFY(part<QPushButton>("applyButton")->isEnabled());
+    part<QPushButton>("applyButton")->click();
+    QVERIFY(!settingsShown());
+    QCOMPARE(m_device->document().value(QStringLiteral("general settings")), QJsonValue(general));
+}
+
+void SettingsWalkTest::wrongTypesAndLongListsAreNoTrouble()
+{
+    QByteArray lines;
+    for (int i = 0; i < 10000; ++i)
+        lines += "L" + QByteArray::number(i) + ": v: A long list's entry " + QByteArray::number(i) + '\n';
+    m_device->write(QStringLiteral("/etc/keyboard_layouts"), lines);
+    QFile::remove(m_device->path(QStringLiteral("/etc/timezones")));
+    const QJsonObject good = m_device->document();
+    for (const QJsonValue &wrong : {QJsonValue(5), QJsonValue(QStringLiteral("x")), QJsonValue(QJsonArray{1}),
+                                    QJsonValue(QJsonObject{{QStringLiteral("x"), 1}})}) {
+        QJsonObject document = good;
+        for (auto member = document.begin(); member != document.end(); ++member) {
+            if (member.key() != QStringLiteral("firmware info"))
+                member.value() = wrong;
+        }
+        m_device->setDocument(document);
+        restart();
+        const QJsonObject before = m_device->document(); // an old network section was converted
+        enter();
+        QVERIFY(settingsShown());
+        QCOMPARE(part<QComboBox>("layoutComboBox")->count(), 10001);
+        part<QCheckBox>("numLockCheckBox")->click();
+        part<QPushButton>("applyButton")->click();
+        QVERIFY(!settingsShown());
+        const QStringList changed
+            = {QStringLiteral("keyboard settings"), QStringLiteral("security settings")};
+        QCOMPARE(without(m_device->document(), changed), without(before, changed));
+    }
+    enter();
+    part<QListWidget>("settingsListWidget")->setCurrentRow(4);
+    QElapsedTimer clock;
+    clock.start();
+    part<QComboBox>("layoutComboBox")->showPopup();
+    part<QComboBox>("layoutComboBox")->hidePopup();
+    QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+}
+
+void SettingsWalkTest::isUsedWithTheKeyboard()
+{
+    enter();
+    m_window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    auto *list = part<QListWidget>("settingsListWidget");
+    QCOMPARE(QApplication::focusWidget(), list);
+    for (int row = 0; row < list->count(); ++row) {
+        list->setCurrentRow(row);
+        list->setFocus();
+        SettingsPage *current = nullptr;
+        for (auto *candidate : m_window->findChildren<SettingsPage *>())
+            current = candidate->isVisible() ? candidate : current;
+        QVERIFY(current);
+        bool pageSeen = false;
+        bool backSeen = false;
+        for (int i = 0; i < 60 && !backSeen; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            pageSeen = pageSeen || current->isAncestorOf(QApplication::focusWidget());
+            backSeen = QApplication::focusWidget() == part<QPushButton>("backButton");
+        }
+        QVERIFY2(pageSeen && backSeen, current->metaObject()->className());
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QVERIFY(!settingsShown());
+    enter();
+    part<QCheckBox>("numLockCheckBox")->click();
+    part<QPushButton>("applyButton")->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QVERIFY(!settingsShown());
 }
 
 QTEST_MAIN(SettingsWalkTest)

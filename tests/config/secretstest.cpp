@@ -36,6 +36,9 @@ void SecretsTest::blanksTheSecretsAndNothingElse()
     QCOMPARE(QJsonDocument(Secrets::blanked(document("secrets.json"))).toJson(),
              QJsonDocument(document("secrets-blanked.json")).toJson());
     QCOMPARE(Secrets::blanked(QJsonObject()), QJsonObject());
+    const QJsonObject old = {{"wifi", QJsonObject{{"essid", "home"}, {"key", "secret"}, {"keyboard", "US"}}}};
+    const QJsonObject wifi = Secrets::blanked(old).value("wifi").toObject();
+    QCOMPARE(wifi, (QJsonObject{{"essid", "home"}, {"key", ""}, {"keyboard", "US"}}));
 }
 
 void SecretsTest::namesEverySecret()
