@@ -12,6 +12,9 @@
 #include <QLoggingCategory>
 #include <QScreen>
 
+#include <csignal>
+#include <sys/prctl.h>
+
 Q_LOGGING_CATEGORY(lcSession, "kt.app.session")
 
 namespace {
@@ -27,6 +30,11 @@ QString shownName(const ServerEntry &server)
 }
 
 } // namespace
+
+void SessionLauncher::ClientProcess::setupChildProcess()
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+}
 
 SessionLauncher::SessionLauncher(QObject *parent)
     : QObject(parent)

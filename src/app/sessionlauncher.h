@@ -67,7 +67,14 @@ private:
     void logLine();
 
     JsonModule *m_configuration = nullptr;
-    QProcess m_client;
+    /// A client that does not outlive us: whatever starts us anew must not find it on the screen.
+    class ClientProcess : public QProcess
+    {
+    protected:
+        void setupChildProcess() override;
+    };
+
+    ClientProcess m_client;
     ConnectionDialog m_dialog;
     QTimer m_dialogTimer;
     QVector<ServerEntry> m_group;
