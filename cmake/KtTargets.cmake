@@ -51,3 +51,7 @@ set(KT_TEST_ENVIRONMENT
     "UBSAN_OPTIONS=print_stacktrace=1"
     "KT_BIN_DIR=${CMAKE_BINARY_DIR}/bin"
     "KT_SOURCE_DIR=${CMAKE_SOURCE_DIR}")
+
+# For tests with TLS connections, see the file named there.
+set(KT_TLS_ENVIRONMENT
+    "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/leaks-tls.supp:print_suppressions=0")
