@@ -543,6 +543,22 @@ void SettingsApp::resetDevice()
     runPowerTool("-r");
 }
 
+void SettingsApp::on_updateLatest(int *result)
+{
+    *result = 1;
+}
+
+void SettingsApp::on_updateByURL(const QString &, const QString &, const QString &, const QString &,
+                                 int *result)
+{
+    *result = 1;
+}
+
+void SettingsApp::on_updateByCORVID(const QString &, const QString &, int *result)
+{
+    *result = 1;
+}
+
 void SettingsApp::on_powerButton_clicked()
 {
     // The menu takes the pointer away without the button noticing.

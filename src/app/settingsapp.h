@@ -65,11 +65,16 @@ public:
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
 
+public slots:
     /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
     void checkResetPossible(int *result) const;
     void resetDevice();
-
-public slots:
+    /// The firmware updates that a console or the management server asks for. Each writes 0 when the update
+    /// was started and 1 when it was not.
+    void on_updateLatest(int *result);
+    void on_updateByURL(const QString &url, const QString &password, const QString &user, const QString &file,
+                        int *result);
+    void on_updateByCORVID(const QString &server, const QString &file, int *result);
     void setWiredNetworkStatus(const QString &state);
     void setWirelessNetworkStatus(const QString &state, int signal);
     void setWiredIconShown(bool shown);
@@ -100,6 +105,11 @@ signals:
     void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
     /// A discovery is asked for; `error` becomes 1 when it could not be started everywhere.
     void refreshServerList(int &error);
+    /// A document from afar is to be merged into the held one. `result` becomes 1 when it is refused; a value
+    /// other than 0 at the start refuses it unseen.
+    void mergeRemoteConfig(const QJsonObject &remote, int *result);
+    /// What a merged document left to be done is to be done now.
+    void applyConfig();
     /// The user wants to see the settings.
     void settingsRequested();
     /// The servers that a discovery has found.

@@ -34,13 +34,16 @@ void TerminalServerModule::checkCommand()
 {
     while (m_socket->hasPendingDatagrams()) {
         QByteArray datagram(WireFormat::receiveLimit, '\0');
-        const qint64 size = m_socket->readDatagram(datagram.data(), datagram.size());
+        QHostAddress sender;
+        const qint64 size = m_socket->readDatagram(datagram.data(), datagram.size(), &sender);
         if (size < 0) {
             qCCritical(lcEndpoint, "%s: %s", Q_FUNC_INFO, qPrintable(m_socket->errorString()));
             continue;
         }
         datagram.truncate(static_cast<int>(size));
-        if (const auto list = WireFormat::decodeServerList(datagram))
+        if (const auto block = WireFormat::decodeFileBlock(datagram))
+            emit ask_HasUdpFileData({sender, block->position, block->total, block->data});
+        else if (const auto list = WireFormat::decodeServerList(datagram))
             emit hasTsFindReplies(list->names, list->addresses);
     }
 }
@@ -57,19 +60,30 @@ void TerminalServerModule::findTerminalServer(int &error)
         return;
     }
     for (const QString &broadcast : qAsConst(broadcasts)) {
-        if (!sendDiscovery(broadcast))
+        if (!sendToServer(WireFormat::discoveryRequest(), QHostAddress(broadcast)))
             error = 1;
     }
 }
 
-bool TerminalServerModule::sendDiscovery(const QString &broadcast)
+bool TerminalServerModule::sendToServer(const QByteArray &request, const QHostAddress &server)
 {
-    const QByteArray request = WireFormat::discoveryRequest();
-    const bool sent
-        = m_socket->writeDatagram(request, QHostAddress(broadcast), WireFormat::serverPort) == request.size();
+    const bool sent = m_socket->writeDatagram(request, server, WireFormat::serverPort) == request.size();
     if (!sent)
         qCCritical(lcEndpoint, "%s: %s", Q_FUNC_INFO, qPrintable(m_socket->errorString()));
     return sent;
+}
+
+void TerminalServerModule::getUdpFileData(const UdpFileRequest &request, int &error)
+{
+    if (error != 0)
+        return;
+    if (request.fileName.size() > WireFormat::longestFileName) {
+        qCCritical(lcEndpoint, "%s: %s", Q_FUNC_INFO, "file name too long");
+        error = 1;
+        return;
+    }
+    if (!sendToServer(WireFormat::fileBlockRequest(request.fileName, request.position), request.server))
+        error = 1;
 }
 
 void TerminalServerModule::takeTsFindReplies(const QStringList &names, const QList<QHostAddress> &addresses)

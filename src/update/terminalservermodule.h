@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "update/udpfile.h"
+
 #include <QHostAddress>
 #include <QList>
 #include <QMap>
@@ -34,6 +36,9 @@ public slots:
     void checkCommand();
     /// Starts a discovery, or starts it anew. `error` becomes 1 when a broadcast could not be sent.
     void findTerminalServer(int &error);
+    /// Asks a Corvid server for one block of a file. Does nothing when `error` is not 0; `error` becomes 1
+    /// when the request could not be sent or the file's name does not fit in it.
+    void getUdpFileData(const UdpFileRequest &request, int &error);
     /// Adds the servers of one answer. The first answer for a name wins.
     void takeTsFindReplies(const QStringList &names, const QList<QHostAddress> &addresses);
     /// Ends the discovery.
@@ -42,9 +47,10 @@ public slots:
 signals:
     void hasTsFindReplies(const QStringList &names, const QList<QHostAddress> &addresses);
     void sendServerList(const QMap<QString, QHostAddress> &servers);
+    void ask_HasUdpFileData(const UdpFileReply &reply);
 
 private:
-    bool sendDiscovery(const QString &broadcast);
+    bool sendToServer(const QByteArray &request, const QHostAddress &server);
 
     QTimer m_discoveryWindow;
     QUdpSocket *m_socket = nullptr;

@@ -12,8 +12,16 @@ namespace {
 constexpr int clientDatagramSize = 140;
 constexpr quint32 clientMark = 0xFFFF; // at offset 4 of every datagram to a server
 constexpr quint32 findServers = 3;
+constexpr quint32 wantBlock = 5;
+constexpr int fileNameOffset = 12;
+
+constexpr int totalOffset = 4;
+constexpr int blockDataOffset = 12;
+constexpr int blockDatagramSize = blockDataOffset + blockSize;
 
 constexpr int magicOffset = 12;
+constexpr quint32 commandMagic = 0xAA550000; // its low 8 bits tell the kind
+constexpr quint32 commandMagicMask = 0xFFFFFF00;
 constexpr quint32 serverListMagic = 0xAA550003;
 constexpr int countOffset = 16;
 constexpr int entriesOffset = 20;
@@ -50,6 +58,31 @@ QByteArray discoveryRequest()
     write32(datagram, 4, clientMark);
     write32(datagram, 8, findServers);
     return datagram;
+}
+
+QByteArray fileBlockRequest(const QString &fileName, quint32 position)
+{
+    QByteArray datagram(clientDatagramSize, '\0');
+    write32(datagram, 0, position);
+    write32(datagram, 4, clientMark);
+    write32(datagram, 8, wantBlock);
+    const QByteArray name = fileName.left(longestFileName).toLatin1();
+    return datagram.replace(fileNameOffset, name.size(), name);
+}
+
+std::optional<FileBlock> decodeFileBlock(const QByteArray &datagram)
+{
+    if (datagram.size() != blockDatagramSize
+        || (read32(datagram, magicOffset) & commandMagicMask) == commandMagic)
+        return std::nullopt;
+    FileBlock block;
+    block.position = read32(datagram, 0);
+    block.total = read32(datagram, totalOffset);
+    if (block.total == 0)
+        return std::nullopt;
+    const quint32 left = block.total > block.position ? block.total - block.position : 0;
+    block.data = datagram.mid(blockDataOffset, static_cast<int>(qMin(left, quint32(blockSize))));
+    return block;
 }
 
 std::optional<ServerList> decodeServerList(const QByteArray &datagram)
