@@ -71,6 +71,11 @@ NetworkStatus &SettingsController::networkStatus()
     return m_networkStatus;
 }
 
+ResolutionContainer &SettingsController::resolutions()
+{
+    return m_resolutions;
+}
+
 void SettingsController::connectWindow()
 {
     m_window->setConfiguration(&m_configuration);
@@ -287,4 +292,9 @@ void SettingsController::fillSecondaryParameter(QString &resolution, int &atLeft
     resolution = secondary.value(Key::resolution).toString();
     atLeft = position == QLatin1String("left") ? 1 : 0;
     bottomAligned = position == QLatin1String("bottom") ? 1 : 0;
+}
+
+void SettingsController::testResolutionFromConsole(const QString &size)
+{
+    m_resolutions.setResolutionFromConsole(size);
 }

@@ -6,6 +6,7 @@
 #include "app/networkstatus.h"
 #include "config/jsonmodule.h"
 #include "device/networkcontroller.h"
+#include "device/resolutioncontainer.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -29,6 +30,7 @@ public:
 
     JsonModule &configuration();
     NetworkStatus &networkStatus();
+    ResolutionContainer &resolutions();
 
     /// The default "network settings" for what is connected now.
     QJsonObject generateDefaultNetwork();
@@ -59,6 +61,8 @@ public slots:
     void fillProxyParameters(QJsonObject &proxy);
     /// The stored second display: `atLeft` and `bottomAligned` are 1 where its position says so, else 0.
     void fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned);
+    /// Sets a resolution at once, without a question.
+    void testResolutionFromConsole(const QString &size);
 
 signals:
     /// The sound devices are to be read again.
@@ -81,5 +85,6 @@ private:
     QJsonObject m_defaults;
     NetworkController m_network;
     NetworkStatus m_networkStatus;
+    ResolutionContainer m_resolutions;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };
