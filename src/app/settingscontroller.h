@@ -5,6 +5,7 @@
 
 #include "app/networkstatus.h"
 #include "config/jsonmodule.h"
+#include "device/audiocontroller.h"
 #include "device/networkcontroller.h"
 #include "device/resolutioncontainer.h"
 
@@ -63,6 +64,11 @@ public slots:
     void fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned);
     /// Sets a resolution at once, without a question.
     void testResolutionFromConsole(const QString &size);
+    /// Stores which device the sessions use and which one the user has chosen, and tells a running session.
+    void setOutputAudio(const QString &name, const QString &number, const QString &checkedName,
+                        const QString &checkedNumber);
+    void setInputAudio(const QString &name, const QString &number, const QString &checkedName,
+                       const QString &checkedNumber);
 
 signals:
     /// The sound devices are to be read again.
@@ -75,6 +81,8 @@ private:
     void applyNetwork();
     void connectWindow();
     void connectNetworkStatus();
+    void connectAudio();
+    void storeAudio(AudioDirection direction, const AudioChoice &device, const AudioChoice &checked);
     SettingsPages &settingsPages();
     void readAgain();
     void leaveSettings();
@@ -86,5 +94,6 @@ private:
     NetworkController m_network;
     NetworkStatus m_networkStatus;
     ResolutionContainer m_resolutions;
+    AudioController m_audio;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };
