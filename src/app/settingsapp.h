@@ -65,6 +65,7 @@ public:
     ClientMode clientMode() const;
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
+    TerminalServerModule &endpoint();
     AudioActionController &audioActions();
 
 public slots:
@@ -130,6 +131,7 @@ private:
     void stopAutomatic();
     void setUpLauncher();
     void setUpSession();
+    void setUpEndpoint();
     void setUpBroker();
     void showClientMode(ClientMode mode);
     std::optional<ConnectTarget> chosenTarget() const;
