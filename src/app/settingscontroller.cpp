@@ -5,6 +5,7 @@
 
 #include "app/settingsapp.h"
 #include "app/settingspages.h"
+#include "config/applicationproxy.h"
 #include "config/compatibility.h"
 #include "config/defaults.h"
 #include "config/keys.h"
@@ -54,6 +55,7 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     connectWindow();
     connectNetworkStatus();
     loadConfiguration();
+    setupProxy();
     m_networkStatus.initNetworkStatus();
     m_networkStatus.checkPluggedEthernet();
     m_networkStatus.initNetworkIcons();
@@ -112,7 +114,8 @@ void SettingsController::loadConfiguration()
 SettingsPages &SettingsController::settingsPages()
 {
     if (!m_pages) {
-        m_pages = std::make_unique<SettingsPages>(*m_window, m_configuration, m_network);
+        m_pages = std::make_unique<SettingsPages>(*m_window, m_configuration, m_network, m_networkStatus);
+        connect(m_pages.get(), &SettingsPages::networkApplied, this, &SettingsController::setupProxy);
         connect(&m_pages->view(), &SettingsView::applyRequested, this,
                 &SettingsController::on_applyButton_clicked);
         connect(&m_pages->view(), &SettingsView::backRequested, this,
@@ -161,6 +164,12 @@ void SettingsController::readAgain()
 QString SettingsController::setQMDaddress()
 {
     return QmdAddress::url(m_configuration.getDocument().object().value(Key::management).toObject());
+}
+
+bool SettingsController::setupProxy()
+{
+    const QJsonObject network = m_configuration.getDocument().object().value(Key::network).toObject();
+    return ApplicationProxy::install(ApplicationProxy::fromSettings(network.value(Key::proxy).toObject()));
 }
 
 void SettingsController::leaveSettings()

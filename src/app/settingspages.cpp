@@ -3,6 +3,7 @@
 
 #include "app/settingspages.h"
 
+#include "app/networkstatus.h"
 #include "app/settingsapp.h"
 #include "config/jsonmodule.h"
 #include "device/log.h"
@@ -16,6 +17,7 @@
 #include "pages/kioskmodepage.h"
 #include "pages/logviewerdialog.h"
 #include "pages/managementpage.h"
+#include "pages/networkpage.h"
 #include "pages/securitypage.h"
 #include "pages/servergroupspage.h"
 #include "widgets/generaldialog.h"
@@ -26,10 +28,11 @@ constexpr int serverGroupsIndex = 2;
 } // namespace
 
 SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, NetworkController &network,
-                             QObject *parent)
+                             NetworkStatus &networkStatus, QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_configuration(configuration)
+    , m_networkStatus(networkStatus)
     , m_certificates(configuration)
     , m_view(new SettingsView)
 {
@@ -51,6 +54,7 @@ void SettingsPages::build(NetworkController &network)
     auto *connection = new ConnectionPage(
         m_configuration, [serverGroups] { return serverGroups->groups(); },
         [kioskMode] { return kioskMode->userName(); });
+    auto *networkPage = new NetworkPage(m_configuration, network, m_certificates);
     auto *keyboard = new KeyboardPage(m_configuration);
     auto *dateTime = new DateTimePage(m_configuration);
     auto *management = new ManagementPage(m_configuration);
@@ -58,15 +62,17 @@ void SettingsPages::build(NetworkController &network)
     auto *firmware = new FirmwarePage(m_configuration);
     auto *about = new AboutPage(m_configuration, network);
 
-    const QVector<SettingsPage *> listed = {general,  connection, serverGroups, kioskMode, keyboard,
-                                            dateTime, management, security,     firmware,  about};
+    const QVector<SettingsPage *> listed
+        = {general,  connection, serverGroups, kioskMode, networkPage, keyboard,
+           dateTime, management, security,     firmware,  about};
     for (SettingsPage *page : listed)
         m_view->addPage(page);
-    m_fillOrder = {general,    serverGroups, connection, kioskMode, keyboard,
-                   management, about,        security,   dateTime,  firmware};
-    m_applyOrder
-        = {general, connection, serverGroups, kioskMode, keyboard, management, security, dateTime, firmware};
+    m_fillOrder = {general, serverGroups, connection, kioskMode, keyboard, management,
+                   about,   networkPage,  security,   dateTime,  firmware};
+    m_applyOrder = {general,  connection, serverGroups, kioskMode, networkPage,
+                    keyboard, management, security,     dateTime,  firmware};
     connectPages(general, connection, serverGroups, firmware);
+    connectNetworkPage(networkPage);
 }
 
 void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connection,
@@ -83,6 +89,20 @@ void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connectio
         GeneralDialog::showError(&m_window, tr("Firmware update"),
                                  tr("The source is saved. Updating is not available in this version."));
     });
+}
+
+void SettingsPages::connectNetworkPage(NetworkPage *page)
+{
+    connect(&m_networkStatus, &NetworkStatus::ethernetAddress, page, &NetworkPage::showEthernetAddress);
+    connect(&m_networkStatus, &NetworkStatus::wifiAddress, page, &NetworkPage::showWifiAddress);
+    connect(&m_networkStatus, &NetworkStatus::ethernetIndicator, page, &NetworkPage::showEthernetIndicator);
+    connect(&m_networkStatus, &NetworkStatus::wifiIndicator, page, &NetworkPage::showWifiIndicator);
+    connect(&m_networkStatus, &NetworkStatus::wifiTurnedOff, page, &NetworkPage::turnOffWifi);
+    connect(page, &NetworkPage::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);
+    connect(page, &NetworkPage::wirelessLeft, &m_networkStatus, &NetworkStatus::takeWirelessLeft);
+    connect(page, &NetworkPage::busy, &m_window, &SettingsApp::setBusy);
+    connect(page, &NetworkPage::applied, this, &SettingsPages::networkApplied);
+    m_networkStatus.sayAgain();
 }
 
 void SettingsPages::addTools()

@@ -14,6 +14,8 @@ class FirmwarePage;
 class GeneralPage;
 class JsonModule;
 class NetworkController;
+class NetworkPage;
+class NetworkStatus;
 class ServerGroupsPage;
 class SettingsApp;
 class SettingsPage;
@@ -27,7 +29,7 @@ class SettingsPages : public QObject
 public:
     /// Builds the pages into a view of the window's. All arguments outlive the object.
     SettingsPages(SettingsApp &window, JsonModule &configuration, NetworkController &network,
-                  QObject *parent = nullptr);
+                  NetworkStatus &networkStatus, QObject *parent = nullptr);
 
     SettingsView &view();
     /// Shows what the document says on every page.
@@ -38,14 +40,20 @@ public:
     /// as they are.
     bool apply();
 
+signals:
+    /// The network settings are stored and in force; the proxy is not yet.
+    void networkApplied();
+
 private:
     void build(NetworkController &network);
     void connectPages(GeneralPage *general, ConnectionPage *connection, ServerGroupsPage *serverGroups,
                       FirmwarePage *firmware);
+    void connectNetworkPage(NetworkPage *page);
     void addTools();
 
     SettingsApp &m_window;
     JsonModule &m_configuration;
+    NetworkStatus &m_networkStatus;
     CertificateStore m_certificates;
     SettingsView *m_view; ///< owned by the window
     QVector<SettingsPage *> m_fillOrder;
