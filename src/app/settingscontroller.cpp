@@ -5,6 +5,7 @@
 
 #include "app/settingsapp.h"
 #include "app/settingspages.h"
+#include "config/applicationproxy.h"
 #include "config/audiosettings.h"
 #include "config/compatibility.h"
 #include "config/defaults.h"
@@ -59,6 +60,7 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     connectNetworkStatus();
     connectAudio();
     loadConfiguration();
+    setupProxy();
     m_networkStatus.initNetworkStatus();
     m_networkStatus.checkPluggedEthernet();
     m_networkStatus.initNetworkIcons();
@@ -132,8 +134,10 @@ void SettingsController::loadConfiguration()
 SettingsPages &SettingsController::settingsPages()
 {
     if (!m_pages) {
-        m_pages
-            = std::make_unique<SettingsPages>(*m_window, m_configuration, m_network, m_resolutions, m_audio);
+        m_pages = std::make_unique<SettingsPages>(
+            *m_window, m_configuration,
+            SettingsPages::Device{m_network, m_networkStatus, m_resolutions, m_audio});
+        connect(m_pages.get(), &SettingsPages::networkApplied, this, &SettingsController::setupProxy);
         connect(&m_pages->view(), &SettingsView::applyRequested, this,
                 &SettingsController::on_applyButton_clicked);
         connect(&m_pages->view(), &SettingsView::backRequested, this,
@@ -182,6 +186,12 @@ void SettingsController::readAgain()
 QString SettingsController::setQMDaddress()
 {
     return QmdAddress::url(m_configuration.getDocument().object().value(Key::management).toObject());
+}
+
+bool SettingsController::setupProxy()
+{
+    const QJsonObject network = m_configuration.getDocument().object().value(Key::network).toObject();
+    return ApplicationProxy::install(ApplicationProxy::fromSettings(network.value(Key::proxy).toObject()));
 }
 
 void SettingsController::leaveSettings()

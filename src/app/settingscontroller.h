@@ -45,6 +45,8 @@ public:
     bool checkConfigCompatibility(const QJsonObject &remote);
     /// The URL of the management server; "Unknown" without one.
     QString setQMDaddress();
+    /// Puts the stored proxy in force for the whole program. True when it is another than before.
+    bool setupProxy();
 
 public slots:
     /// The complete factory document for this device. Asks the device's tools.

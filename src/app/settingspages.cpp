@@ -3,6 +3,7 @@
 
 #include "app/settingspages.h"
 
+#include "app/networkstatus.h"
 #include "app/settingsapp.h"
 #include "config/jsonmodule.h"
 #include "device/log.h"
@@ -18,6 +19,7 @@
 #include "pages/kioskmodepage.h"
 #include "pages/logviewerdialog.h"
 #include "pages/managementpage.h"
+#include "pages/networkpage.h"
 #include "pages/securitypage.h"
 #include "pages/servergroupspage.h"
 #include "widgets/generaldialog.h"
@@ -27,15 +29,16 @@ namespace {
 constexpr int serverGroupsIndex = 2;
 } // namespace
 
-SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, NetworkController &network,
-                             ResolutionContainer &resolutions, AudioController &audio, QObject *parent)
+SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, const Device &device,
+                             QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_configuration(configuration)
+    , m_networkStatus(device.networkStatus)
     , m_certificates(configuration)
     , m_view(new SettingsView)
 {
-    build(network, resolutions, audio);
+    build(device);
     addTools();
     const auto listGroups = [this](SettingsApp::ClientMode mode) {
         m_view->setPageListed(serverGroupsIndex, mode == SettingsApp::ClientMode::Corvid);
@@ -45,8 +48,7 @@ SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, Net
     m_window.setSettingsView(m_view);
 }
 
-void SettingsPages::build(NetworkController &network, ResolutionContainer &resolutions,
-                          AudioController &audio)
+void SettingsPages::build(const Device &device)
 {
     auto *general = new GeneralPage(m_configuration);
     auto *kioskMode = new KioskModePage(m_configuration);
@@ -54,24 +56,27 @@ void SettingsPages::build(NetworkController &network, ResolutionContainer &resol
     auto *connection = new ConnectionPage(
         m_configuration, [serverGroups] { return serverGroups->groups(); },
         [kioskMode] { return kioskMode->userName(); });
-    auto *display = new DisplayPage(m_configuration, resolutions);
-    auto *sound = new AudioPage(m_configuration, audio);
+    auto *display = new DisplayPage(m_configuration, device.resolutions);
+    auto *sound = new AudioPage(m_configuration, device.audio);
+    auto *networkPage = new NetworkPage(m_configuration, device.network, m_certificates);
     auto *keyboard = new KeyboardPage(m_configuration);
     auto *dateTime = new DateTimePage(m_configuration);
     auto *management = new ManagementPage(m_configuration);
     auto *security = new SecurityPage(m_configuration, m_certificates);
     auto *firmware = new FirmwarePage(m_configuration);
-    auto *about = new AboutPage(m_configuration, network);
+    auto *about = new AboutPage(m_configuration, device.network);
 
-    const QVector<SettingsPage *> listed = {general,  connection, serverGroups, kioskMode, display,  sound,
-                                            keyboard, dateTime,   management,   security,  firmware, about};
+    const QVector<SettingsPage *> listed
+        = {general,  connection, serverGroups, kioskMode, display,  sound, networkPage,
+           keyboard, dateTime,   management,   security,  firmware, about};
     for (SettingsPage *page : listed)
         m_view->addPage(page);
-    m_fillOrder = {general,    serverGroups, connection, kioskMode, sound,    keyboard,
-                   management, about,        display,    security,  dateTime, firmware};
-    m_applyOrder = {general,  connection, serverGroups, kioskMode, display, sound,
-                    keyboard, management, security,     dateTime,  firmware};
+    m_fillOrder = {general, serverGroups, connection,  kioskMode, sound,    keyboard, management,
+                   about,   display,      networkPage, security,  dateTime, firmware};
+    m_applyOrder = {general,     connection, serverGroups, kioskMode, display,  sound,
+                    networkPage, keyboard,   management,   security,  dateTime, firmware};
     connectPages(general, connection, serverGroups, firmware);
+    connectNetworkPage(networkPage);
 }
 
 void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connection,
@@ -88,6 +93,20 @@ void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connectio
         GeneralDialog::showError(&m_window, tr("Firmware update"),
                                  tr("The source is saved. Updating is not available in this version."));
     });
+}
+
+void SettingsPages::connectNetworkPage(NetworkPage *page)
+{
+    connect(&m_networkStatus, &NetworkStatus::ethernetAddress, page, &NetworkPage::showEthernetAddress);
+    connect(&m_networkStatus, &NetworkStatus::wifiAddress, page, &NetworkPage::showWifiAddress);
+    connect(&m_networkStatus, &NetworkStatus::ethernetIndicator, page, &NetworkPage::showEthernetIndicator);
+    connect(&m_networkStatus, &NetworkStatus::wifiIndicator, page, &NetworkPage::showWifiIndicator);
+    connect(&m_networkStatus, &NetworkStatus::wifiTurnedOff, page, &NetworkPage::turnOffWifi);
+    connect(page, &NetworkPage::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);
+    connect(page, &NetworkPage::wirelessLeft, &m_networkStatus, &NetworkStatus::takeWirelessLeft);
+    connect(page, &NetworkPage::busy, &m_window, &SettingsApp::setBusy);
+    connect(page, &NetworkPage::applied, this, &SettingsPages::networkApplied);
+    m_networkStatus.sayAgain();
 }
 
 void SettingsPages::addTools()

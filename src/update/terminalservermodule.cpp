@@ -11,6 +11,7 @@
 #include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QNetworkInterface>
+#include <QNetworkProxy>
 #include <QUdpSocket>
 
 Q_LOGGING_CATEGORY(lcEndpoint, "kt.update.endpoint")
@@ -45,6 +46,7 @@ TerminalServerModule::TerminalServerModule(QObject *parent)
 bool TerminalServerModule::open()
 {
     m_socket = new QUdpSocket(this);
+    m_socket->setProxy(QNetworkProxy::NoProxy); // an HTTP proxy carries no datagrams
     connect(m_socket, &QUdpSocket::readyRead, this, &TerminalServerModule::checkCommand);
     if (!m_socket->bind(QHostAddress::Any, WireFormat::devicePort))
         Diagnostics::print(QStringLiteral("Error binding address"));
