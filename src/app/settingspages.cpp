@@ -22,7 +22,6 @@
 #include "pages/networkpage.h"
 #include "pages/securitypage.h"
 #include "pages/servergroupspage.h"
-#include "widgets/generaldialog.h"
 
 namespace {
 /// Where the server groups stand in the list; only a Corvid client has them.
@@ -89,10 +88,7 @@ void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connectio
             &ServerGroupsPage::setAutoConnectGroup);
     connect(serverGroups, &ServerGroupsPage::refreshServerList, &m_window, &SettingsApp::refreshServerList);
     connect(&m_window, &SettingsApp::passServerList, serverGroups, &ServerGroupsPage::setServerList);
-    connect(firmware, &FirmwarePage::updateRequested, this, [this] {
-        GeneralDialog::showError(&m_window, tr("Firmware update"),
-                                 tr("The source is saved. Updating is not available in this version."));
-    });
+    connect(firmware, &FirmwarePage::updateRequested, &m_window, &SettingsApp::updateFirmware);
 }
 
 void SettingsPages::connectNetworkPage(NetworkPage *page)
