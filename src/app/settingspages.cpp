@@ -16,6 +16,7 @@
 #include "pages/kioskmodepage.h"
 #include "pages/logviewerdialog.h"
 #include "pages/managementpage.h"
+#include "pages/peripheralspage.h"
 #include "pages/securitypage.h"
 #include "pages/servergroupspage.h"
 #include "widgets/generaldialog.h"
@@ -54,18 +55,20 @@ void SettingsPages::build(NetworkController &network)
     auto *keyboard = new KeyboardPage(m_configuration);
     auto *dateTime = new DateTimePage(m_configuration);
     auto *management = new ManagementPage(m_configuration);
+    auto *peripherals = new PeripheralsPage(m_configuration);
     auto *security = new SecurityPage(m_configuration, m_certificates);
     auto *firmware = new FirmwarePage(m_configuration);
     auto *about = new AboutPage(m_configuration, network);
 
-    const QVector<SettingsPage *> listed = {general,  connection, serverGroups, kioskMode, keyboard,
-                                            dateTime, management, security,     firmware,  about};
+    const QVector<SettingsPage *> listed
+        = {general,    connection,  serverGroups, kioskMode, keyboard, dateTime,
+           management, peripherals, security,     firmware,  about};
     for (SettingsPage *page : listed)
         m_view->addPage(page);
-    m_fillOrder = {general,    serverGroups, connection, kioskMode, keyboard,
-                   management, about,        security,   dateTime,  firmware};
-    m_applyOrder
-        = {general, connection, serverGroups, kioskMode, keyboard, management, security, dateTime, firmware};
+    m_fillOrder = {general, serverGroups, connection, kioskMode, keyboard, management,
+                   about,   peripherals,  security,   dateTime,  firmware};
+    m_applyOrder = {general,    connection,  serverGroups, kioskMode, keyboard,
+                    management, peripherals, security,     dateTime,  firmware};
     connectPages(general, connection, serverGroups, firmware);
 }
 

@@ -38,6 +38,7 @@ const QMap<QString, QStringList> ownedSections
        {QStringLiteral("KeyboardPage"), {QStringLiteral("keyboard settings")}},
        {QStringLiteral("DateTimePage"), {QStringLiteral("date time settings")}},
        {QStringLiteral("ManagementPage"), {QStringLiteral("management settings")}},
+       {QStringLiteral("PeripheralsPage"), {QStringLiteral("redirection settings")}},
        {QStringLiteral("FirmwarePage"), {QStringLiteral("firmware settings")}}};
 
 /// Fields whose change is a dialogue of its own, tested with their page.
