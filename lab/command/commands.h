@@ -7,6 +7,7 @@
 int makeRootCommand();
 int cableCommand();
 int wifiCommand();
+int usbCommand();
 int faultCommand();
 int messageCommand();
 int callsCommand();

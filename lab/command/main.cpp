@@ -20,6 +20,7 @@ constexpr Command commands[] = {
     {"make-root", "make a device root: the folder that stands for the device's file system", makeRootCommand},
     {"cable", "plug or unplug the device's network cable", cableCommand},
     {"wifi", "show the wireless networks, or associate the device with one", wifiCommand},
+    {"usb", "show the USB devices, plug one in or pull one out", usbCommand},
     {"fault", "let a device tool misbehave", faultCommand},
     {"document", "change a value of the configuration document", documentCommand},
     {"calls", "show which device tools were called, and how", callsCommand},

@@ -20,6 +20,7 @@
 #include "pages/logviewerdialog.h"
 #include "pages/managementpage.h"
 #include "pages/networkpage.h"
+#include "pages/peripheralspage.h"
 #include "pages/securitypage.h"
 #include "pages/servergroupspage.h"
 
@@ -61,19 +62,20 @@ void SettingsPages::build(const Device &device)
     auto *keyboard = new KeyboardPage(m_configuration);
     auto *dateTime = new DateTimePage(m_configuration);
     auto *management = new ManagementPage(m_configuration);
+    auto *peripherals = new PeripheralsPage(m_configuration);
     auto *security = new SecurityPage(m_configuration, m_certificates);
     auto *firmware = new FirmwarePage(m_configuration);
     auto *about = new AboutPage(m_configuration, device.network);
 
     const QVector<SettingsPage *> listed
-        = {general,  connection, serverGroups, kioskMode, display,  sound, networkPage,
-           keyboard, dateTime,   management,   security,  firmware, about};
+        = {general,  connection, serverGroups, kioskMode,   display,  sound,    networkPage,
+           keyboard, dateTime,   management,   peripherals, security, firmware, about};
     for (SettingsPage *page : listed)
         m_view->addPage(page);
-    m_fillOrder = {general, serverGroups, connection,  kioskMode, sound,    keyboard, management,
-                   about,   display,      networkPage, security,  dateTime, firmware};
-    m_applyOrder = {general,     connection, serverGroups, kioskMode, display,  sound,
-                    networkPage, keyboard,   management,   security,  dateTime, firmware};
+    m_fillOrder = {general, serverGroups, connection,  kioskMode,   sound,    keyboard, management,
+                   about,   display,      networkPage, peripherals, security, dateTime, firmware};
+    m_applyOrder = {general,  connection, serverGroups, kioskMode, display,  sound,   networkPage,
+                    keyboard, management, peripherals,  security,  dateTime, firmware};
     connectPages(general, connection, serverGroups, firmware);
     connectNetworkPage(networkPage);
 }

@@ -78,15 +78,15 @@ QJsonObject mainWindow()
 
 QJsonObject redirection()
 {
-    return {{QStringLiteral("HIDs"), native},
-            {QStringLiteral("audio"), native},
+    return {{Key::hids, native},
+            {Key::audioDevices, native},
             {Key::customDevices, QJsonArray()},
-            {QStringLiteral("general policy"), QStringLiteral("default")},
-            {QStringLiteral("imaging"), generic},
-            {QStringLiteral("mass storage"), generic},
-            {QStringLiteral("printers"), generic},
-            {QStringLiteral("serial ports"), generic},
-            {QStringLiteral("smart cards"), generic}};
+            {Key::generalPolicy, QStringLiteral("default")},
+            {Key::imaging, generic},
+            {Key::massStorage, generic},
+            {Key::printers, generic},
+            {Key::serialPorts, generic},
+            {Key::smartCards, generic}};
 }
 
 QJsonObject autologon()

@@ -80,6 +80,17 @@ inline constexpr QLatin1String qmdAddress("qmd address");
 
 inline constexpr QLatin1String redirection("redirection settings");
 inline constexpr QLatin1String customDevices("custom devices");
+inline constexpr QLatin1String vid("vid");
+inline constexpr QLatin1String pid("pid");
+inline constexpr QLatin1String redirectionChoice("redirection");
+inline constexpr QLatin1String generalPolicy("general policy");
+inline constexpr QLatin1String hids("HIDs");
+inline constexpr QLatin1String audioDevices("audio");
+inline constexpr QLatin1String imaging("imaging");
+inline constexpr QLatin1String massStorage("mass storage");
+inline constexpr QLatin1String printers("printers");
+inline constexpr QLatin1String serialPorts("serial ports");
+inline constexpr QLatin1String smartCards("smart cards");
 
 inline constexpr QLatin1String serverGroups("server groups");
 inline constexpr QLatin1String groupName("group name");

@@ -39,6 +39,7 @@ const QMap<QString, QStringList> ownedSections
        {QStringLiteral("DateTimePage"), {QStringLiteral("date time settings")}},
        {QStringLiteral("NetworkPage"), {QStringLiteral("network settings")}},
        {QStringLiteral("ManagementPage"), {QStringLiteral("management settings")}},
+       {QStringLiteral("PeripheralsPage"), {QStringLiteral("redirection settings")}},
        {QStringLiteral("FirmwarePage"), {QStringLiteral("firmware settings")}}};
 
 /// Fields whose change is a dialogue of its own, tested with their page.
