@@ -37,7 +37,7 @@ const std::vector<Tool> &toolTable()
         {"kt-enterprise-wifi", "usr/bin", runEnterpriseWifi},
         {"kt-lulling", "usr/bin", runLulling},
         {"kt-set-hostname", "usr/bin", runSetHostname},
-        {"kt-set-resolution", "usr/bin", recordOnly},
+        {"kt-set-resolution", "usr/bin", runSetResolution},
         {"kt-set-keyboard", "usr/bin", recordOnly},
         {"kt-set-timezone", "usr/bin", recordOnly},
         {"kt-set-ntp-server", "usr/bin", recordOnly},

@@ -15,5 +15,6 @@ int runEnterpriseWifi(const ToolCall &call);
 int runSetHostname(const ToolCall &call);
 int runHostname(const ToolCall &call);
 int runLulling(const ToolCall &call);
+int runSetResolution(const ToolCall &call);
 int runSudo(const ToolCall &call);
 int runPkill(const ToolCall &call);

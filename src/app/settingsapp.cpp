@@ -84,6 +84,9 @@ void SettingsApp::setUpTopBar()
     m_ui->logoLabel->setPixmap(QPixmap(QStringLiteral(":/images/logo.png")));
     setIcon(m_ui->settingsButton, "settings.png");
     setIcon(m_ui->powerButton, "power.png");
+    setIcon(m_ui->outputAudioButton, "audio_output.png");
+    setIcon(m_ui->inputAudioButton, "audio_input.png");
+    m_audio = std::make_unique<AudioActionController>(*m_ui->outputAudioButton, *m_ui->inputAudioButton);
     connect(m_ui->settingsButton, &QToolButton::clicked, this, [this] {
         stopAutomatic();
         emit settingsRequested();
@@ -179,6 +182,7 @@ void SettingsApp::loadConfiguration()
     m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
                              rdp.value(Key::allowCustomRdpServers).toBool());
     showDeviceName(root().value(Key::general).toObject().value(Key::deviceName).toString());
+    m_audio->setSettings(root().value(Key::audio).toObject());
     updateConnectButton();
 }
 
@@ -245,6 +249,11 @@ SessionLauncher &SettingsApp::sessionLauncher()
 UpdateModule &SettingsApp::updateModule()
 {
     return m_update;
+}
+
+AudioActionController &SettingsApp::audioActions()
+{
+    return *m_audio;
 }
 
 void SettingsApp::showClientMode(ClientMode mode)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/audioactioncontroller.h"
 #include "app/brokerlauncher.h"
 #include "app/connecttarget.h"
 #include "app/sessionlauncher.h"
@@ -64,6 +65,7 @@ public:
     ClientMode clientMode() const;
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
+    AudioActionController &audioActions();
 
 public slots:
     /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
@@ -147,6 +149,7 @@ private:
     UpdateModule m_update;
     SessionLauncher m_launcher;
     std::unique_ptr<BrokerLauncher> m_broker;
+    std::unique_ptr<AudioActionController> m_audio;
     QMenu m_powerMenu;
     QVector<QShortcut *> m_enterShortcuts;
     JsonModule *m_configuration = nullptr;

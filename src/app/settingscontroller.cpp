@@ -5,6 +5,7 @@
 
 #include "app/settingsapp.h"
 #include "app/settingspages.h"
+#include "config/audiosettings.h"
 #include "config/compatibility.h"
 #include "config/defaults.h"
 #include "config/keys.h"
@@ -22,6 +23,7 @@
 #include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QNetworkInterface>
+#include <QTimer>
 
 Q_LOGGING_CATEGORY(lcController, "kt.app.controller")
 
@@ -29,6 +31,8 @@ namespace {
 
 /// A message is a few words; what is larger is not one.
 constexpr qint64 messageLimit = 64 * 1024;
+/// Sound cards may be slow to answer: the launcher is shown first.
+constexpr int firstAudioMs = 200;
 
 bool interfaceExists(const QString &name)
 {
@@ -53,6 +57,7 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
 {
     connectWindow();
     connectNetworkStatus();
+    connectAudio();
     loadConfiguration();
     m_networkStatus.initNetworkStatus();
     m_networkStatus.checkPluggedEthernet();
@@ -69,6 +74,11 @@ JsonModule &SettingsController::configuration()
 NetworkStatus &SettingsController::networkStatus()
 {
     return m_networkStatus;
+}
+
+ResolutionContainer &SettingsController::resolutions()
+{
+    return m_resolutions;
 }
 
 void SettingsController::connectWindow()
@@ -94,6 +104,16 @@ void SettingsController::connectNetworkStatus()
     connect(&m_networkStatus, &NetworkStatus::busy, m_window, &SettingsApp::setBusy);
     connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
             &SettingsApp::refreshServerGroups);
+}
+
+void SettingsController::connectAudio()
+{
+    AudioActionController &actions = m_window->audioActions();
+    connect(this, &SettingsController::audioRefreshRequested, &m_audio, &AudioController::readDevices);
+    connect(&m_audio, &AudioController::sendAudioDevices, &actions, &AudioActionController::getAudioDevices);
+    connect(&actions, &AudioActionController::outputChosen, this, &SettingsController::setOutputAudio);
+    connect(&actions, &AudioActionController::inputChosen, this, &SettingsController::setInputAudio);
+    QTimer::singleShot(firstAudioMs, &m_audio, &AudioController::readDevices);
 }
 
 void SettingsController::loadConfiguration()
@@ -287,4 +307,36 @@ void SettingsController::fillSecondaryParameter(QString &resolution, int &atLeft
     resolution = secondary.value(Key::resolution).toString();
     atLeft = position == QLatin1String("left") ? 1 : 0;
     bottomAligned = position == QLatin1String("bottom") ? 1 : 0;
+}
+
+void SettingsController::testResolutionFromConsole(const QString &size)
+{
+    m_resolutions.setResolutionFromConsole(size);
+}
+
+void SettingsController::setOutputAudio(const QString &name, const QString &number,
+                                        const QString &checkedName, const QString &checkedNumber)
+{
+    storeAudio(AudioDirection::Output, {name, number}, {checkedName, checkedNumber});
+}
+
+void SettingsController::setInputAudio(const QString &name, const QString &number, const QString &checkedName,
+                                       const QString &checkedNumber)
+{
+    storeAudio(AudioDirection::Input, {name, number}, {checkedName, checkedNumber});
+}
+
+void SettingsController::storeAudio(AudioDirection direction, const AudioChoice &device,
+                                    const AudioChoice &checked)
+{
+    readAgain();
+    QJsonObject document = m_configuration.getDocument().object();
+    if (document.isEmpty())
+        return;
+    QJsonObject audio = document.value(Key::audio).toObject();
+    AudioSettings::setInUse(audio, direction, device);
+    AudioSettings::setChecked(audio, direction, checked);
+    document.insert(Key::audio, audio);
+    if (m_configuration.setObject(document))
+        Commands::runShell(QStringLiteral("pkill -SIGUSR1 zClient.bin"));
 }

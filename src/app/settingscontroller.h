@@ -5,7 +5,9 @@
 
 #include "app/networkstatus.h"
 #include "config/jsonmodule.h"
+#include "device/audiocontroller.h"
 #include "device/networkcontroller.h"
+#include "device/resolutioncontainer.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -29,6 +31,7 @@ public:
 
     JsonModule &configuration();
     NetworkStatus &networkStatus();
+    ResolutionContainer &resolutions();
 
     /// The default "network settings" for what is connected now.
     QJsonObject generateDefaultNetwork();
@@ -59,6 +62,13 @@ public slots:
     void fillProxyParameters(QJsonObject &proxy);
     /// The stored second display: `atLeft` and `bottomAligned` are 1 where its position says so, else 0.
     void fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned);
+    /// Sets a resolution at once, without a question.
+    void testResolutionFromConsole(const QString &size);
+    /// Stores which device the sessions use and which one the user has chosen, and tells a running session.
+    void setOutputAudio(const QString &name, const QString &number, const QString &checkedName,
+                        const QString &checkedNumber);
+    void setInputAudio(const QString &name, const QString &number, const QString &checkedName,
+                       const QString &checkedNumber);
 
 signals:
     /// The sound devices are to be read again.
@@ -71,6 +81,8 @@ private:
     void applyNetwork();
     void connectWindow();
     void connectNetworkStatus();
+    void connectAudio();
+    void storeAudio(AudioDirection direction, const AudioChoice &device, const AudioChoice &checked);
     SettingsPages &settingsPages();
     void readAgain();
     void leaveSettings();
@@ -81,5 +93,7 @@ private:
     QJsonObject m_defaults;
     NetworkController m_network;
     NetworkStatus m_networkStatus;
+    ResolutionContainer m_resolutions;
+    AudioController m_audio;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };

@@ -21,6 +21,12 @@ inline constexpr QLatin1String audio("audio settings");
 inline constexpr QLatin1String toolbarIcon("toolbar icon");
 inline constexpr QLatin1String inputPriority("input priority");
 inline constexpr QLatin1String outputPriority("output priority");
+inline constexpr QLatin1String inputDevice("input device");
+inline constexpr QLatin1String outputDevice("output device");
+inline constexpr QLatin1String checkedInputDevice("checked input device");
+inline constexpr QLatin1String checkedOutputDevice("checked output device");
+inline constexpr QLatin1String audioDeviceName("device name");
+inline constexpr QLatin1String audioDeviceNumber("device number");
 
 inline constexpr QLatin1String connection("connection settings");
 inline constexpr QLatin1String corvidConnection("corvid connection");
