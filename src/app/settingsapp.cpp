@@ -3,6 +3,7 @@
 
 #include "app/settingsapp.h"
 
+#include "app/agentorders.h"
 #include "app/servergroups.h"
 #include "app/stylesheets.h"
 #include "app/windowmemory.h"
@@ -74,6 +75,7 @@ SettingsApp::SettingsApp(QWidget *parent)
     setUpLauncher();
     setUpSession();
     setUpBroker();
+    AgentOrders::connectTo(m_agent.dispatcher(), *this);
     showClientMode(ClientMode::Corvid);
 }
 
@@ -244,6 +246,11 @@ SettingsApp::ClientMode SettingsApp::clientMode() const
 SessionLauncher &SettingsApp::sessionLauncher()
 {
     return m_launcher;
+}
+
+DeviceAgent &SettingsApp::deviceAgent()
+{
+    return m_agent;
 }
 
 UpdateModule &SettingsApp::updateModule()

@@ -7,6 +7,7 @@
 #include "app/brokerlauncher.h"
 #include "app/connecttarget.h"
 #include "app/sessionlauncher.h"
+#include "management/deviceagent.h"
 #include "update/terminalservermodule.h"
 #include "update/updatemodule.h"
 
@@ -66,6 +67,7 @@ public:
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
     AudioActionController &audioActions();
+    DeviceAgent &deviceAgent();
 
 public slots:
     /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
@@ -148,6 +150,7 @@ private:
     TerminalServerModule m_endpoint;
     UpdateModule m_update;
     SessionLauncher m_launcher;
+    DeviceAgent m_agent;
     std::unique_ptr<BrokerLauncher> m_broker;
     std::unique_ptr<AudioActionController> m_audio;
     QMenu m_powerMenu;
