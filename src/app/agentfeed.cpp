@@ -3,6 +3,7 @@
 
 #include "app/agentfeed.h"
 
+#include "app/settingsapp.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "device/identity.h"
@@ -10,11 +11,10 @@
 #include "management/qmdaddress.h"
 
 #include <QEvent>
-#include <QWidget>
 
-AgentFeed::AgentFeed(DeviceAgent &agent, JsonModule &configuration, QWidget &window, QObject *parent)
+AgentFeed::AgentFeed(SettingsApp &window, JsonModule &configuration, QObject *parent)
     : QObject(parent)
-    , m_agent(agent)
+    , m_window(window)
     , m_configuration(configuration)
 {
     m_turn.setSingleShot(true);
@@ -50,14 +50,15 @@ void AgentFeed::feed()
     m_applied = false;
     m_fed = configuration;
     const QJsonObject management = m_configuration.getDocument().object().value(Key::management).toObject();
-    m_agent.enableComunication(management.value(Key::qmdManagement).toBool());
-    m_agent.setURL(QUrl(QmdAddress::url(management)));
-    m_agent.setDeviceSerial(Identity::serialNumber());
-    m_agent.setConfiguration(configuration);
-    m_agent.checkProxy();
+    DeviceAgent &agent = m_window.deviceAgent();
+    agent.enableComunication(management.value(Key::qmdManagement).toBool());
+    agent.setURL(QUrl(QmdAddress::url(management)));
+    agent.setDeviceSerial(Identity::serialNumber());
+    agent.setConfiguration(configuration);
+    agent.checkProxy();
     // A check-in brings the configuration along.
-    if (!m_agent.initConnection() && upload)
-        m_agent.putConfiguration();
+    if (!agent.initConnection() && upload)
+        agent.putConfiguration();
 }
 
 /// The sound devices are this device's own affair.

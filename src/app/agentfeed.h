@@ -7,13 +7,12 @@
 #include <QObject>
 #include <QTimer>
 
-class DeviceAgent;
 class JsonModule;
-class QWidget;
+class SettingsApp;
 
-/// Tells the device agent what the configuration document says of its server, and the document itself, and
-/// has it connect: once the window has been painted, after an apply, and after a merge from afar that has
-/// changed something.
+/// Tells the window's device agent what the configuration document says of its server, and the document
+/// itself, and has it connect: once the window has been painted, after an apply, and after a merge from afar
+/// that has changed something.
 ///
 /// The agent asks the device's tools when it connects. Therefore nothing is done before the event loop has
 /// the turn again.
@@ -22,8 +21,8 @@ class AgentFeed : public QObject
     Q_OBJECT
 
 public:
-    /// All arguments outlive the object.
-    AgentFeed(DeviceAgent &agent, JsonModule &configuration, QWidget &window, QObject *parent = nullptr);
+    /// The window and the document outlive the object.
+    AgentFeed(SettingsApp &window, JsonModule &configuration, QObject *parent = nullptr);
 
 public slots:
     /// The user has applied the settings: the server gets them in any case.
@@ -37,7 +36,7 @@ private:
     void feed();
     QByteArray text() const;
 
-    DeviceAgent &m_agent;
+    SettingsApp &m_window;
     JsonModule &m_configuration;
     QTimer m_turn;
     bool m_applied = false;

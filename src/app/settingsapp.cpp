@@ -10,6 +10,7 @@
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "device/commands.h"
+#include "management/deviceagent.h"
 #include "widgets/generaldialog.h"
 
 #include "ui_settingsapp.h"
@@ -75,7 +76,6 @@ SettingsApp::SettingsApp(QWidget *parent)
     setUpLauncher();
     setUpSession();
     setUpBroker();
-    AgentOrders::connectTo(m_agent.dispatcher(), *this);
     showClientMode(ClientMode::Corvid);
 }
 
@@ -250,7 +250,11 @@ SessionLauncher &SettingsApp::sessionLauncher()
 
 DeviceAgent &SettingsApp::deviceAgent()
 {
-    return m_agent;
+    if (!m_agent) {
+        m_agent = std::make_unique<DeviceAgent>();
+        AgentOrders::connectTo(m_agent->dispatcher(), *this);
+    }
+    return *m_agent;
 }
 
 UpdateModule &SettingsApp::updateModule()

@@ -7,7 +7,6 @@
 #include "app/brokerlauncher.h"
 #include "app/connecttarget.h"
 #include "app/sessionlauncher.h"
-#include "management/deviceagent.h"
 #include "update/terminalservermodule.h"
 #include "update/updatemodule.h"
 
@@ -19,6 +18,7 @@
 #include <memory>
 #include <optional>
 
+class DeviceAgent;
 class JsonModule;
 class QShortcut;
 
@@ -67,6 +67,7 @@ public:
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
     AudioActionController &audioActions();
+    /// Made when it is first asked for: the first paint does not wait for the TLS library.
     DeviceAgent &deviceAgent();
 
 public slots:
@@ -150,7 +151,7 @@ private:
     TerminalServerModule m_endpoint;
     UpdateModule m_update;
     SessionLauncher m_launcher;
-    DeviceAgent m_agent;
+    std::unique_ptr<DeviceAgent> m_agent;
     std::unique_ptr<BrokerLauncher> m_broker;
     std::unique_ptr<AudioActionController> m_audio;
     QMenu m_powerMenu;

@@ -54,7 +54,7 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     , m_window(window)
     , m_configuration(QStringLiteral("config.json"), true)
     , m_networkStatus(m_network, m_configuration)
-    , m_agentFeed(window->deviceAgent(), m_configuration, *window)
+    , m_agentFeed(*window, m_configuration)
 {
     connectWindow();
     connectNetworkStatus();
