@@ -75,6 +75,7 @@ SettingsApp::SettingsApp(QWidget *parent)
     setUpTopBar();
     setUpLauncher();
     setUpSession();
+    setUpEndpoint();
     setUpBroker();
     showClientMode(ClientMode::Corvid);
 }
@@ -133,6 +134,18 @@ void SettingsApp::setUpSession()
     connect(&m_launcher, &SessionLauncher::getProxyParameters, this, &SettingsApp::getProxyParameters);
     connect(&m_launcher, &SessionLauncher::secondaryMonitorParameters, this,
             &SettingsApp::secondaryMonitorParameters);
+}
+
+void SettingsApp::setUpEndpoint()
+{
+    using Endpoint = TerminalServerModule;
+    connect(&m_endpoint, &Endpoint::firmwareUpdateLatest, this, &SettingsApp::on_updateLatest);
+    connect(&m_endpoint, &Endpoint::firmwareUpdateURL, this, &SettingsApp::on_updateByURL);
+    connect(&m_endpoint, &Endpoint::firmwareUpdateCORVID, this, &SettingsApp::on_updateByCORVID);
+    connect(&m_endpoint, &Endpoint::check_resetPossible, this, &SettingsApp::checkResetPossible);
+    connect(&m_endpoint, &Endpoint::ask_resetDevice, this, &SettingsApp::resetDevice);
+    connect(&m_endpoint, &Endpoint::saveConfiguration, this, &SettingsApp::mergeRemoteConfig);
+    connect(&m_endpoint, &Endpoint::applyConfig, this, &SettingsApp::applyConfig);
 }
 
 void SettingsApp::setUpBroker()
@@ -260,6 +273,11 @@ DeviceAgent &SettingsApp::deviceAgent()
 UpdateModule &SettingsApp::updateModule()
 {
     return m_update;
+}
+
+TerminalServerModule &SettingsApp::endpoint()
+{
+    return m_endpoint;
 }
 
 AudioActionController &SettingsApp::audioActions()

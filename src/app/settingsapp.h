@@ -66,6 +66,7 @@ public:
     ClientMode clientMode() const;
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
+    TerminalServerModule &endpoint();
     AudioActionController &audioActions();
     /// Made when it is first asked for: the first paint does not wait for the TLS library.
     DeviceAgent &deviceAgent();
@@ -133,6 +134,7 @@ private:
     void stopAutomatic();
     void setUpLauncher();
     void setUpSession();
+    void setUpEndpoint();
     void setUpBroker();
     void showClientMode(ClientMode mode);
     std::optional<ConnectTarget> chosenTarget() const;

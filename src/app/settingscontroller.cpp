@@ -133,7 +133,8 @@ void SettingsController::loadConfiguration()
 SettingsPages &SettingsController::settingsPages()
 {
     if (!m_pages) {
-        m_pages = std::make_unique<SettingsPages>(*m_window, m_configuration, m_network);
+        m_pages
+            = std::make_unique<SettingsPages>(*m_window, m_configuration, m_network, m_resolutions, m_audio);
         connect(&m_pages->view(), &SettingsView::applyRequested, this,
                 &SettingsController::on_applyButton_clicked);
         connect(&m_pages->view(), &SettingsView::backRequested, this,

@@ -7,9 +7,11 @@
 #include "config/jsonmodule.h"
 #include "device/log.h"
 #include "pages/aboutpage.h"
+#include "pages/audiopage.h"
 #include "pages/connectionpage.h"
 #include "pages/datetimepage.h"
 #include "pages/desktopmodedialog.h"
+#include "pages/displaypage.h"
 #include "pages/firmwarepage.h"
 #include "pages/generalpage.h"
 #include "pages/keyboardpage.h"
@@ -26,14 +28,14 @@ constexpr int serverGroupsIndex = 2;
 } // namespace
 
 SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, NetworkController &network,
-                             QObject *parent)
+                             ResolutionContainer &resolutions, AudioController &audio, QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_configuration(configuration)
     , m_certificates(configuration)
     , m_view(new SettingsView)
 {
-    build(network);
+    build(network, resolutions, audio);
     addTools();
     const auto listGroups = [this](SettingsApp::ClientMode mode) {
         m_view->setPageListed(serverGroupsIndex, mode == SettingsApp::ClientMode::Corvid);
@@ -43,7 +45,8 @@ SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, Net
     m_window.setSettingsView(m_view);
 }
 
-void SettingsPages::build(NetworkController &network)
+void SettingsPages::build(NetworkController &network, ResolutionContainer &resolutions,
+                          AudioController &audio)
 {
     auto *general = new GeneralPage(m_configuration);
     auto *kioskMode = new KioskModePage(m_configuration);
@@ -51,6 +54,8 @@ void SettingsPages::build(NetworkController &network)
     auto *connection = new ConnectionPage(
         m_configuration, [serverGroups] { return serverGroups->groups(); },
         [kioskMode] { return kioskMode->userName(); });
+    auto *display = new DisplayPage(m_configuration, resolutions);
+    auto *sound = new AudioPage(m_configuration, audio);
     auto *keyboard = new KeyboardPage(m_configuration);
     auto *dateTime = new DateTimePage(m_configuration);
     auto *management = new ManagementPage(m_configuration);
@@ -58,14 +63,14 @@ void SettingsPages::build(NetworkController &network)
     auto *firmware = new FirmwarePage(m_configuration);
     auto *about = new AboutPage(m_configuration, network);
 
-    const QVector<SettingsPage *> listed = {general,  connection, serverGroups, kioskMode, keyboard,
-                                            dateTime, management, security,     firmware,  about};
+    const QVector<SettingsPage *> listed = {general,  connection, serverGroups, kioskMode, display,  sound,
+                                            keyboard, dateTime,   management,   security,  firmware, about};
     for (SettingsPage *page : listed)
         m_view->addPage(page);
-    m_fillOrder = {general,    serverGroups, connection, kioskMode, keyboard,
-                   management, about,        security,   dateTime,  firmware};
-    m_applyOrder
-        = {general, connection, serverGroups, kioskMode, keyboard, management, security, dateTime, firmware};
+    m_fillOrder = {general,    serverGroups, connection, kioskMode, sound,    keyboard,
+                   management, about,        display,    security,  dateTime, firmware};
+    m_applyOrder = {general,  connection, serverGroups, kioskMode, display, sound,
+                    keyboard, management, security,     dateTime,  firmware};
     connectPages(general, connection, serverGroups, firmware);
 }
 

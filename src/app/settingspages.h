@@ -9,11 +9,13 @@
 #include <QObject>
 #include <QVector>
 
+class AudioController;
 class ConnectionPage;
 class FirmwarePage;
 class GeneralPage;
 class JsonModule;
 class NetworkController;
+class ResolutionContainer;
 class ServerGroupsPage;
 class SettingsApp;
 class SettingsPage;
@@ -27,7 +29,7 @@ class SettingsPages : public QObject
 public:
     /// Builds the pages into a view of the window's. All arguments outlive the object.
     SettingsPages(SettingsApp &window, JsonModule &configuration, NetworkController &network,
-                  QObject *parent = nullptr);
+                  ResolutionContainer &resolutions, AudioController &audio, QObject *parent = nullptr);
 
     SettingsView &view();
     /// Shows what the document says on every page.
@@ -39,7 +41,7 @@ public:
     bool apply();
 
 private:
-    void build(NetworkController &network);
+    void build(NetworkController &network, ResolutionContainer &resolutions, AudioController &audio);
     void connectPages(GeneralPage *general, ConnectionPage *connection, ServerGroupsPage *serverGroups,
                       FirmwarePage *firmware);
     void addTools();

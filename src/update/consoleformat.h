@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "update/wireformat.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -25,7 +27,7 @@ constexpr quint16 documentVersion = 0x0120; ///< the one version word that a doc
 constexpr int headerSize = 40;
 constexpr int longestField = 63;                           ///< characters of an update's field
 constexpr int longestSerial = 67;                          ///< characters of the serial number
-constexpr int requestLimit = 4500;                         ///< the device cuts a longer request
+constexpr int requestLimit = WireFormat::receiveLimit;     ///< the device cuts a longer request
 constexpr int longestJson = requestLimit - headerSize - 1; ///< bytes of a partial document
 constexpr int actionReplySize = 504;
 
