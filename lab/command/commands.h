@@ -14,3 +14,5 @@ int callsCommand();
 int documentCommand();
 int corvidServerCommand();
 int brokerCommand();
+int qmdServerCommand();
+int qmdQueueCommand();

@@ -27,6 +27,8 @@ constexpr Command commands[] = {
     {"message", "hand the program a message, as the device's scripts do", messageCommand},
     {"corvid-server", "play one or several Corvid servers", corvidServerCommand},
     {"broker", "play a SOLVA connection broker", brokerCommand},
+    {"qmd-server", "play a QMD management server", qmdServerCommand},
+    {"qmd-queue", "have that server tell a device something", qmdQueueCommand},
 };
 
 int help(int status)

@@ -4,16 +4,13 @@
 #include "lab-peers/brokerserver.h"
 
 #include <QPointer>
-#include <QProcess>
-#include <QSslConfiguration>
-#include <QSslSocket>
+#include <QTcpSocket>
 #include <QTimer>
 
 #include <algorithm>
 
 namespace {
 
-constexpr int longestHead = 16 * 1024;
 const QString listTarget = QStringLiteral("/_mpcdesktops?version=v3");
 
 QByteArray reasonPhrase(int status)
@@ -71,7 +68,7 @@ QString BrokerServer::Request::user() const
 }
 
 BrokerServer::BrokerServer(QObject *parent)
-    : QTcpServer(parent)
+    : TlsServer(parent)
 { }
 
 bool BrokerServer::modeOf(const QString &word, Mode *mode)
@@ -98,50 +95,6 @@ void BrokerServer::addUser(const QString &name, const QString &password,
                            const QVector<BrokerDesktop> &desktops)
 {
     m_users.append({name, password, desktops});
-}
-
-bool BrokerServer::start(const QHostAddress &address, quint16 port)
-{
-    if (m_encrypted && !makeCertificate())
-        return false;
-    if (listen(address, port))
-        return true;
-    m_fault = QStringLiteral("%1 port %2: %3").arg(address.toString()).arg(port).arg(errorString());
-    return false;
-}
-
-// The key and the certificate come through a pipe: nothing of them is left anywhere.
-bool BrokerServer::makeCertificate()
-{
-    QProcess openssl;
-    openssl.start(QStringLiteral("openssl"),
-                  QProcess::splitCommand(QStringLiteral(
-                      "req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 30"
-                      " -subj \"/CN=SOLVA broker of the lab\" -keyout /dev/stdout -out /dev/stdout")));
-    openssl.waitForFinished();
-    const QByteArray made = openssl.readAllStandardOutput();
-    m_key = QSslKey(made, QSsl::Ec);
-    m_certificate = QSslCertificate(made);
-    if (!m_key.isNull() && !m_certificate.isNull())
-        return true;
-    m_fault = QStringLiteral("openssl made no certificate: %1").arg(openssl.errorString());
-    return false;
-}
-
-void BrokerServer::incomingConnection(qintptr descriptor)
-{
-    auto *socket = new QSslSocket(this);
-    if (!socket->setSocketDescriptor(descriptor)) {
-        delete socket;
-        return;
-    }
-    connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
-    connect(socket, &QTcpSocket::readyRead, this, [this, socket] { receive(socket); });
-    if (!m_encrypted)
-        return;
-    socket->setLocalCertificate(m_certificate);
-    socket->setPrivateKey(m_key);
-    socket->startServerEncryption();
 }
 
 void BrokerServer::receive(QTcpSocket *socket)

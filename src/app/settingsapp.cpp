@@ -3,12 +3,14 @@
 
 #include "app/settingsapp.h"
 
+#include "app/agentorders.h"
 #include "app/servergroups.h"
 #include "app/stylesheets.h"
 #include "app/windowmemory.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "device/commands.h"
+#include "management/deviceagent.h"
 #include "widgets/generaldialog.h"
 
 #include "ui_settingsapp.h"
@@ -282,6 +284,15 @@ SettingsApp::ClientMode SettingsApp::clientMode() const
 SessionLauncher &SettingsApp::sessionLauncher()
 {
     return m_launcher;
+}
+
+DeviceAgent &SettingsApp::deviceAgent()
+{
+    if (!m_agent) {
+        m_agent = std::make_unique<DeviceAgent>();
+        AgentOrders::connectTo(m_agent->dispatcher(), *this);
+    }
+    return *m_agent;
 }
 
 UpdateModule &SettingsApp::updateModule()

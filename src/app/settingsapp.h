@@ -19,6 +19,7 @@
 #include <memory>
 #include <optional>
 
+class DeviceAgent;
 class JsonModule;
 class QShortcut;
 
@@ -70,6 +71,8 @@ public:
     TerminalServerModule &endpoint();
     AudioActionController &audioActions();
     UpdateLauncher &updateLauncher();
+    /// Made when it is first asked for: the first paint does not wait for the TLS library.
+    DeviceAgent &deviceAgent();
 
 public slots:
     /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
@@ -156,6 +159,7 @@ private:
     TerminalServerModule m_endpoint;
     UpdateModule m_update;
     SessionLauncher m_launcher;
+    std::unique_ptr<DeviceAgent> m_agent;
     std::unique_ptr<BrokerLauncher> m_broker;
     std::unique_ptr<AudioActionController> m_audio;
     std::unique_ptr<UpdateLauncher> m_updateLauncher;

@@ -55,6 +55,7 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     , m_window(window)
     , m_configuration(QStringLiteral("config.json"), true)
     , m_networkStatus(m_network, m_configuration)
+    , m_agentFeed(*window, m_configuration)
 {
     connectWindow();
     connectNetworkStatus();
@@ -161,8 +162,10 @@ void SettingsController::on_settingsButton_clicked()
 
 void SettingsController::on_applyButton_clicked()
 {
-    if (settingsPages().apply())
-        leaveSettings();
+    if (!settingsPages().apply())
+        return;
+    leaveSettings();
+    m_agentFeed.takeApplied();
 }
 
 void SettingsController::on_backButton_clicked()

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/agentfeed.h"
 #include "app/networkstatus.h"
 #include "config/jsonmodule.h"
 #include "device/audiocontroller.h"
@@ -97,5 +98,6 @@ private:
     NetworkStatus m_networkStatus;
     ResolutionContainer m_resolutions;
     AudioController m_audio;
+    AgentFeed m_agentFeed;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };
