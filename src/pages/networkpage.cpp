@@ -26,11 +26,20 @@ QJsonObject member(const QJsonObject &object, QLatin1String key)
     return object.value(key).toObject();
 }
 
-/// Whether an interface has to be connected anew. One that is and was disabled has not.
+/// Whether an interface has to be connected anew. One that is and was disabled has not; nor has one by whose
+/// settings nothing is meant but what they said before, completed.
 bool differs(const QJsonObject &before, const QJsonObject &after)
 {
-    const bool used = before.value(Key::enabled).toBool() || after.value(Key::enabled).toBool();
-    return used && AddressEditor::normalized(before) != after;
+    if (!before.value(Key::enabled).toBool() && !after.value(Key::enabled).toBool())
+        return false;
+    const QJsonObject old = AddressEditor::normalized(before);
+    for (auto now = after.begin(); now != after.end(); ++now) {
+        const QJsonValue nothing = now.value().isBool() ? QJsonValue(false) : QJsonValue(QString());
+        const QJsonValue value = old.value(now.key());
+        if ((value.isUndefined() || value.isNull() ? nothing : value) != now.value())
+            return true;
+    }
+    return false;
 }
 
 /// A field for a name server: an address, or nothing.
@@ -51,10 +60,11 @@ NetworkPage::NetworkPage(JsonModule &configuration, NetworkController &network,
     , m_wifiImage(red)
 {
     m_ui->setupUi(this);
-    m_ui->wifiLayout->insertWidget(0, m_wifi);
     for (QLineEdit *field : {m_ui->dns1LineEdit, m_ui->dns2LineEdit})
         field->setValidator(new Ipv4Validator(Ipv4Validator::Kind::Host, field));
     connectEditors();
+    m_ui->wifiLayout->insertWidget(0, m_wifi);
+    setTabOrder(m_ui->wifiCheckBox, m_wifi);
     updateParts();
 }
 
