@@ -53,6 +53,7 @@ private slots:
     void init();
     void refusesInOrder();
     void tellsTheToolsInOrder();
+    void survivesAnOddTool();
     void storesWhatIsShown();
     void typesAddressesOnly();
     void keepsWhatIsConfiguredThroughAScan();
@@ -233,6 +234,25 @@ void NetworkPageTest::tellsTheToolsInOrder()
         QVERIFY(heard.takeFirst().startsWith("kt-network-config set-config A "));
         QCOMPARE(heard.filter(QRegularExpression("^(?!sudo )")), row.calls);
         QVERIFY(!m_device->exists("/tmp/dhcp-options.conf"));
+    }
+}
+
+void NetworkPageTest::survivesAnOddTool()
+{
+    start(dhcpWired,
+          "{'enabled': true, 'type': 'dhcp', 'ssid': 'Ward 3', 'hidden ssid': true, 'security': "
+          "'personal', 'passphrase': 'ward3-passphrase'}");
+    QSignalSpy outcome(m_network.get(), &NetworkController::setWifiStatus);
+    for (const char *fault : {"trickle 1", "crash", "exit 3", "garbage", "hang"}) {
+        m_device->setFault("kt-check-wifi", fault);
+        edit({"wifiCheckBox"});
+        QVERIFY(m_page->apply());
+        edit({"wifiCheckBox"});
+        QVERIFY(m_page->apply()); // does not wait for the tool
+        if (qstrcmp(fault, "hang") == 0)
+            break;
+        QTRY_COMPARE(outcome.count(), 1);
+        QCOMPARE(outcome.takeFirst().first().toBool(), qstrcmp(fault, "trickle 1") == 0);
     }
 }
 
