@@ -64,7 +64,7 @@ NetworkPage::NetworkPage(JsonModule &configuration, NetworkController &network,
         field->setValidator(new Ipv4Validator(Ipv4Validator::Kind::Host, field));
     connectEditors();
     m_ui->wifiLayout->insertWidget(0, m_wifi);
-    setTabOrder(m_ui->wifiCheckBox, m_wifi);
+    m_wifi->putIntoTabOrder(m_ui->wifiCheckBox);
     updateParts();
 }
 
@@ -167,13 +167,13 @@ bool NetworkPage::onlyStatic() const
 QString NetworkPage::refusal() const
 {
     if (wiredIsStatic() && !m_ui->ethernetEditor->isComplete()) {
-        m_ui->ethernetEditor->incompleteField()->setFocus();
+        pointAt(m_ui->ethernetEditor->incompleteField());
         return tr("Fill all ethernet parametrs and try again");
     }
     const bool dnsIsStatic = m_ui->dnsStaticRadioButton->isChecked();
     const bool noServer = m_ui->dns1LineEdit->text().isEmpty() && m_ui->dns2LineEdit->text().isEmpty();
     if (dnsIsStatic && (noServer || !isUsable(m_ui->dns1LineEdit) || !isUsable(m_ui->dns2LineEdit))) {
-        (isUsable(m_ui->dns2LineEdit) ? m_ui->dns1LineEdit : m_ui->dns2LineEdit)->setFocus();
+        pointAt(isUsable(m_ui->dns2LineEdit) ? m_ui->dns1LineEdit : m_ui->dns2LineEdit);
         return tr("Fill at least one dns parameter and try again");
     }
     if (!dnsIsStatic && onlyStatic())
@@ -181,7 +181,7 @@ QString NetworkPage::refusal() const
                   "enabled network interfaces\nuse static configuration.\n\nDNS configuration can only be "
                   "obtained from DHCP, when Ethernet or WiFi are also configured to use DHCP.");
     if (wirelessIsStatic() && !m_ui->wifiEditor->isComplete()) {
-        m_ui->wifiEditor->incompleteField()->setFocus();
+        pointAt(m_ui->wifiEditor->incompleteField());
         return tr("Fill all WiFi parameters and try again");
     }
     return QString();

@@ -38,6 +38,16 @@ WifiChooser::WifiChooser(NetworkController &network, CertificateStore &certifica
 
 WifiChooser::~WifiChooser() = default;
 
+void WifiChooser::putIntoTabOrder(QWidget *before)
+{
+    for (QWidget *field :
+         {static_cast<QWidget *>(m_ui->wifiComboBox), static_cast<QWidget *>(m_ui->scanButton),
+          static_cast<QWidget *>(m_ui->editWifiButton), static_cast<QWidget *>(m_ui->hiddenSsidLineEdit)}) {
+        setTabOrder(before, field);
+        before = field;
+    }
+}
+
 WifiItem *WifiChooser::currentItem() const
 {
     return static_cast<WifiItem *>(m_model->topLevelItem(m_ui->wifiComboBox->currentIndex()));

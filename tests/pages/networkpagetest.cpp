@@ -400,6 +400,9 @@ void NetworkPageTest::warnsWithoutANetwork()
 {
     start(dhcpWired, off);
     edit({"wifiCheckBox"});
+    part<QCheckBox>("wifiCheckBox")->setFocus();
+    QTest::keyClick(m_page->window()->focusWidget(), Qt::Key_Tab);
+    QCOMPARE(m_page->window()->focusWidget(), networks());
     const DialogAnswer answer(true);
     edit({"editWifiButton"});
     scan(R"([{"ssid": ""}])");
