@@ -40,19 +40,27 @@ QJsonObject AddressEditor::normalized(QJsonObject interface)
         if (interface.value(Key::ipAddress).toString().isEmpty())
             interface.insert(Key::ipAddress, address);
     }
+    const QString type = interface.value(Key::type).toString();
+    if (type.isEmpty())
+        interface.insert(Key::type, dhcp);
+    if (type != fixed && type != off) {
+        for (const QLatin1String key : {Key::ipAddress, Key::networkMask, Key::defaultGateway})
+            interface.insert(key, QString());
+    }
     return interface;
 }
 
 void AddressEditor::load(const QJsonObject &interface, const NetworkProperty &live)
 {
     m_live = {live.ip(), live.netmask(), live.gateway()};
+    const QString type = interface.value(Key::type).toString();
+    const QString address = interface.value(Key::ipAddress).toString();
     m_static
-        = {normalized(interface).value(Key::ipAddress).toString(),
+        = {address.isEmpty() ? interface.value(Key::wiredIpAddress).toString() : address,
            interface.value(Key::networkMask).toString(), interface.value(Key::defaultGateway).toString()};
     // The factory defaults of a static interface have the two crosswise.
     if (Ipv4Validator::isMask(m_static.gateway) && !Ipv4Validator::isMask(m_static.mask))
         std::swap(m_static.gateway, m_static.mask);
-    const QString type = interface.value(Key::type).toString();
     const bool isStatic = type == fixed || (type == off && !m_static.address.isEmpty());
     const QSignalBlocker quiet(m_ui->staticRadioButton);
     m_ui->staticRadioButton->setChecked(isStatic);

@@ -32,7 +32,7 @@ public:
     QWidget *incompleteField() const;
     void save(QJsonObject &interface, bool enabled) const;
 
-    /// An interface's settings with its address under the one name by which this program writes it.
+    /// An interface's settings as `save` would write them: its address under one name, and none with DHCP.
     static QJsonObject normalized(QJsonObject interface);
 
 private:

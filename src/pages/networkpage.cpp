@@ -26,11 +26,20 @@ QJsonObject member(const QJsonObject &object, QLatin1String key)
     return object.value(key).toObject();
 }
 
-/// Whether an interface has to be connected anew. One that is and was disabled has not.
+/// Whether an interface has to be connected anew. One that is and was disabled has not; nor has one by whose
+/// settings nothing is meant but what they said before, completed.
 bool differs(const QJsonObject &before, const QJsonObject &after)
 {
-    const bool used = before.value(Key::enabled).toBool() || after.value(Key::enabled).toBool();
-    return used && AddressEditor::normalized(before) != after;
+    if (!before.value(Key::enabled).toBool() && !after.value(Key::enabled).toBool())
+        return false;
+    const QJsonObject old = AddressEditor::normalized(before);
+    for (auto now = after.begin(); now != after.end(); ++now) {
+        const QJsonValue nothing = now.value().isBool() ? QJsonValue(false) : QJsonValue(QString());
+        const QJsonValue value = old.value(now.key());
+        if ((value.isUndefined() || value.isNull() ? nothing : value) != now.value())
+            return true;
+    }
+    return false;
 }
 
 /// A field for a name server: an address, or nothing.
@@ -51,10 +60,11 @@ NetworkPage::NetworkPage(JsonModule &configuration, NetworkController &network,
     , m_wifiImage(red)
 {
     m_ui->setupUi(this);
-    m_ui->wifiLayout->insertWidget(0, m_wifi);
     for (QLineEdit *field : {m_ui->dns1LineEdit, m_ui->dns2LineEdit})
         field->setValidator(new Ipv4Validator(Ipv4Validator::Kind::Host, field));
     connectEditors();
+    m_ui->wifiLayout->insertWidget(0, m_wifi);
+    m_wifi->putIntoTabOrder(m_ui->wifiCheckBox);
     updateParts();
 }
 
@@ -157,13 +167,13 @@ bool NetworkPage::onlyStatic() const
 QString NetworkPage::refusal() const
 {
     if (wiredIsStatic() && !m_ui->ethernetEditor->isComplete()) {
-        m_ui->ethernetEditor->incompleteField()->setFocus();
+        pointAt(m_ui->ethernetEditor->incompleteField());
         return tr("Fill all ethernet parametrs and try again");
     }
     const bool dnsIsStatic = m_ui->dnsStaticRadioButton->isChecked();
     const bool noServer = m_ui->dns1LineEdit->text().isEmpty() && m_ui->dns2LineEdit->text().isEmpty();
     if (dnsIsStatic && (noServer || !isUsable(m_ui->dns1LineEdit) || !isUsable(m_ui->dns2LineEdit))) {
-        (isUsable(m_ui->dns2LineEdit) ? m_ui->dns1LineEdit : m_ui->dns2LineEdit)->setFocus();
+        pointAt(isUsable(m_ui->dns2LineEdit) ? m_ui->dns1LineEdit : m_ui->dns2LineEdit);
         return tr("Fill at least one dns parameter and try again");
     }
     if (!dnsIsStatic && onlyStatic())
@@ -171,7 +181,7 @@ QString NetworkPage::refusal() const
                   "enabled network interfaces\nuse static configuration.\n\nDNS configuration can only be "
                   "obtained from DHCP, when Ethernet or WiFi are also configured to use DHCP.");
     if (wirelessIsStatic() && !m_ui->wifiEditor->isComplete()) {
-        m_ui->wifiEditor->incompleteField()->setFocus();
+        pointAt(m_ui->wifiEditor->incompleteField());
         return tr("Fill all WiFi parameters and try again");
     }
     return QString();

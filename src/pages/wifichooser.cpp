@@ -13,6 +13,7 @@
 
 #include <QListView>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -24,6 +25,7 @@ WifiChooser::WifiChooser(NetworkController &network, CertificateStore &certifica
     , m_model(new ItemModel(1, this))
 {
     m_ui->setupUi(this);
+    m_ui->wifiComboBox->setItemDelegate(new QStyledItemDelegate(m_ui->wifiComboBox)); // rows as styled
     if (auto *view = qobject_cast<QListView *>(m_ui->wifiComboBox->view()))
         view->setUniformItemSizes(true);
     m_ui->wifiComboBox->setModel(m_model);
@@ -35,6 +37,16 @@ WifiChooser::WifiChooser(NetworkController &network, CertificateStore &certifica
 }
 
 WifiChooser::~WifiChooser() = default;
+
+void WifiChooser::putIntoTabOrder(QWidget *before)
+{
+    for (QWidget *field :
+         {static_cast<QWidget *>(m_ui->wifiComboBox), static_cast<QWidget *>(m_ui->scanButton),
+          static_cast<QWidget *>(m_ui->editWifiButton), static_cast<QWidget *>(m_ui->hiddenSsidLineEdit)}) {
+        setTabOrder(before, field);
+        before = field;
+    }
+}
 
 WifiItem *WifiChooser::currentItem() const
 {

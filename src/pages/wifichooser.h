@@ -27,6 +27,8 @@ public:
     WifiChooser(NetworkController &network, CertificateStore &certificates, QWidget *parent = nullptr);
     ~WifiChooser() override;
 
+    /// Its fields follow `before` when the Tab key is pressed.
+    void putIntoTabOrder(QWidget *before);
     /// Starts over with the network that is stored; one without a name is none.
     void setConfigured(const WifiItem &item);
     /// The network chosen; one without a name when there is none.

@@ -74,10 +74,10 @@ void WpaCredentialDialog::setUpCertificates(CertificateStore &certificates)
 
 void WpaCredentialDialog::setCredentialSsid(const QString &ssid)
 {
-    const QString title = tr("\t\t\t \"%1\" WiFi network configuration").arg(ssid);
-    setWindowTitle(title);
+    setWindowTitle(tr("\t\t\t \"%1\" WiFi network configuration").arg(ssid));
+    // The tabs centre a window's title; the line in the dialog stands with its fields.
     m_ui->titleLabel->setText(
-        m_ui->titleLabel->fontMetrics().elidedText(title, Qt::ElideRight, longestTitle));
+        m_ui->titleLabel->fontMetrics().elidedText(windowTitle().trimmed(), Qt::ElideMiddle, longestTitle));
 }
 
 void WpaCredentialDialog::setMode(int mode)

@@ -174,6 +174,7 @@ void StandInsTest::wifi_data()
     row("wrong password", staff + "peap" + known + R"(.p12 x '')", wrongKey);
     row("other CA", staff + "peap" + other + R"(.p12 staff-password '')", wrongCertificate);
     row("certificate", staff + "tls" + known + R"(/tmp/me.p12 '' '')", connected);
+    row("stored certificate", staff + "tls" + known + R"(mine.p12 '' '')", connected);
     row("no certificate", staff + "tls" + known + R"(.p12 '' '')", wrongCertificate);
 }
 
@@ -183,7 +184,8 @@ void StandInsTest::wifi()
     QFETCH(QByteArray, verdict);
     const LabDevice device;
     for (const char *file : {"var/lib/kt964/certificates/cacerts/hospital-ca.pem",
-                             "var/lib/kt964/certificates/cacerts/other.pem", "tmp/me.p12"})
+                             "var/lib/kt964/certificates/cacerts/other.pem", "tmp/me.p12",
+                             "var/lib/kt964/certificates/mine.p12"})
         device.write(file, "certificate");
     QCOMPARE(device.call(call.constData()).output.split('\n').value(1), verdict);
 
