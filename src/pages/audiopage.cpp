@@ -80,7 +80,8 @@ void AudioPage::loadDevices(Side &side, const QJsonObject &audio)
 {
     AudioChoice choice = AudioSettings::checked(audio, side.direction);
     if (!choice.isMade())
-        choice = AudioSettings::inUse(audio, side.direction);
+        choice
+            = choice.inUse(m_audio.devices(), side.direction, AudioSettings::priority(audio, side.direction));
     side.devices.clear();
     const auto add = [&side](const QString &text, const AudioChoice &device) {
         side.devices.addItem(text, device.name);
