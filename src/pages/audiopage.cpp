@@ -9,6 +9,8 @@
 
 #include "ui_audiopage.h"
 
+#include <QTextDocument>
+
 namespace {
 
 const QString none = QStringLiteral("none");
@@ -95,7 +97,8 @@ void AudioPage::loadDevices(Side &side, const QJsonObject &audio)
         if (!device.fits(side.direction))
             continue;
         add(device.name(), AudioChoice::of(device));
-        side.devices.setItemData(side.devices.count() - 1, device.longname(), Qt::ToolTipRole);
+        side.devices.setItemData(side.devices.count() - 1, Qt::convertFromPlainText(device.longname()),
+                                 Qt::ToolTipRole);
         if (i == present)
             row = side.devices.count() - 1;
     }
