@@ -65,6 +65,7 @@ private slots:
     void pkillReachesThisDeviceOnly();
     void rootIsKept();
     void documentIsChanged();
+    void usbDevicesComeAndGo();
 };
 
 void StandInsTest::wiredConnection_data()
@@ -321,6 +322,19 @@ void StandInsTest::documentIsChanged()
     device.write(documentPath, "garbage");
     QVERIFY(device.lab("document a 1").status != 0);
     QCOMPARE(device.read(documentPath), QByteArray("garbage"));
+}
+
+void StandInsTest::usbDevicesComeAndGo()
+{
+    const LabDevice device;
+    QCOMPARE(device.lab("usb unplug f0a1:0101").status, 0);
+    QCOMPARE(device.lab("usb unplug f0d4:0401").status, 0);
+    QCOMPARE(device.lab("usb plug F0A1:0102").status, 0);
+    device.makeAgain();
+    const QByteArray listed = device.lab("usb list").output;
+    QVERIFY2(listed.endsWith("005 f0a1:0101\n006 f0b2:0210\n007 f0c3:0301\n009 f0a1:0102\n"), listed);
+    for (const char *wrong : {"usb unplug f0d4:0401", "usb unplug", "usb plug f0d4", "usb shake"})
+        QVERIFY2(device.lab(wrong).status != 0, wrong);
 }
 
 QTEST_GUILESS_MAIN(StandInsTest)

@@ -230,7 +230,7 @@ void PeripheralsPageTest::namesFromAnOversizedDatabase()
     QFile file(m_device->path(database));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("f0a1  Harbour Works\n\t0101  Ward Keyboard\n");
-    QByteArray filler(80 * 1024, 'x'); // a line longer than any buffer, and many short ones
+    QByteArray filler(800 * 1024, 'x'); // a line longer than any buffer, and many short ones
     while (filler.size() < 1000 * 1000)
         filler += "\nabcd  Vendor\n\t0101  Product\n";
     for (int i = 0; i < 100; ++i)
