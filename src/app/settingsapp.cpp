@@ -5,6 +5,7 @@
 
 #include "app/servergroups.h"
 #include "app/stylesheets.h"
+#include "app/windowmemory.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "device/commands.h"
@@ -24,7 +25,6 @@ Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
 
 namespace {
 
-constexpr int historyLength = 10;
 constexpr int iconSize = 32;
 constexpr int widestDeviceName = 480;
 constexpr int deepestDialog = 4;
@@ -103,8 +103,9 @@ void SettingsApp::setUpLauncher()
     connect(m_ui->corvidPage, &CorvidPage::targetChanged, this, &SettingsApp::updateConnectButton);
     connect(m_ui->rdpPage, &RdpPage::targetChanged, this, &SettingsApp::updateConnectButton);
     connect(m_ui->corvidPage, &CorvidPage::refreshRequested, this, &SettingsApp::autoDetectServers);
-    connect(m_ui->corvidPage, &CorvidPage::selectionChosen, this,
-            [this](const QString &selection) { storeMainWindowValue(Key::selection, selection); });
+    connect(m_ui->corvidPage, &CorvidPage::selectionChosen, this, [this](const QString &selection) {
+        WindowMemory::store(m_configuration, Key::selection, selection);
+    });
     connect(m_ui->autoConnectPage, &AutoConnectPage::connectRequested, this,
             &SettingsApp::on_connectButton_clicked);
     connect(this, &SettingsApp::refreshServerList, &m_endpoint, &TerminalServerModule::findTerminalServer);
@@ -451,42 +452,16 @@ void SettingsApp::on_mainStackedWidget_currentChanged(int index)
         m_ui->autoLogonPage->stop();
 }
 
-QJsonArray SettingsApp::remember(const QString &key, const QString &address)
-{
-    if (m_configuration)
-        m_configuration->readContent();
-    QJsonArray history = root().value(Key::mainWindow).toObject().value(key).toArray();
-    if (!history.contains(address))
-        history.prepend(address);
-    if (history.size() > historyLength)
-        history.removeLast();
-    storeMainWindowValue(key, history);
-    return history;
-}
-
 void SettingsApp::updateManualServers()
 {
-    m_ui->corvidPage->setHistory(remember(Key::manualServerHistory, m_launcher.currentServerAddress()));
+    m_ui->corvidPage->setHistory(
+        WindowMemory::remember(m_configuration, Key::manualServerHistory, m_launcher.currentServerAddress()));
 }
 
 void SettingsApp::updateBrokerServers(const QString &address)
 {
-    remember(Key::solvaBrokerHistory, address);
+    WindowMemory::remember(m_configuration, Key::solvaBrokerHistory, address);
     m_broker->loadConfiguration();
-}
-
-void SettingsApp::storeMainWindowValue(const QString &key, const QJsonValue &value)
-{
-    if (!m_configuration)
-        return;
-    m_configuration->readContent();
-    QJsonObject document = root();
-    if (document.isEmpty())
-        return;
-    QJsonObject window = document.value(Key::mainWindow).toObject();
-    window.insert(key, value);
-    document.insert(Key::mainWindow, window);
-    m_configuration->setObject(document);
 }
 
 void SettingsApp::refreshServerGroups()

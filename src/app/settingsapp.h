@@ -144,9 +144,6 @@ private:
     void connectionFinished(ConnectionFile::Verdict verdict);
     void updateManualServers();
     void updateBrokerServers(const QString &address);
-    /// Puts an address first where it is not yet in the history; the history then.
-    QJsonArray remember(const QString &key, const QString &address);
-    void storeMainWindowValue(const QString &key, const QJsonValue &value);
     QJsonObject root() const;
     QJsonObject connectionSettings(QLatin1String client) const;
     bool confirmed(const QString &title, const QString &message);

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "app/windowmemory.h"
+
+#include "config/jsonmodule.h"
+#include "config/keys.h"
+
+#include <QJsonObject>
+
+namespace WindowMemory {
+
+QJsonArray remember(JsonModule *configuration, const QString &key, const QString &address)
+{
+    if (!configuration)
+        return {};
+    configuration->readContent();
+    const QJsonObject root = configuration->getDocument().object();
+    QJsonArray history = root.value(Key::mainWindow).toObject().value(key).toArray();
+    if (!history.contains(address))
+        history.prepend(address);
+    if (history.size() > historyLength)
+        history.removeLast();
+    store(configuration, key, history);
+    return history;
+}
+
+void store(JsonModule *configuration, const QString &key, const QJsonValue &value)
+{
+    if (!configuration)
+        return;
+    configuration->readContent();
+    QJsonObject document = configuration->getDocument().object();
+    if (document.isEmpty())
+        return;
+    QJsonObject window = document.value(Key::mainWindow).toObject();
+    window.insert(key, value);
+    document.insert(Key::mainWindow, window);
+    configuration->setObject(document);
+}
+
+} // namespace WindowMemory
