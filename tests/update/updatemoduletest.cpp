@@ -114,15 +114,13 @@ void UpdateModuleTest::offer(const QStringList &versions)
 /// What an update ends with: all its final messages.
 QStringList UpdateModuleTest::run(UpdateMethod method, const QString &current)
 {
-    QStringList ends;
-    const auto connection = connect(m_update.get(), &UpdateModule::downloadFinished, m_update.get(),
-                                    [&ends](const QString &message) { ends += message; });
+    QSignalSpy ended(m_update.get(), &UpdateModule::downloadFinished);
     m_update->setMethod(method);
     m_update->setCurrentVersion(current);
     m_update->startUpdate();
-    if (QTest::qWaitFor([&ends] { return !ends.isEmpty() && ends.last() != notFound; }, 20000))
-        QCoreApplication::processEvents();
-    disconnect(connection);
+    QStringList ends;
+    while ((ends.isEmpty() || ends.last() == notFound) && (ended.count() > ends.size() || ended.wait(20000)))
+        ends += ended.at(ends.size()).at(0).toString();
     return ends;
 }
 
