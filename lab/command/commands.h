@@ -13,3 +13,5 @@ int callsCommand();
 int documentCommand();
 int corvidServerCommand();
 int brokerCommand();
+int firmwareServerCommand();
+int linkCommand();

@@ -26,6 +26,8 @@ constexpr Command commands[] = {
     {"message", "hand the program a message, as the device's scripts do", messageCommand},
     {"corvid-server", "play one or several Corvid servers", corvidServerCommand},
     {"broker", "play a SOLVA connection broker", brokerCommand},
+    {"firmware-server", "play a web server that hands out firmware", firmwareServerCommand},
+    {"link", "play a bad link to a Corvid server: drop, delay, duplicate, reorder", linkCommand},
 };
 
 int help(int status)
@@ -34,7 +36,7 @@ int help(int status)
                       QStringLiteral("The simulated device and the peers of its network.\n")};
     for (const Command &command : commands)
         lines << QStringLiteral("  %1 %2")
-                     .arg(QLatin1String(command.name), -14)
+                     .arg(QLatin1String(command.name), -15)
                      .arg(QLatin1String(command.summary));
     lines << QStringLiteral("\nCalled by the name of a device tool, kt-lab plays that tool (docs/lab.md).");
     status == 0 ? printLine(lines.join(QLatin1Char('\n'))) : printError(lines.join(QLatin1Char('\n')));

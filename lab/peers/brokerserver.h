@@ -3,13 +3,10 @@
 
 #pragma once
 
-#include <QSslCertificate>
-#include <QSslKey>
-#include <QTcpServer>
+#include "lab-peers/httppeer.h"
+
 #include <QUrl>
 #include <QVector>
-
-class QTcpSocket;
 
 // A desktop that a broker hands out, and where it is.
 struct BrokerDesktop
@@ -22,7 +19,7 @@ struct BrokerDesktop
 // each:
 //
 //     name:NAME|address:ADDRESS|protocol:RDP
-class BrokerServer : public QTcpServer
+class BrokerServer : public HttpPeer
 {
     Q_OBJECT
 
@@ -52,20 +49,10 @@ public:
     void setRedirect(const QUrl &target) { m_redirect = target; }
     // Sent to whoever has logged on, in the place of the list.
     void setBody(const QByteArray &body) { m_body = body; }
-    void setEncrypted(bool encrypted) { m_encrypted = encrypted; }
-
-    // Makes a certificate of its own first, with the openssl tool.
-    bool start(const QHostAddress &address, quint16 port = defaultPort);
-    QString fault() const { return m_fault; }
-
-    // The requests so far, a line each: method, target, user ("-" for none) and the reply's status.
-    QStringList requests() const { return m_requests; }
-
-signals:
-    void requestReceived(const QString &line);
 
 protected:
-    void incomingConnection(qintptr descriptor) override;
+    int answer(QTcpSocket *socket, const HttpRequest &request) override;
+    int replyDelay() const override { return m_mode == Mode::Slow ? m_delay : 0; }
 
 private:
     struct User
@@ -74,13 +61,9 @@ private:
         QString password;
         QVector<BrokerDesktop> desktops;
     };
-    struct Request;
 
-    bool makeCertificate();
-    void receive(QTcpSocket *socket);
-    void answer(QTcpSocket *socket, const Request &request);
-    int status(const Request &request, const User *user) const;
-    const User *userOf(const Request &request) const;
+    int status(const HttpRequest &request, const User *user) const;
+    const User *userOf(const HttpRequest &request) const;
     QByteArray list(const User &user) const;
     void send(QTcpSocket *socket, int status, const QByteArray &body) const;
 
@@ -89,9 +72,4 @@ private:
     int m_delay = 5000;
     QUrl m_redirect;
     QByteArray m_body;
-    bool m_encrypted = true;
-    QSslCertificate m_certificate;
-    QSslKey m_key;
-    QString m_fault;
-    QStringList m_requests;
 };
