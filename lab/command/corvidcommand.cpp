@@ -38,6 +38,64 @@ void addServers(CorvidServer *server, const LabCommand &command)
         server->addServer(QStringLiteral("Server %1").arg(own.size() + i - 1), own.constFirst());
 }
 
+// The value of an option that may be given once for all servers or once for each.
+QString valueFor(const LabCommand &command, const char *option, int server)
+{
+    const QStringList given = command.values(QLatin1String(option));
+    return given.size() == 1 ? given.constFirst() : given.value(server);
+}
+
+void addFiles(CorvidServer *server, const LabCommand &command)
+{
+    CorvidFaults faults;
+    faults.loss = command.number(QStringLiteral("loss"), 0);
+    faults.duplicates = command.number(QStringLiteral("duplicates"), 0);
+    faults.reordering = command.number(QStringLiteral("reordering"), 0);
+    faults.silentFrom = command.number(QStringLiteral("silent-from"), -1);
+    faults.totalChangesFrom = command.number(QStringLiteral("total-changes-from"), -1);
+    faults.seed = static_cast<quint32>(command.number(QStringLiteral("seed"), 1));
+    const QVector<QHostAddress> own = addresses(command);
+    for (int i = 0; i < own.size(); ++i) {
+        CorvidFiles &files = server->files(own.at(i));
+        files.setFolder(valueFor(command, "files", i));
+        const QString firmware = valueFor(command, "firmware", i);
+        const int equals = firmware.indexOf(QLatin1Char('='));
+        if (equals > 0)
+            files.addFirmware(firmware.left(equals), firmware.mid(equals + 1));
+        server->setFaults(own.at(i), faults);
+    }
+}
+
+void addFileOptions(LabCommand *command)
+{
+    const auto option = [command](const char *name, const char *text, const char *value) {
+        command->addOption(QLatin1String(name), QLatin1String(text), QLatin1String(value));
+    };
+    option("files", "The folder whose files are handed out; once, or once per address.", "FOLDER");
+    option(
+        "firmware",
+        "What the index \"kt-update.txt\" offers, in the place of the folder's; once, or once per address.",
+        "VERSION=FILE");
+    option("loss", "So many of a hundred blocks are lost.", "PERCENT");
+    option("duplicates", "So many are sent twice.", "PERCENT");
+    option("reordering", "So many are sent after the next one.", "PERCENT");
+    option("seed", "Which ones they are.", "N");
+    option("silent-from", "Blocks from this position on are not answered.", "BYTES");
+    option("total-changes-from", "From this position on the file's size is another one.", "BYTES");
+}
+
+// Of a transfer, only its first block is worth a line.
+void printRequest(const QByteArray &datagram, const QHostAddress &sender, quint16 port)
+{
+    const std::optional<CorvidRequest> request = parseCorvidRequest(datagram);
+    const bool block = request && request->kind == CorvidRequest::Kind::FileBlock;
+    const QString from = QStringLiteral("%1:%2").arg(sender.toString()).arg(port);
+    if (!block)
+        printLine(QStringLiteral("%1 bytes from %2").arg(datagram.size()).arg(from));
+    else if (request->position == 0)
+        printLine(QStringLiteral("file %1 for %2").arg(request->fileName, from));
+}
+
 // Ends the program after so many discoveries, once the first server has answered the last of them.
 void stopAfter(const CorvidServer &server, int count, const QHostAddress &first)
 {
@@ -53,7 +111,8 @@ void stopAfter(const CorvidServer &server, int count, const QHostAddress &first)
 int corvidServerCommand()
 {
     LabCommand command(QStringLiteral("corvid-server"),
-                       QStringLiteral("Answers devices that look for Corvid servers, on UDP port 1283."));
+                       QStringLiteral("Plays Corvid servers, on UDP port 1283: answers devices that look for "
+                                      "servers, and hands out files."));
     command.addOption(QStringLiteral("address"),
                       QStringLiteral("The servers' addresses; each is one server."),
                       QStringLiteral("A[,B...]"));
@@ -68,19 +127,16 @@ int corvidServerCommand()
                       QStringLiteral("N"));
     command.addOption(QStringLiteral("seconds"), QStringLiteral("Ends after N seconds."),
                       QStringLiteral("N"));
+    addFileOptions(&command);
     command.process(0, 0);
 
     CorvidServer server;
     addServers(&server, command);
+    addFiles(&server, command);
     server.setReplyDelay(command.number(QStringLiteral("delay"), 0));
     if (!server.listen())
         command.fail(server.errorString());
-    QObject::connect(
-        &server, &CorvidServer::requestReceived, &server,
-        [](const QByteArray &datagram, const QHostAddress &sender, quint16 port) {
-            printLine(
-                QStringLiteral("%1 bytes from %2:%3").arg(datagram.size()).arg(sender.toString()).arg(port));
-        });
+    QObject::connect(&server, &CorvidServer::requestReceived, &server, printRequest);
     if (command.isSet(QStringLiteral("count")))
         stopAfter(server, command.number(QStringLiteral("count"), 1), addresses(command).constFirst());
     if (command.isSet(QStringLiteral("seconds")))

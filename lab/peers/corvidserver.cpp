@@ -9,6 +9,7 @@
 #include <QUdpSocket>
 
 #include <algorithm>
+#include <utility>
 
 Q_LOGGING_CATEGORY(lcCorvidServer, "kt.lab.corvidserver")
 
@@ -20,12 +21,32 @@ CorvidServer::~CorvidServer() = default;
 
 void CorvidServer::addServer(const QString &name, const QHostAddress &address)
 {
+    Peer *known = peerAt(address);
+    if (!known) {
+        m_peers.append(Peer{});
+        known = &m_peers.last();
+        known->address = address;
+    }
+    known->entries.append({name, address});
+}
+
+CorvidServer::Peer *CorvidServer::peerAt(const QHostAddress &address)
+{
     const auto known = std::find_if(m_peers.begin(), m_peers.end(),
                                     [&](const Peer &peer) { return peer.address == address; });
-    if (known != m_peers.end())
-        known->entries.append({name, address});
-    else
-        m_peers.append({address, {{name, address}}, nullptr});
+    return known == m_peers.end() ? nullptr : &*known;
+}
+
+CorvidFiles &CorvidServer::files(const QHostAddress &address)
+{
+    return peerAt(address)->files;
+}
+
+void CorvidServer::setFaults(const QHostAddress &address, const CorvidFaults &faults)
+{
+    Peer *peer = peerAt(address);
+    peer->faults = faults;
+    peer->chance.seed(faults.seed);
 }
 
 void CorvidServer::addRawReply(const QByteArray &datagram)
@@ -71,9 +92,13 @@ void CorvidServer::receive(QUdpSocket *socket)
                                 << datagram.destinationAddress();
         emit requestReceived(datagram.data(), sender, port, datagram.destinationAddress());
         const std::optional<CorvidRequest> request = parseCorvidRequest(datagram.data());
-        if (!request || request->kind != CorvidRequest::Kind::Discovery)
+        if (!request)
             continue;
         const QHostAddress asked = socket->localAddress();
+        if (request->kind == CorvidRequest::Kind::FileBlock) {
+            sendBlock(asked, *request, sender, port);
+            continue;
+        }
         QTimer::singleShot(m_replyDelay, this, [this, asked, sender, port] { answer(asked, sender, port); });
     }
 }
@@ -92,4 +117,30 @@ void CorvidServer::reply(const Peer &peer, const QHostAddress &receiver, quint16
     for (const QByteArray &raw : qAsConst(m_rawReplies))
         peer.socket->writeDatagram(raw, receiver, port);
     emit replySent(peer.address, receiver, port);
+}
+
+void CorvidServer::sendBlock(const QHostAddress &askedServer, const CorvidRequest &request,
+                             const QHostAddress &receiver, quint16 port)
+{
+    Peer *peer = peerAt(askedServer);
+    if (!peer)
+        return;
+    const CorvidFaults &faults = peer->faults;
+    const std::optional<CorvidFiles::Block> block = peer->files.block(request.fileName, request.position);
+    const auto happens = [peer](int percentage) {
+        return percentage > 0 && static_cast<int>(peer->chance.bounded(100)) < percentage;
+    };
+    if (!block || (faults.silentFrom >= 0 && request.position >= faults.silentFrom) || happens(faults.loss))
+        return;
+    const bool changed = faults.totalChangesFrom >= 0 && request.position >= faults.totalChangesFrom;
+    const QByteArray reply = fileBlockReply(request.position, block->total + (changed ? 1 : 0), block->data);
+    if (peer->heldBack.isEmpty() && happens(faults.reordering)) {
+        peer->heldBack = reply;
+        return;
+    }
+    peer->socket->writeDatagram(reply, receiver, port);
+    if (happens(faults.duplicates))
+        peer->socket->writeDatagram(reply, receiver, port);
+    if (!peer->heldBack.isEmpty())
+        peer->socket->writeDatagram(std::exchange(peer->heldBack, QByteArray()), receiver, port);
 }

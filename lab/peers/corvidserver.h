@@ -3,9 +3,11 @@
 
 #pragma once
 
+#include "lab-peers/corvidfiles.h"
 #include "lab-peers/corvidwire.h"
 
 #include <QObject>
+#include <QRandomGenerator>
 
 class QUdpSocket;
 
@@ -27,6 +29,10 @@ public:
 
     void setReplyDelay(int milliseconds) { m_replyDelay = milliseconds; }
 
+    // What a server that was added hands out, and how badly.
+    CorvidFiles &files(const QHostAddress &address);
+    void setFaults(const QHostAddress &address, const CorvidFaults &faults);
+
     // Binds the sockets. With loopback addresses only, nothing beyond the loopback interface is bound.
     bool listen();
     QString errorString() const { return m_error; }
@@ -43,12 +49,19 @@ private:
         QHostAddress address;
         QVector<CorvidEntry> entries;
         QUdpSocket *socket = nullptr;
+        CorvidFiles files;
+        CorvidFaults faults;
+        QRandomGenerator chance;
+        QByteArray heldBack;
     };
 
     QUdpSocket *bind(const QHostAddress &address);
     void receive(QUdpSocket *socket);
     void answer(const QHostAddress &askedServer, const QHostAddress &receiver, quint16 port);
     void reply(const Peer &peer, const QHostAddress &receiver, quint16 port);
+    Peer *peerAt(const QHostAddress &address);
+    void sendBlock(const QHostAddress &askedServer, const CorvidRequest &request,
+                   const QHostAddress &receiver, quint16 port);
 
     QVector<Peer> m_peers;
     QVector<QByteArray> m_rawReplies;

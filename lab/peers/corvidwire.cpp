@@ -9,6 +9,7 @@ namespace {
 constexpr quint32 requestMarker = 0xFFFF;
 constexpr quint32 serverListMagic = 0xAA550003;
 constexpr int fileNameOffset = 12;
+constexpr int blockDataOffset = 12;
 constexpr int entryOffset = 20;
 constexpr int entrySize = 68;
 constexpr int nameUnits = 32;
@@ -54,4 +55,13 @@ QByteArray serverListReply(const QVector<CorvidEntry> &entries)
     for (int i = 0; i < entries.size(); ++i)
         putEntry(&reply, entryOffset + entrySize * i, entries.at(i));
     return reply;
+}
+
+QByteArray fileBlockReply(quint32 position, quint32 total, const QByteArray &data)
+{
+    QByteArray reply(blockDataOffset + corvidBlockSize, '\0');
+    putNumber(&reply, 0, position);
+    putNumber(&reply, 4, total);
+    const QByteArray block = data.left(corvidBlockSize);
+    return reply.replace(blockDataOffset, block.size(), block);
 }

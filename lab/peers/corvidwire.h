@@ -38,3 +38,7 @@ std::optional<CorvidRequest> parseCorvidRequest(const QByteArray &datagram);
 
 // A reply with these entries. Names longer than 32 UTF-16 units are cut.
 QByteArray serverListReply(const QVector<CorvidEntry> &entries);
+
+// One block of a file, always 1036 bytes: what the file does not fill is zero.
+constexpr int corvidBlockSize = 1024;
+QByteArray fileBlockReply(quint32 position, quint32 total, const QByteArray &data);

@@ -61,6 +61,16 @@ QString connectionStatus()
     return connection() + QLatin1String(".status");
 }
 
+QString updates()
+{
+    return onDevice(QStringLiteral("/var/lib/updates/"));
+}
+
+QString firmwareImage()
+{
+    return updates() + QLatin1String("new-firmware.img");
+}
+
 QString broadcastLog()
 {
     return onDevice(QStringLiteral("/tmp/broadcastlog"));

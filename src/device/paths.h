@@ -22,6 +22,8 @@ QString recoveryMarker();
 QString message();          ///< written by device scripts before they send SIGUSR1
 QString connection();       ///< describes a session to the client
 QString connectionStatus(); ///< the client's verdict
+QString updates();          ///< with a closing slash
+QString firmwareImage();    ///< what the installer takes
 QString broadcastLog();
 QString nameServers();
 QString release();         ///< which firmware is installed, an INI file

@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "update/udpfilemodule.h"
+
+#include "update/firmwareimage.h"
+
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcUdpFile, "kt.update.udpfile")
+
+UdpFileModule::UdpFileModule(QObject *parent)
+    : QObject(parent)
+{
+    m_dataTimer.setSingleShot(true);
+    m_dataTimer.setInterval(dataTimeoutMs);
+    m_progressTimer.setInterval(progressMs);
+    connect(&m_dataTimer, &QTimer::timeout, this, &UdpFileModule::fsm_DataTimeOut);
+    connect(&m_progressTimer, &QTimer::timeout, this, &UdpFileModule::fsm_ReportProgress1);
+    connect(&m_progressTimer, &QTimer::timeout, this, &UdpFileModule::fsm_ReportProgress2);
+}
+
+UdpFileModule::~UdpFileModule() = default;
+
+UdpFileModule::State UdpFileModule::state() const
+{
+    return m_state;
+}
+
+void UdpFileModule::setSizeLimit(qint64 bytes)
+{
+    m_sizeLimit = bytes;
+}
+
+void UdpFileModule::setTimeout(int milliseconds)
+{
+    m_dataTimer.setInterval(milliseconds);
+}
+
+/// A file has tens of thousands of blocks: an event is cheaper than a timer of no time.
+void UdpFileModule::post(void (UdpFileModule::*step)())
+{
+    QMetaObject::invokeMethod(this, step, Qt::QueuedConnection);
+}
+
+void UdpFileModule::end(Error error)
+{
+    m_error = error;
+    m_state = State::CleanUp;
+    post(&UdpFileModule::fsm_CleanUp);
+}
+
+void UdpFileModule::fsm_StartTransfer(const UdpFileRequest &request, bool reportProgress)
+{
+    if (m_state != State::Idle)
+        return;
+    qCInfo(lcUdpFile).noquote() << "fetch" << request.fileName << "from" << request.server.toString();
+    m_total = 0;
+    m_request = request;
+    m_previous = m_current;
+    m_current = {request, 0, {}};
+    m_stragglers = triesLimit - 1;
+    m_file = FirmwareImage::stage();
+    if (!m_file) {
+        end(Error::LocalFile);
+        return;
+    }
+    if (reportProgress)
+        m_progressTimer.start();
+    m_tries = 0;
+    m_error = Error::None;
+    m_state = State::Request;
+    post(&UdpFileModule::fsm_RequestData);
+}
+
+void UdpFileModule::fsm_RequestData()
+{
+    if (m_state != State::Request)
+        return;
+    if (m_tries == triesLimit) {
+        qCWarning(lcUdpFile) << "no answer for the block at" << m_request.position;
+        emit downloadFinished(tr("Download error: File not found"));
+        end(Error::Transfer);
+        return;
+    }
+    int error = 0;
+    // Before the request, which a server in this process may answer at once.
+    m_state = State::WaitForData;
+    ++m_tries;
+    m_dataTimer.start();
+    emit ask_WantUdpFileData(m_request, error);
+    if (error == -1 && m_state == State::WaitForData)
+        end(Error::Transfer);
+}
+
+void UdpFileModule::fsm_DataTimeOut()
+{
+    if (m_state != State::WaitForData)
+        return;
+    m_state = State::Request;
+    post(&UdpFileModule::fsm_RequestData);
+}
+
+bool UdpFileModule::isStraggler(const UdpFileReply &reply)
+{
+    const bool same = reply.position == 0 && reply.total == m_previous.total
+        && m_previous.request.server == m_request.server && m_previous.request.fileName != m_request.fileName
+        && reply.data == m_previous.firstBlock;
+    // Two files may begin alike after all. More late answers than repeated questions there are none.
+    return same && m_stragglers-- > 0;
+}
+
+UdpFileModule::Error UdpFileModule::checkTotal(const UdpFileReply &reply)
+{
+    if (reply.position != 0) {
+        if (reply.total == m_total)
+            return Error::None;
+        qCWarning(lcUdpFile) << "the file's size changes from" << m_total << "to" << reply.total;
+        return Error::Transfer;
+    }
+    m_total = reply.total;
+    m_current.total = reply.total;
+    m_current.firstBlock = reply.data;
+    if (m_sizeLimit > 0 && m_total > m_sizeLimit) {
+        qCWarning(lcUdpFile) << m_total << "bytes are too many";
+        return Error::Transfer;
+    }
+    return FirmwareImage::fits(m_total) ? Error::None : Error::LocalFile;
+}
+
+void UdpFileModule::fsm_SaveData(const UdpFileReply &reply)
+{
+    if (m_state != State::WaitForData || reply.position != m_request.position
+        || !reply.sender.isEqual(m_request.server, QHostAddress::ConvertV4MappedToIPv4) || isStraggler(reply))
+        return;
+    const Error unfit = checkTotal(reply);
+    if (unfit != Error::None) {
+        end(unfit);
+        return;
+    }
+    const qint64 received = qint64(m_request.position) + reply.data.size();
+    if (received > m_total || (reply.data.isEmpty() && received < m_total)) {
+        end(Error::Transfer);
+        return;
+    }
+    if (m_file->write(reply.data) != reply.data.size()) {
+        qCCritical(lcUdpFile).noquote() << "cannot write:" << m_file->errorString();
+        end(Error::LocalFile);
+        return;
+    }
+    m_request.position = static_cast<quint32>(received);
+    m_dataTimer.stop();
+    m_tries = 0;
+    if (m_request.position == m_total) {
+        end(Error::None);
+        return;
+    }
+    m_state = State::Request;
+    post(&UdpFileModule::fsm_RequestData);
+}
+
+void UdpFileModule::fsm_CleanUp()
+{
+    if (m_state != State::CleanUp)
+        return;
+    m_dataTimer.stop();
+    m_progressTimer.stop();
+    m_sizeLimit = 0;
+    if (m_error != Error::None)
+        m_file.reset();
+    emit ready_TransferDone(m_file.release());
+    m_state = State::Idle;
+}
+
+void UdpFileModule::reportProgress()
+{
+    emit ask_DownloadProgress(
+        QStringLiteral("%1 from %2").arg(m_request.fileName, m_request.server.toString()), m_request.position,
+        m_total);
+}
+
+void UdpFileModule::fsm_ReportProgress1()
+{
+    if (m_state == State::Request)
+        reportProgress();
+}
+
+void UdpFileModule::fsm_ReportProgress2()
+{
+    if (m_state == State::WaitForData)
+        reportProgress();
+}

@@ -1,0 +1,421 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "update/urlfilemodule.h"
+
+#include "device/commands.h"
+#include "device/diagnostics.h"
+#include "device/paths.h"
+#include "device/proxyfactory.h"
+#include "update/firmwareimage.h"
+
+#include <QAuthenticator>
+#include <QLoggingCategory>
+#include <QNetworkReply>
+#include <QRegularExpression>
+
+#include <csignal>
+#include <sys/prctl.h>
+
+Q_LOGGING_CATEGORY(lcUrl, "kt.update.url")
+Q_LOGGING_CATEGORY(lcUrlCredentials, "kt.update.url.credentials")
+
+namespace {
+
+const QString notFound()
+{
+    return UrlFileModule::tr("Download error: File not found");
+}
+
+/// Texts about a URL repeat it as it stands.
+QString withoutCredentials(QString text)
+{
+    static const QRegularExpression userInfo(QStringLiteral("//[^/\\s]*@"));
+    return text.replace(userInfo, QStringLiteral("//"));
+}
+
+/// No scheme means FTP. A user's name that was put in front of a path leaves a slash too many.
+QString normalised(const QUrl &url)
+{
+    QString text = url.toString(QUrl::FullyEncoded);
+    if (!text.contains(QLatin1String("://")))
+        text.prepend(QLatin1String("ftp://"));
+    return text.replace(QLatin1String("@/"), QLatin1String("@"));
+}
+
+/// Of what the network layer could open, files of this device and the like are not for a download.
+bool isFetchable(const QUrl &url)
+{
+    static const QStringList schemes{QStringLiteral("ftp"), QStringLiteral("http"), QStringLiteral("https")};
+    return url.isValid() && !url.host().isEmpty() && schemes.contains(url.scheme());
+}
+
+bool isFtp(const QUrl &url)
+{
+    return url.scheme() == QLatin1String("ftp");
+}
+
+} // namespace
+
+void UrlFileModule::Tool::setupChildProcess()
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+UrlFileModule::UrlFileModule(QObject *parent)
+    : QObject(parent)
+{
+    m_abortTimer.setSingleShot(true);
+    m_abortTimer.setInterval(silenceLimitMs);
+    m_toolProgressTimer.setSingleShot(true);
+    m_toolProgressTimer.setInterval(toolStepMs);
+    m_toolWatchdog.setSingleShot(true);
+    connect(&m_progressTimer, &QTimer::timeout, this, &UrlFileModule::fsm_ReportProgress);
+    connect(&m_abortTimer, &QTimer::timeout, this, &UrlFileModule::fsm_abort);
+    connect(&m_toolProgressTimer, &QTimer::timeout, this, &UrlFileModule::setProxyFtpProgress);
+    connect(&m_toolWatchdog, &QTimer::timeout, this, &UrlFileModule::abortFtpProxy);
+}
+
+UrlFileModule::~UrlFileModule()
+{
+    m_tool.disconnect(this);
+    endTool();
+}
+
+UrlFileModule::State UrlFileModule::state() const
+{
+    return m_state;
+}
+
+void UrlFileModule::setSilenceLimit(int milliseconds)
+{
+    m_abortTimer.setInterval(milliseconds);
+}
+
+QString UrlFileModule::shownUrl() const
+{
+    return m_url.toString(QUrl::RemoveUserInfo);
+}
+
+void UrlFileModule::post(void (UrlFileModule::*step)())
+{
+    QTimer::singleShot(0, this, step);
+}
+
+void UrlFileModule::end(Error error)
+{
+    m_error = error;
+    m_state = State::CleanUp;
+    post(&UrlFileModule::fsm_CleanUp);
+}
+
+void UrlFileModule::failTransfer()
+{
+    emit downloadFinished(notFound());
+    end(Error::Transfer);
+}
+
+void UrlFileModule::fsm_StartTransfer(const QUrl &url, bool reportProgress)
+{
+    if (m_state != State::Idle)
+        return;
+    m_error = Error::None;
+    m_attempts = 0;
+    m_received = 0;
+    m_total = 0;
+    m_file = FirmwareImage::stage();
+    if (!m_file) {
+        end(Error::LocalFile);
+        return;
+    }
+    m_url = QUrl(normalised(url));
+    if (!isFetchable(m_url)) {
+        qCCritical(lcUrl, "%s:  invalid URL - %s", Q_FUNC_INFO,
+                   qPrintable(withoutCredentials(normalised(url)).left(1000)));
+        failTransfer();
+        return;
+    }
+    const QNetworkProxy proxy = QNetworkProxy::applicationProxy();
+    if (isFtp(m_url) && !proxy.hostName().isEmpty())
+        startTool(proxy);
+    else
+        startDownload(reportProgress);
+}
+
+void UrlFileModule::startDownload(bool reportProgress)
+{
+    qCInfo(lcUrl).noquote() << "fetch" << shownUrl();
+    m_manager = new QNetworkAccessManager(this);
+    m_manager->setProxyFactory(new ProxyFactory(QNetworkProxy::applicationProxy()));
+    m_abortTimer.start();
+    if (reportProgress)
+        m_progressTimer.start(progressMs);
+    m_state = State::Started;
+    connect(m_manager, &QNetworkAccessManager::authenticationRequired, this,
+            &UrlFileModule::fsm_Authenticate);
+    connect(m_manager, &QNetworkAccessManager::finished, this, &UrlFileModule::fsm_Finished);
+    connect(m_manager, &QNetworkAccessManager::proxyAuthenticationRequired, this,
+            &UrlFileModule::fsm_ProxyAuthenticate);
+
+    // Of HTTP, the network layer would answer the first question for a password by itself.
+    QNetworkRequest request(isFtp(m_url) ? m_url : m_url.adjusted(QUrl::RemoveUserInfo));
+    request.setRawHeader("Accept-Encoding", "identity"); // an image goes to the disk as it comes
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    request.setMaximumRedirectsAllowed(redirectsLimit);
+    m_reply = m_manager->get(request);
+    m_reply->setReadBufferSize(readBufferSize);
+    connect(m_reply, &QNetworkReply::readyRead, this, &UrlFileModule::fsm_SkipAuthentication);
+    connect(m_reply, &QNetworkReply::readyRead, this, &UrlFileModule::fsm_ReadData);
+    connect(m_reply, &QNetworkReply::downloadProgress, this, &UrlFileModule::fsm_DownloadProgress);
+    connect(m_reply, &QNetworkReply::finished, this, &UrlFileModule::fsm_TransferFinished);
+}
+
+void UrlFileModule::fsm_SkipAuthentication()
+{
+    if (m_state != State::Started)
+        return;
+    m_state = State::Receiving;
+    post(&UrlFileModule::fsm_ReadData);
+}
+
+void UrlFileModule::fsm_ReadData()
+{
+    if (m_state != State::Receiving)
+        return;
+    m_abortTimer.start();
+    const Error error = copyToFile();
+    if (error != Error::None)
+        end(error);
+}
+
+UrlFileModule::Error UrlFileModule::copyToFile()
+{
+    const QByteArray bytes = m_reply->readAll();
+    if (m_reply->error() != QNetworkReply::NoError) {
+        qCCritical(lcUrl, "%s: read data [%d] %s", Q_FUNC_INFO, m_reply->error(),
+                   qPrintable(withoutCredentials(m_reply->errorString())));
+        emit downloadFinished(notFound());
+        return Error::Transfer;
+    }
+    if (m_file->write(bytes) == bytes.size())
+        return Error::None;
+    qCCritical(lcUrl, "%s: file error [%d] %s", Q_FUNC_INFO, m_file->error(),
+               qPrintable(m_file->errorString()));
+    return Error::LocalFile;
+}
+
+void UrlFileModule::fsm_DownloadProgress(qint64 received, qint64 total)
+{
+    const bool totalIsNew = total > 0 && total != m_total;
+    m_received = received;
+    m_total = total;
+    if (m_state != State::Started && m_state != State::Receiving)
+        return;
+    if (totalIsNew && !FirmwareImage::fits(total - m_file->size())) {
+        end(Error::LocalFile);
+        return;
+    }
+    fsm_ReportProgress();
+}
+
+void UrlFileModule::fsm_ReportProgress()
+{
+    if (m_state == State::Receiving)
+        emit ask_DownloadProgress(shownUrl(), m_received, m_total);
+}
+
+void UrlFileModule::fsm_Authenticate(QNetworkReply *reply, QAuthenticator *authenticator)
+{
+    if (m_state != State::Started)
+        return;
+    ++m_attempts;
+    // Where a redirection has led to another host the password is not for it.
+    if (m_attempts < attemptsLimit && reply->url().host() == m_url.host()) {
+        // Only what differs from the refused answer is sent as another one.
+        authenticator->setUser(m_url.userName(QUrl::FullyDecoded) + QLatin1Char(' '));
+        authenticator->setUser(m_url.userName(QUrl::FullyDecoded));
+        authenticator->setPassword(m_url.password(QUrl::FullyDecoded));
+        return;
+    }
+    qCCritical(lcUrl, "%s: password [%d] %s", Q_FUNC_INFO, reply->error(),
+               qPrintable(withoutCredentials(reply->errorString())));
+    emit downloadFinished(tr("Download error: Authentication failed"));
+    end(Error::Authentication);
+}
+
+void UrlFileModule::fsm_ProxyAuthenticate(const QNetworkProxy &proxy, QAuthenticator *authenticator)
+{
+    if (m_state != State::Started)
+        return;
+    Diagnostics::print(QStringLiteral("Proxy authenticator"));
+    qCDebug(lcUrlCredentials) << proxy.user() << proxy.password();
+    authenticator->setUser(proxy.user());
+    authenticator->setPassword(proxy.password());
+}
+
+void UrlFileModule::fsm_Finished(QNetworkReply *reply)
+{
+    qCDebug(lcUrl) << withoutCredentials(reply->errorString());
+}
+
+/// What has an end without an error may still be the page that a server sends in a file's place, or cut off.
+bool UrlFileModule::isComplete() const
+{
+    const QVariant status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    const qint64 size = m_file->size();
+    const bool complete
+        = size > 0 && (m_total <= 0 || m_total == size) && (!status.isValid() || status.toInt() == 200);
+    if (!complete)
+        qCCritical(lcUrl) << "not the file: status" << status.toInt() << size << "of" << m_total << "bytes";
+    return complete;
+}
+
+void UrlFileModule::fsm_TransferFinished()
+{
+    if (m_state == State::Started) {
+        // Nothing has come and nothing will: an error, or an empty file.
+        failTransfer();
+        return;
+    }
+    if (m_state != State::Receiving)
+        return;
+    m_abortTimer.stop();
+    m_progressTimer.stop();
+    const Error error = copyToFile();
+    if (error != Error::None)
+        end(error);
+    else if (!isComplete())
+        failTransfer();
+    else if (!FirmwareImage::place(*m_file))
+        end(Error::LocalFile);
+    else {
+        emit downloadFinished(QString());
+        end(Error::None);
+    }
+}
+
+void UrlFileModule::fsm_abort()
+{
+    if (m_state != State::Started && m_state != State::Receiving)
+        return;
+    qCWarning(lcUrl) << "no data for" << m_abortTimer.interval() << "ms";
+    failTransfer();
+}
+
+void UrlFileModule::fsm_CleanUp()
+{
+    if (m_state != State::CleanUp)
+        return;
+    if (m_reply) {
+        m_reply->disconnect(this);
+        m_reply->abort();
+        m_reply->close();
+        m_reply->deleteLater();
+        m_reply = nullptr;
+    }
+    if (m_manager) {
+        m_manager->disconnect(this);
+        m_manager->deleteLater();
+        m_manager = nullptr;
+    }
+    m_file.reset();
+    m_abortTimer.stop();
+    m_progressTimer.stop();
+    m_state = State::Idle;
+    if (m_error == Error::LocalFile)
+        emit ready_TransferDone(nullptr);
+}
+
+void UrlFileModule::startTool(const QNetworkProxy &proxy)
+{
+    m_file.reset();
+    endTool();
+    if (!FirmwareImage::openToTool()) {
+        end(Error::LocalFile);
+        return;
+    }
+    connect(&m_tool, &QProcess::readyReadStandardOutput, this, &UrlFileModule::readUpdate);
+    connect(&m_tool, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            &UrlFileModule::finishedUpdateProcess);
+    connect(
+        &m_tool, &QProcess::errorOccurred, this,
+        [this](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart)
+                finishedUpdateProcess(-1, QProcess::CrashExit);
+        },
+        Qt::QueuedConnection);
+    m_awaitingFirstDots = true;
+    m_toolPercentage = 0;
+    m_toolWatchdog.start(toolStartMs);
+    m_tool.setProcessEnvironment(Commands::environment());
+    m_tool.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_tool.setStandardInputFile(QProcess::nullDevice());
+    m_tool.start(
+        Paths::onDevice(QStringLiteral("/usr/bin/kt-ftp-proxy-update")),
+        {m_url.url(), proxy.hostName(), QString::number(proxy.port()), proxy.user(), proxy.password()},
+        QIODevice::ReadOnly);
+    emit updateProxyFtp();
+    emit ask_DownloadProgress(shownUrl(), 0, 100);
+}
+
+void UrlFileModule::readUpdate()
+{
+    m_toolWatchdog.start(toolSilenceMs);
+    QByteArray output = m_tool.readAllStandardOutput();
+    output.truncate(static_cast<int>(qstrnlen(output.constData(), static_cast<uint>(output.size()))));
+    // Ten dots on one line are ten dots in a row: they hold no line end.
+    if (!m_awaitingFirstDots || !output.contains(".........."))
+        return;
+    m_toolProgressTimer.start();
+    m_awaitingFirstDots = false;
+}
+
+void UrlFileModule::setProxyFtpProgress()
+{
+    m_toolPercentage += 5;
+    emit ask_DownloadProgress(shownUrl(), m_toolPercentage, 100);
+    if (m_toolPercentage <= 99)
+        m_toolProgressTimer.start();
+}
+
+/// Lets go of the tool, which may write until it has ended.
+void UrlFileModule::endTool()
+{
+    m_toolProgressTimer.stop();
+    m_toolWatchdog.stop();
+    if (m_tool.state() == QProcess::NotRunning)
+        return;
+    m_tool.kill();
+    m_tool.waitForFinished();
+    FirmwareImage::closeToTool(false);
+}
+
+void UrlFileModule::abortFtpProxy()
+{
+    qCWarning(lcUrl) << "the tool has fallen silent";
+    m_tool.disconnect(this);
+    m_toolProgressTimer.stop();
+    m_toolWatchdog.stop();
+    m_tool.terminate();
+    // What ignores that does not ignore the rest.
+    if (!m_tool.waitForFinished(500))
+        endTool();
+    else
+        FirmwareImage::closeToTool(false);
+    emit downloadFinished(notFound());
+}
+
+void UrlFileModule::finishedUpdateProcess(int exitCode, QProcess::ExitStatus status)
+{
+    m_toolProgressTimer.stop();
+    m_toolWatchdog.stop();
+    m_tool.disconnect(this);
+    const bool succeeded = exitCode == 0 && status == QProcess::NormalExit;
+    if (!FirmwareImage::closeToTool(succeeded)) {
+        qCWarning(lcUrl) << "the tool has ended with" << exitCode << "and no image";
+        emit downloadFinished(notFound());
+        return;
+    }
+    emit ask_DownloadProgress(shownUrl(), 100, 100);
+    emit downloadFinished(QString());
+}
