@@ -14,6 +14,8 @@ int runCheckWifi(const ToolCall &call);
 int runEnterpriseWifi(const ToolCall &call);
 int runSetHostname(const ToolCall &call);
 int runHostname(const ToolCall &call);
+int runFtpProxyUpdate(const ToolCall &call);
+int runUpdateUi(const ToolCall &call);
 int runLulling(const ToolCall &call);
 int runSudo(const ToolCall &call);
 int runPkill(const ToolCall &call);

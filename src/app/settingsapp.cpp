@@ -27,6 +27,7 @@ namespace {
 
 constexpr int iconSize = 32;
 constexpr int widestDeviceName = 480;
+constexpr int deepestDialog = 4;
 const QPoint powerMenuOffset(-80, 38);
 
 SettingsApp::ClientMode modeOf(const QString &word)
@@ -74,6 +75,7 @@ SettingsApp::SettingsApp(QWidget *parent)
     setUpLauncher();
     setUpSession();
     setUpBroker();
+    setUpUpdate();
     showClientMode(ClientMode::Corvid);
 }
 
@@ -145,6 +147,29 @@ void SettingsApp::setUpBroker()
     connect(m_broker.get(), &BrokerLauncher::failed, this, [this](const QString &message) {
         GeneralDialog::showError(this, tr("Connection Error"), message);
     });
+}
+
+void SettingsApp::setUpUpdate()
+{
+    m_updateLauncher = std::make_unique<UpdateLauncher>(*m_ui->updatePage, m_update);
+    connect(&m_update, &UpdateModule::getServerList, this, [this] {
+        int error = 0;
+        emit refreshServerList(error);
+    });
+    connect(this, &SettingsApp::passServerList, &m_update, &UpdateModule::setServerList);
+    connect(&m_update, &UpdateModule::ask_WantUdpFileData, &m_endpoint,
+            &TerminalServerModule::getUdpFileData);
+    connect(&m_endpoint, &TerminalServerModule::ask_HasUdpFileData, &m_update,
+            &UpdateModule::ask_HasUdpFileData);
+    connect(m_updateLauncher.get(), &UpdateLauncher::postponed, &m_launcher, &SessionLauncher::abandonWalk);
+    connect(m_updateLauncher.get(), &UpdateLauncher::windowRequested, this, [this] {
+        m_pageBeforeUpdate = m_ui->mainStackedWidget->currentIndex();
+        stopAutomatic();
+        closePopups();
+        m_ui->mainStackedWidget->setCurrentIndex(UpdatePage);
+    });
+    connect(m_updateLauncher.get(), &UpdateLauncher::windowDone, this,
+            [this] { m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate); });
 }
 
 void SettingsApp::setConfiguration(JsonModule *configuration)
@@ -247,6 +272,11 @@ UpdateModule &SettingsApp::updateModule()
     return m_update;
 }
 
+UpdateLauncher &SettingsApp::updateLauncher()
+{
+    return *m_updateLauncher;
+}
+
 void SettingsApp::showClientMode(ClientMode mode)
 {
     if (m_modeShown && mode == m_mode)
@@ -317,13 +347,17 @@ void SettingsApp::updateConnectButton()
         qCDebug(lcLauncher).noquote() << "chosen:" << target->name;
 }
 
-/// A session that starts by itself leaves no menu before it and no question unanswered: the answer is no.
+/// A session or an update that starts by itself leaves no menu before it and no question unanswered: the
+/// answer is no.
 void SettingsApp::closePopups()
 {
     if (QWidget *popup = QApplication::activePopupWidget())
         popup->close();
-    if (auto *question = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
-        question->reject();
+    // A dialog may stand before another one.
+    for (int depth = 0; depth < deepestDialog; ++depth) {
+        if (auto *question = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
+            question->reject();
+    }
 }
 
 /// Whoever turns to the settings, and be it to type the password, is not overtaken by a session.
@@ -349,7 +383,8 @@ void SettingsApp::pressEnter()
 
 void SettingsApp::on_connectButton_clicked()
 {
-    if (const auto target = chosenTarget())
+    const auto target = chosenTarget();
+    if (target && m_update.ifUpdateIdle())
         connectTo(*target);
 }
 
@@ -369,6 +404,8 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     activateWindow();
     m_update.setIdleState();
     unsetCursor();
+    if (m_updateLauncher->replayPostponed())
+        return;
     if (m_mode == ClientMode::Solva && m_launcher.clientIsMissing())
         GeneralDialog::showError(this, tr("Connection Error"),
                                  tr("The program that shows the desktop could not be started."));
@@ -394,8 +431,9 @@ void SettingsApp::showConnectionError()
 
 void SettingsApp::on_mainStackedWidget_currentChanged(int index)
 {
-    // On the settings pages Enter belongs to the fields, and the view is left through its own buttons.
-    const bool settings = index == SettingsPage;
+    // On the settings pages Enter belongs to the fields, and the view is left through its own buttons. An
+    // update is not left at all.
+    const bool settings = index == SettingsPage || index == UpdatePage;
     if (settings)
         stopAutomatic();
     for (QShortcut *enter : qAsConst(m_enterShortcuts))
@@ -518,20 +556,25 @@ void SettingsApp::resetDevice()
     runPowerTool("-r");
 }
 
+void SettingsApp::updateFirmware()
+{
+    m_updateLauncher->updateFirmware(root().value(Key::firmware).toObject());
+}
+
 void SettingsApp::on_updateLatest(int *result)
 {
-    *result = 1;
+    m_updateLauncher->on_updateLatest(result);
 }
 
-void SettingsApp::on_updateByURL(const QString &, const QString &, const QString &, const QString &,
-                                 int *result)
+void SettingsApp::on_updateByURL(const QString &url, const QString &password, const QString &user,
+                                 const QString &file, int *result)
 {
-    *result = 1;
+    m_updateLauncher->on_updateByURL(url, password, user, file, result);
 }
 
-void SettingsApp::on_updateByCORVID(const QString &, const QString &, int *result)
+void SettingsApp::on_updateByCORVID(const QString &server, const QString &file, int *result)
 {
-    *result = 1;
+    m_updateLauncher->on_updateByCORVID(server, file, result);
 }
 
 void SettingsApp::on_powerButton_clicked()

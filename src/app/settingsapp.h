@@ -6,6 +6,7 @@
 #include "app/brokerlauncher.h"
 #include "app/connecttarget.h"
 #include "app/sessionlauncher.h"
+#include "app/updatelauncher.h"
 #include "update/terminalservermodule.h"
 #include "update/updatemodule.h"
 
@@ -42,6 +43,7 @@ public:
         LauncherPage = 0,
         SettingsPage = 1,
         AutoConnectPage = 2,
+        UpdatePage = 3,
         DesktopsPage = 4,
         AutoLogonPage = 5,
     };
@@ -64,13 +66,16 @@ public:
     ClientMode clientMode() const;
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
+    UpdateLauncher &updateLauncher();
 
 public slots:
     /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
     void checkResetPossible(int *result) const;
     void resetDevice();
+    /// The update of the firmware settings, as they are stored.
+    void updateFirmware();
     /// The firmware updates that a console or the management server asks for. Each writes 0 when the update
-    /// was started and 1 when it was not.
+    /// was started and 1 when it was not; what is asked for during a session is done after it.
     void on_updateLatest(int *result);
     void on_updateByURL(const QString &url, const QString &password, const QString &user, const QString &file,
                         int *result);
@@ -129,6 +134,7 @@ private:
     void setUpLauncher();
     void setUpSession();
     void setUpBroker();
+    void setUpUpdate();
     void showClientMode(ClientMode mode);
     std::optional<ConnectTarget> chosenTarget() const;
     bool autoConnectEnabled() const;
@@ -147,6 +153,8 @@ private:
     UpdateModule m_update;
     SessionLauncher m_launcher;
     std::unique_ptr<BrokerLauncher> m_broker;
+    std::unique_ptr<UpdateLauncher> m_updateLauncher;
+    int m_pageBeforeUpdate = LauncherPage;
     QMenu m_powerMenu;
     QVector<QShortcut *> m_enterShortcuts;
     JsonModule *m_configuration = nullptr;

@@ -18,7 +18,6 @@
 #include "pages/managementpage.h"
 #include "pages/securitypage.h"
 #include "pages/servergroupspage.h"
-#include "widgets/generaldialog.h"
 
 namespace {
 /// Where the server groups stand in the list; only a Corvid client has them.
@@ -79,10 +78,7 @@ void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connectio
             &ServerGroupsPage::setAutoConnectGroup);
     connect(serverGroups, &ServerGroupsPage::refreshServerList, &m_window, &SettingsApp::refreshServerList);
     connect(&m_window, &SettingsApp::passServerList, serverGroups, &ServerGroupsPage::setServerList);
-    connect(firmware, &FirmwarePage::updateRequested, this, [this] {
-        GeneralDialog::showError(&m_window, tr("Firmware update"),
-                                 tr("The source is saved. Updating is not available in this version."));
-    });
+    connect(firmware, &FirmwarePage::updateRequested, &m_window, &SettingsApp::updateFirmware);
 }
 
 void SettingsPages::addTools()

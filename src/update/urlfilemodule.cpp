@@ -164,6 +164,7 @@ void UrlFileModule::startDownload(bool reportProgress)
     request.setMaximumRedirectsAllowed(redirectsLimit);
     m_reply = m_manager->get(request);
     m_reply->setReadBufferSize(readBufferSize);
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, &UrlFileModule::checkLength);
     connect(m_reply, &QNetworkReply::readyRead, this, &UrlFileModule::fsm_SkipAuthentication);
     connect(m_reply, &QNetworkReply::readyRead, this, &UrlFileModule::fsm_ReadData);
     connect(m_reply, &QNetworkReply::downloadProgress, this, &UrlFileModule::fsm_DownloadProgress);
@@ -206,16 +207,18 @@ UrlFileModule::Error UrlFileModule::copyToFile()
 
 void UrlFileModule::fsm_DownloadProgress(qint64 received, qint64 total)
 {
-    const bool totalIsNew = total > 0 && total != m_total;
     m_received = received;
     m_total = total;
-    if (m_state != State::Started && m_state != State::Receiving)
-        return;
-    if (totalIsNew && !FirmwareImage::fits(total - m_file->size())) {
-        end(Error::LocalFile);
-        return;
-    }
     fsm_ReportProgress();
+}
+
+/// What has no room is refused before it has come.
+void UrlFileModule::checkLength()
+{
+    const qint64 length = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    const bool awaited = m_state == State::Started || m_state == State::Receiving;
+    if (awaited && length > 0 && !FirmwareImage::fits(length - m_file->size()))
+        end(Error::LocalFile);
 }
 
 void UrlFileModule::fsm_ReportProgress()

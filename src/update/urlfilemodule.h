@@ -94,6 +94,7 @@ private:
     void startDownload(bool reportProgress);
     void startTool(const QNetworkProxy &proxy);
     void endTool();
+    void checkLength();
     bool isComplete() const;
     Error copyToFile();
 

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "app/updatepage.h"
+
+#include "ui_updatepage.h"
+
+namespace {
+constexpr int widestText = 560;
+constexpr int longestMessage = 200;
+} // namespace
+
+UpdatePage::UpdatePage(QWidget *parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::UpdatePage>())
+{
+    m_ui->setupUi(this);
+    clear();
+}
+
+UpdatePage::~UpdatePage() = default;
+
+void UpdatePage::clear()
+{
+    showProgress(QString(), -1, -1);
+}
+
+void UpdatePage::showText(const QString &text)
+{
+    m_ui->updateTextLabel->setText(text);
+    m_ui->updateCountdownLabel->clear();
+}
+
+void UpdatePage::showPercentage(int percentage)
+{
+    m_ui->updateProgressBar->setRange(0, 100);
+    m_ui->updateProgressBar->setValue(percentage);
+    m_ui->updatePercentLabel->setText(tr("%1 %").arg(percentage));
+}
+
+void UpdatePage::showProgress(const QString &what, qint64 received, qint64 total)
+{
+    m_ui->updateTextLabel->ensurePolished();
+    const QFontMetrics metrics = m_ui->updateTextLabel->fontMetrics();
+    showText(metrics.elidedText(what, Qt::ElideMiddle, widestText));
+    if (received >= 0 && total > 0) {
+        showPercentage(static_cast<int>(qMin(received, total) * 100 / total));
+        return;
+    }
+    // A bar that moves without an end.
+    m_ui->updateProgressBar->setRange(0, 0);
+    m_ui->updatePercentLabel->clear();
+}
+
+void UpdatePage::showSuccess(const QString &message)
+{
+    showText(message);
+    showPercentage(100);
+}
+
+void UpdatePage::showFailure(const QString &message)
+{
+    showText(message.size() > longestMessage ? message.left(longestMessage) + QChar(0x2026) : message);
+    showPercentage(0);
+}
+
+void UpdatePage::showCountdown(int seconds)
+{
+    m_ui->updateCountdownLabel->setText(tr("Restart in %1 seconds").arg(seconds));
+}
