@@ -3,11 +3,8 @@
 
 #include "command/commands.h"
 #include "command/labcommand.h"
-#include "lab-device/output.h"
+#include "command/servercommand.h"
 #include "lab-peers/brokerserver.h"
-
-#include <QCoreApplication>
-#include <QTimer>
 
 namespace {
 
@@ -32,10 +29,7 @@ void addUser(BrokerServer *broker, const LabCommand &command, const QString &wor
 
 void addOptions(LabCommand *command)
 {
-    command->addOption(QStringLiteral("address"), QStringLiteral("The broker's address."),
-                       QStringLiteral("A"));
-    command->addOption(QStringLiteral("port"), QStringLiteral("Its port, 8443 unless given."),
-                       QStringLiteral("N"));
+    ServerCommand::addOptions(command, BrokerServer::defaultPort);
     command->addOption(
         QStringLiteral("user"),
         QStringLiteral("A user and his desktops; a desktop is NAME or NAME=ADDRESS. Once per user."),
@@ -46,8 +40,6 @@ void addOptions(LabCommand *command)
     command->addOption(QStringLiteral("delay"), QStringLiteral("How long the mode slow waits."),
                        QStringLiteral("MS"));
     command->addOption(QStringLiteral("plain"), QStringLiteral("HTTP in the place of HTTPS."));
-    command->addOption(QStringLiteral("seconds"), QStringLiteral("Ends after N seconds."),
-                       QStringLiteral("N"));
 }
 
 void setUp(BrokerServer *broker, const LabCommand &command)
@@ -72,22 +64,7 @@ int brokerCommand()
                        QStringLiteral("Plays a SOLVA connection broker; prints each request."));
     addOptions(&command);
     command.process(0, 0);
-    const QHostAddress address(command.value(QStringLiteral("address")));
-    if (address.isNull())
-        command.fail(QStringLiteral("--address is needed"));
-    const int port = command.number(QStringLiteral("port"), BrokerServer::defaultPort);
-    if (port > 65535)
-        command.fail(QStringLiteral("there is no port %1").arg(port));
-
     BrokerServer broker;
     setUp(&broker, command);
-    QObject::connect(&broker, &BrokerServer::requestReceived, &broker,
-                     [](const QString &line) { printLine(line); });
-    if (!broker.start(address, static_cast<quint16>(port)))
-        command.fail(broker.fault());
-    if (command.isSet(QStringLiteral("seconds")))
-        QTimer::singleShot(command.number(QStringLiteral("seconds"), 0) * 1000, qApp,
-                           &QCoreApplication::quit);
-    printLine(QStringLiteral("ready"));
-    return QCoreApplication::exec();
+    return ServerCommand::run(&broker, command, BrokerServer::defaultPort);
 }

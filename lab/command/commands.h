@@ -16,3 +16,5 @@ int corvidServerCommand();
 int brokerCommand();
 int qmdServerCommand();
 int qmdQueueCommand();
+int firmwareServerCommand();
+int linkCommand();

@@ -29,6 +29,8 @@ constexpr Command commands[] = {
     {"broker", "play a SOLVA connection broker", brokerCommand},
     {"qmd-server", "play a QMD management server", qmdServerCommand},
     {"qmd-queue", "have that server tell a device something", qmdQueueCommand},
+    {"firmware-server", "play a web server that hands out firmware", firmwareServerCommand},
+    {"link", "play a bad link to a Corvid server: drop, delay, duplicate, reorder", linkCommand},
 };
 
 int help(int status)
@@ -37,7 +39,7 @@ int help(int status)
                       QStringLiteral("The simulated device and the peers of its network.\n")};
     for (const Command &command : commands)
         lines << QStringLiteral("  %1 %2")
-                     .arg(QLatin1String(command.name), -14)
+                     .arg(QLatin1String(command.name), -15)
                      .arg(QLatin1String(command.summary));
     lines << QStringLiteral("\nCalled by the name of a device tool, kt-lab plays that tool (docs/lab.md).");
     status == 0 ? printLine(lines.join(QLatin1Char('\n'))) : printError(lines.join(QLatin1Char('\n')));

@@ -3,33 +3,13 @@
 
 #include "lab-peers/brokerserver.h"
 
-#include <QPointer>
 #include <QTcpSocket>
-#include <QTimer>
 
 #include <algorithm>
 
 namespace {
 
 const QString listTarget = QStringLiteral("/_mpcdesktops?version=v3");
-
-QByteArray reasonPhrase(int status)
-{
-    switch (status) {
-    case 200:
-        return "OK";
-    case 302:
-        return "Found";
-    case 401:
-        return "Unauthorized";
-    case 404:
-        return "Not Found";
-    case 405:
-        return "Method Not Allowed";
-    default:
-        return "Internal Server Error";
-    }
-}
 
 QByteArray line(const BrokerDesktop &desktop)
 {
@@ -38,37 +18,8 @@ QByteArray line(const BrokerDesktop &desktop)
 
 } // namespace
 
-struct BrokerServer::Request
-{
-    QString method;
-    QString target;
-    QByteArray credentials; // "user:password", as the client encoded it
-
-    static Request parse(const QByteArray &head);
-    QString user() const;
-};
-
-BrokerServer::Request BrokerServer::Request::parse(const QByteArray &head)
-{
-    const QList<QByteArray> lines = head.split('\n');
-    const QList<QByteArray> words = lines.constFirst().trimmed().split(' ');
-    Request request{QString::fromLatin1(words.value(0)), QString::fromLatin1(words.value(1)), {}};
-    for (const QByteArray &header : lines) {
-        const QByteArray value = header.mid(header.indexOf(':') + 1).trimmed();
-        if (header.toLower().startsWith("authorization:") && value.toLower().startsWith("basic "))
-            request.credentials = QByteArray::fromBase64(value.mid(6));
-    }
-    return request;
-}
-
-QString BrokerServer::Request::user() const
-{
-    return credentials.isEmpty() ? QStringLiteral("-")
-                                 : QString::fromUtf8(credentials.left(credentials.indexOf(':')));
-}
-
 BrokerServer::BrokerServer(QObject *parent)
-    : TlsServer(parent)
+    : HttpPeer(parent)
 { }
 
 bool BrokerServer::modeOf(const QString &word, Mode *mode)
@@ -97,36 +48,15 @@ void BrokerServer::addUser(const QString &name, const QString &password,
     m_users.append({name, password, desktops});
 }
 
-void BrokerServer::receive(QTcpSocket *socket)
-{
-    const QByteArray seen = socket->peek(longestHead);
-    const int end = seen.indexOf("\r\n\r\n");
-    if (end < 0) {
-        if (seen.size() == longestHead)
-            socket->abort();
-        return;
-    }
-    const Request request = Request::parse(socket->read(end + 4));
-    const QPointer<QTcpSocket> client(socket);
-    const int delay = m_mode == Mode::Slow ? m_delay : 0;
-    QTimer::singleShot(delay, this, [this, client, request] {
-        if (client && client->state() == QAbstractSocket::ConnectedState)
-            answer(client, request);
-    });
-}
-
-void BrokerServer::answer(QTcpSocket *socket, const Request &request)
+int BrokerServer::answer(QTcpSocket *socket, const HttpRequest &request)
 {
     const User *user = userOf(request);
     const int code = status(request, user);
-    const QString entry
-        = QStringLiteral("%1 %2 %3 %4").arg(request.method, request.target, request.user()).arg(code);
-    m_requests.append(entry);
-    emit requestReceived(entry);
     send(socket, code, code == 200 ? list(*user) : QByteArray());
+    return code;
 }
 
-int BrokerServer::status(const Request &request, const User *user) const
+int BrokerServer::status(const HttpRequest &request, const User *user) const
 {
     if (m_mode == Mode::Error)
         return 500;
@@ -140,7 +70,7 @@ int BrokerServer::status(const Request &request, const User *user) const
 }
 
 // What ASCII does not hold, clients encode in either of two ways.
-const BrokerServer::User *BrokerServer::userOf(const Request &request) const
+const BrokerServer::User *BrokerServer::userOf(const HttpRequest &request) const
 {
     const auto known = std::find_if(m_users.begin(), m_users.end(), [&request](const User &user) {
         const QString credentials = user.name + QLatin1Char(':') + user.password;
@@ -166,14 +96,12 @@ QByteArray BrokerServer::list(const User &user) const
 void BrokerServer::send(QTcpSocket *socket, int status, const QByteArray &body) const
 {
     const bool cut = m_mode == Mode::Cut && status == 200;
-    QByteArray head = "HTTP/1.1 " + QByteArray::number(status) + ' ' + reasonPhrase(status) + "\r\n";
+    QByteArray further = "Content-Type: text/plain; charset=utf-8\r\n";
     if (status == 401)
-        head += "WWW-Authenticate: Basic realm=\"SOLVA\"\r\n";
+        further += "WWW-Authenticate: Basic realm=\"SOLVA\"\r\n";
     if (status == 302)
-        head += "Location: " + m_redirect.toEncoded() + "\r\n";
-    head += "Content-Type: text/plain; charset=utf-8\r\nContent-Length: " + QByteArray::number(body.size())
-        + "\r\n\r\n";
-    socket->write(head + (cut ? body.left(body.size() / 2) : body));
+        further += "Location: " + m_redirect.toEncoded() + "\r\n";
+    socket->write(head(status, body.size(), further) + (cut ? body.left(body.size() / 2) : body));
     socket->flush();
     if (cut)
         socket->disconnectFromHost();

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "lab-peers/tlsserver.h"
+#include "lab-peers/httppeer.h"
 
 #include <QUrl>
 #include <QVector>
@@ -19,7 +19,7 @@ struct BrokerDesktop
 // each:
 //
 //     name:NAME|address:ADDRESS|protocol:RDP
-class BrokerServer : public TlsServer
+class BrokerServer : public HttpPeer
 {
     Q_OBJECT
 
@@ -50,14 +50,9 @@ public:
     // Sent to whoever has logged on, in the place of the list.
     void setBody(const QByteArray &body) { m_body = body; }
 
-    // The requests so far, a line each: method, target, user ("-" for none) and the reply's status.
-    QStringList requests() const { return m_requests; }
-
-signals:
-    void requestReceived(const QString &line);
-
 protected:
-    void receive(QTcpSocket *socket) override;
+    int answer(QTcpSocket *socket, const HttpRequest &request) override;
+    int replyDelay() const override { return m_mode == Mode::Slow ? m_delay : 0; }
 
 private:
     struct User
@@ -66,11 +61,9 @@ private:
         QString password;
         QVector<BrokerDesktop> desktops;
     };
-    struct Request;
 
-    void answer(QTcpSocket *socket, const Request &request);
-    int status(const Request &request, const User *user) const;
-    const User *userOf(const Request &request) const;
+    int status(const HttpRequest &request, const User *user) const;
+    const User *userOf(const HttpRequest &request) const;
     QByteArray list(const User &user) const;
     void send(QTcpSocket *socket, int status, const QByteArray &body) const;
 
@@ -79,5 +72,4 @@ private:
     int m_delay = 5000;
     QUrl m_redirect;
     QByteArray m_body;
-    QStringList m_requests;
 };
