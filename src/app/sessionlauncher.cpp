@@ -203,8 +203,18 @@ void SessionLauncher::finish(ConnectionFile::Verdict verdict)
     emit ended(verdict);
 }
 
+void SessionLauncher::abandonWalk()
+{
+    m_group.clear();
+}
+
 void SessionLauncher::tryNextMember()
 {
+    if (m_member >= m_group.size()) {
+        m_running = false;
+        emit ended(ConnectionFile::Verdict::NoError);
+        return;
+    }
     const ServerEntry member = m_group.value(m_member);
     createConnectionFile(member.address, true);
     startConnection(shownName(member));

@@ -48,6 +48,8 @@ public:
 
 public slots:
     void closeConnectionDialog();
+    /// When the client ends the session is over, whatever members a group has left.
+    void abandonWalk();
 
 signals:
     /// A client is about to be started: the window makes way.

@@ -197,6 +197,8 @@ void SettingsApp::loadConfiguration()
     m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
                              rdp.value(Key::allowCustomRdpServers).toBool());
     showDeviceName(root().value(Key::general).toObject().value(Key::deviceName).toString());
+    m_endpoint.enableComunication(
+        root().value(Key::management).toObject().value(Key::consoleManagement).toBool());
     m_audio->setSettings(root().value(Key::audio).toObject());
     updateConnectButton();
 }
@@ -278,6 +280,12 @@ UpdateModule &SettingsApp::updateModule()
 TerminalServerModule &SettingsApp::endpoint()
 {
     return m_endpoint;
+}
+
+void SettingsApp::postponeConfiguration()
+{
+    m_configurationPostponed = true;
+    m_launcher.abandonWalk();
 }
 
 AudioActionController &SettingsApp::audioActions()
@@ -407,6 +415,11 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     activateWindow();
     m_update.setIdleState();
     unsetCursor();
+    if (m_configurationPostponed) {
+        m_configurationPostponed = false;
+        emit handlePostponeConfiguration();
+        return;
+    }
     if (m_mode == ClientMode::Solva && m_launcher.clientIsMissing())
         GeneralDialog::showError(this, tr("Connection Error"),
                                  tr("The program that shows the desktop could not be started."));

@@ -67,6 +67,9 @@ public:
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
     TerminalServerModule &endpoint();
+    /// A document has been merged during a session: when the client ends, that session is over and the rest
+    /// of the document is applied.
+    void postponeConfiguration();
     AudioActionController &audioActions();
     /// Made when it is first asked for: the first paint does not wait for the TLS library.
     DeviceAgent &deviceAgent();
@@ -111,11 +114,12 @@ signals:
     void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
     /// A discovery is asked for; `error` becomes 1 when it could not be started everywhere.
     void refreshServerList(int &error);
-    /// A document from afar is to be merged into the held one. `result` becomes 1 when it is refused; a value
-    /// other than 0 at the start refuses it unseen.
+    /// A document from afar is to be merged into the held one. `result` becomes 1 when it is refused, else 0.
     void mergeRemoteConfig(const QJsonObject &remote, int *result);
     /// What a merged document left to be done is to be done now.
     void applyConfig();
+    /// What was merged during the session that has ended is to be applied.
+    void handlePostponeConfiguration();
     /// The user wants to see the settings.
     void settingsRequested();
     /// The servers that a discovery has found.
@@ -162,5 +166,6 @@ private:
     ClientMode m_mode = ClientMode::Corvid;
     bool m_modeShown = false;
     bool m_autoConnect = false;
+    bool m_configurationPostponed = false;
     ConnectTarget m_autoConnectTarget;
 };

@@ -54,11 +54,13 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     , m_window(window)
     , m_configuration(QStringLiteral("config.json"), true)
     , m_networkStatus(m_network, m_configuration)
+    , m_remote(*window, m_configuration, m_resolutions, m_network)
     , m_agentFeed(*window, m_configuration)
 {
     connectWindow();
     connectNetworkStatus();
     connectAudio();
+    connectRemote();
     loadConfiguration();
     m_networkStatus.initNetworkStatus();
     m_networkStatus.checkPluggedEthernet();
@@ -80,6 +82,43 @@ NetworkStatus &SettingsController::networkStatus()
 ResolutionContainer &SettingsController::resolutions()
 {
     return m_resolutions;
+}
+
+RemoteConfiguration &SettingsController::remoteConfiguration()
+{
+    return m_remote;
+}
+
+void SettingsController::mergeRemoteConfig(const QJsonObject &remote, int *result)
+{
+    m_remote.mergeRemoteConfig(remote, result);
+}
+
+void SettingsController::applyRemoteConfig()
+{
+    m_remote.applyRemoteConfig();
+}
+
+void SettingsController::handlePostponeConfiguration()
+{
+    m_remote.handlePostponeConfiguration();
+}
+
+/// The pages are filled anew whenever the settings are shown; until then it is enough that nothing counts as
+/// edited.
+void SettingsController::prepareGUI()
+{
+    if (m_pages) {
+        m_pages->discard();
+        m_pages->view().setApplyEnabled(false);
+    }
+    m_window->loadConfiguration();
+    m_window->showClientMode(m_configuration.getDocument()
+                                 .object()
+                                 .value(Key::general)
+                                 .toObject()
+                                 .value(Key::clientMode)
+                                 .toString());
 }
 
 void SettingsController::connectWindow()
@@ -105,6 +144,16 @@ void SettingsController::connectNetworkStatus()
     connect(&m_networkStatus, &NetworkStatus::busy, m_window, &SettingsApp::setBusy);
     connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
             &SettingsApp::refreshServerGroups);
+}
+
+void SettingsController::connectRemote()
+{
+    connect(m_window, &SettingsApp::mergeRemoteConfig, this, &SettingsController::mergeRemoteConfig);
+    connect(m_window, &SettingsApp::applyConfig, this, &SettingsController::applyRemoteConfig);
+    connect(m_window, &SettingsApp::handlePostponeConfiguration, this,
+            &SettingsController::handlePostponeConfiguration);
+    connect(&m_remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
+    connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
 }
 
 void SettingsController::connectAudio()

@@ -5,6 +5,7 @@
 
 #include "app/agentfeed.h"
 #include "app/networkstatus.h"
+#include "app/remoteconfiguration.h"
 #include "config/jsonmodule.h"
 #include "device/audiocontroller.h"
 #include "device/networkcontroller.h"
@@ -33,6 +34,7 @@ public:
     JsonModule &configuration();
     NetworkStatus &networkStatus();
     ResolutionContainer &resolutions();
+    RemoteConfiguration &remoteConfiguration();
 
     /// The default "network settings" for what is connected now.
     QJsonObject generateDefaultNetwork();
@@ -63,6 +65,10 @@ public slots:
     void fillProxyParameters(QJsonObject &proxy);
     /// The stored second display: `atLeft` and `bottomAligned` are 1 where its position says so, else 0.
     void fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned);
+    /// Documents from afar, see `RemoteConfiguration`.
+    void mergeRemoteConfig(const QJsonObject &remote, int *result);
+    void applyRemoteConfig();
+    void handlePostponeConfiguration();
     /// Sets a resolution at once, without a question.
     void testResolutionFromConsole(const QString &size);
     /// Stores which device the sessions use and which one the user has chosen, and tells a running session.
@@ -83,6 +89,8 @@ private:
     void connectWindow();
     void connectNetworkStatus();
     void connectAudio();
+    void connectRemote();
+    void prepareGUI();
     void storeAudio(AudioDirection direction, const AudioChoice &device, const AudioChoice &checked);
     SettingsPages &settingsPages();
     void readAgain();
@@ -96,6 +104,7 @@ private:
     NetworkStatus m_networkStatus;
     ResolutionContainer m_resolutions;
     AudioController m_audio;
+    RemoteConfiguration m_remote;
     AgentFeed m_agentFeed;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };
