@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int limitMs = 120000;
+constexpr int limitMs = 600000;
 
 qint64 monotonicClock()
 {

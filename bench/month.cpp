@@ -105,11 +105,11 @@ struct Month
         for (int i = 0; i < times; ++i) {
             agent.heartbeat();
             processUntil([this] { return !agent.isBusy(); }, limitMs);
+            // A running event loop does this by itself.
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             if (i % 100 == 0)
                 mostSockets = qMax(mostSockets, openSockets());
         }
-        // What is deleted later is deleted now.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
     void print(const QByteArray &when) const
