@@ -129,6 +129,24 @@ Rows phaseRows(const Measurement &launcher)
     };
 }
 
+QString whole(const Measurement &month, const char *figure)
+{
+    return QString::number(qRound(month.median(figure)));
+}
+
+Rows monthRows(const Measurement &month)
+{
+    const QString beats = QStringLiteral("%1 heartbeats, %2 of them answered")
+                              .arg(whole(month, "month-beats"), whole(month, "month-answered"));
+    return {
+        {beats, QStringLiteral("After two days"), QStringLiteral("After the month")},
+        {QStringLiteral("resident, MB"), cell(month, "days-rss"), cell(month, "month-rss")},
+        {QStringLiteral("- the most so far, MB"), cell(month, "days-peak"), cell(month, "month-peak")},
+        {QStringLiteral("open sockets"), whole(month, "days-sockets"), whole(month, "month-sockets")},
+        {QStringLiteral("- the most at any time"), {}, whole(month, "month-most-sockets")},
+    };
+}
+
 } // namespace
 
 void Table::printRows(const Rows &rows)
@@ -161,4 +179,5 @@ void Table::print(const Readings &all)
             QStringLiteral("Launcher"), QStringLiteral("Limit"), QStringLiteral("Reached")}};
     printRows(heading + startRows(all) + memoryRows(all) + listRows(all.servers));
     printRows(phaseRows(all.launcher));
+    printRows(monthRows(all.month));
 }

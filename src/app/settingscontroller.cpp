@@ -55,8 +55,8 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     , m_window(window)
     , m_configuration(QStringLiteral("config.json"), true)
     , m_networkStatus(m_network, m_configuration)
-    , m_agentFeed(*window, m_configuration)
     , m_remote(*window, m_configuration, m_resolutions, m_network)
+    , m_agentFeed(*window, m_configuration)
 {
     connectWindow();
     connectNetworkStatus();
@@ -155,6 +155,7 @@ void SettingsController::connectRemote()
     connect(m_window, &SettingsApp::handlePostponeConfiguration, this,
             &SettingsController::handlePostponeConfiguration);
     connect(&m_remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
+    connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
 }
 
 void SettingsController::connectAudio()

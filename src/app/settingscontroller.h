@@ -106,7 +106,7 @@ private:
     NetworkStatus m_networkStatus;
     ResolutionContainer m_resolutions;
     AudioController m_audio;
-    AgentFeed m_agentFeed;
     RemoteConfiguration m_remote;
+    AgentFeed m_agentFeed;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };

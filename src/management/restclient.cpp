@@ -103,7 +103,10 @@ QNetworkReply *RestClient::send(const QUrl &url, Send request)
             reply->abort();
         },
         Qt::QueuedConnection);
-    QTimer::singleShot(replyTimeMs, reply, &QNetworkReply::abort);
+    auto *limit = new QTimer(reply);
+    limit->setSingleShot(true);
+    connect(limit, &QTimer::timeout, reply, &QNetworkReply::abort);
+    limit->start(replyTimeMs);
     return reply;
 }
 
