@@ -66,6 +66,7 @@ void WifiChooser::list(const QList<WifiItem> &items, int current)
     for (const WifiItem &item : items)
         rows += new WifiItem(item);
     m_listing = true;
+    m_rowBefore = -1;
     m_model->remAllItems();
     m_model->appendChildren(rows);
     m_ui->wifiComboBox->setCurrentIndex(current);
@@ -125,11 +126,12 @@ void WifiChooser::hiddenSsidChanged(const QString &name)
     m_listing = true;
     if (item && item->hidden && name.isEmpty()) {
         m_model->removeByIndex(row);
-        m_ui->wifiComboBox->setCurrentIndex(-1);
+        m_ui->wifiComboBox->setCurrentIndex(m_rowBefore < row ? m_rowBefore : -1);
     } else if (item && item->hidden) {
         item->setEssid(name);
         emit m_model->dataChanged(m_model->index(row, 0), m_model->index(row, 0));
     } else {
+        m_rowBefore = row;
         auto *fresh = new WifiItem(name);
         fresh->hidden = true;
         WifiSettings::complete(*fresh);

@@ -58,4 +58,5 @@ private:
     CertificateStore &m_certificates;
     ItemModel *m_model;
     bool m_listing = false;
+    int m_rowBefore = -1; ///< what was chosen before the name of a hidden network was typed
 };

@@ -324,6 +324,7 @@ void NetworkPageTest::keepsWhatIsConfiguredThroughAScan()
     QCOMPARE(networks()->currentText(), "Cellar");
     edit({"hiddenSsidLineEdit="});
     QCOMPARE(networks()->count(), 2);
+    QCOMPARE(networks()->currentText(), "Ward 3");
 }
 
 void NetworkPageTest::survivesOddScans()
