@@ -16,12 +16,15 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <unistd.h>
+
 namespace {
 
 constexpr int startLimitMs = 30000;
 constexpr int rounds = 2000;
 constexpr int slowRounds = 100; ///< of what waits for the disk or for tools
 constexpr int atOnce = 16;
+constexpr int userTimeField = 11; ///< in /proc/PID/stat, from behind the name; the system's follows
 constexpr double aimPerSecond = 5000;
 constexpr double noGrowthMb = 1;
 
@@ -59,6 +62,19 @@ public:
                 sum += words.at(words.size() - 2).toDouble();
         }
         return sum;
+    }
+
+    /// Since its start.
+    double processorMs() const
+    {
+        QFile file(QStringLiteral("/proc/%1/stat").arg(m_process.processId()));
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("the launcher is gone");
+        const QByteArray stat = file.readAll();
+        const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+        const double ticks
+            = fields.value(userTimeField).toDouble() + fields.value(userTimeField + 1).toDouble();
+        return 1000 * ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
     }
 
     double residentMb() const
@@ -111,7 +127,9 @@ Table::Rows measure(Launcher &launcher, ConsoleLoad &load)
     using namespace ConsoleFormat;
     const QByteArray getJson = request(Command::GetJson);
     const Latencies reading = load.askInTurn([&](int) { return getJson; }, rounds);
+    const double before = launcher.processorMs();
     const double readingRate = load.askAtOnce(getJson, 10 * rounds, atOnce);
+    const double processor = (launcher.processorMs() - before) / (10 * rounds);
     const Latencies merging = load.askInTurn([](int i) { return mergeRequest(5 + i % 2); }, slowRounds);
     launcher.takeToolMs();
     const Latencies asking = load.askInTurn([](int) { return request(Command::DeviceInfo); }, slowRounds);
@@ -122,6 +140,7 @@ Table::Rows measure(Launcher &launcher, ConsoleLoad &load)
             row(QStringLiteral("GET JSON"), reading, readingRate,
                 QStringLiteral("%1 a second: %2")
                     .arg(number(aimPerSecond), verdict(readingRate >= aimPerSecond))),
+            {QStringLiteral("- of it processor time, mean"), number(processor)},
             row(QStringLiteral("SET JSON PARTIAL"), merging, 0),
             row(QStringLiteral("GET INFO"), asking, 0),
             {QStringLiteral("- of it waiting for tools, mean"), number(tools),

@@ -22,6 +22,7 @@ constexpr int answerLimitMs = 30000;
 constexpr int retryMs = 100;
 constexpr int unansweredInARow = 32; ///< fewer than fit into the device's receive buffer
 constexpr int refusedEvery = 64;     ///< datagrams
+constexpr int mergedEvery = 1024;
 
 /// What strangers send: unknown commands, server lists, blocks of a transfer that nobody asked for, noise.
 QByteArray stray(int number)
@@ -37,6 +38,15 @@ QByteArray stray(int number)
     default:
         return bytes.replace(16, 2, QByteArray("\0\0", 2));
     }
+}
+
+/// A document that merges nothing, of the kind that the parser would not free.
+QByteArray worstMerge()
+{
+    QByteArray json = "{\"a\":{}";
+    while (json.size() < ConsoleFormat::longestJson - 20)
+        json += ",\"a\":{\"b\":\"c\"}";
+    return ConsoleFormat::setJsonRequest(json + '}').value();
 }
 
 } // namespace
@@ -134,13 +144,14 @@ void ConsoleLoad::pour(int datagrams) const
 {
     const QByteArray document = ConsoleFormat::request(ConsoleFormat::Command::GetJson);
     const QByteArray other = ConsoleFormat::request(ConsoleFormat::Command::GetJson, 0x0121);
+    const QByteArray merge = worstMerge();
     for (int sent = 0; sent < datagrams; ++sent) {
         if (sent % unansweredInARow != 0) {
             send(stray(sent));
             continue;
         }
         // Its answer tells that all before it have been taken.
-        send(sent % refusedEvery == 0 ? other : document);
+        send(sent % mergedEvery == 0 ? merge : sent % refusedEvery == 0 ? other : document);
         if (!receive(answerLimitMs))
             qFatal("no answer");
     }

@@ -3,6 +3,7 @@
 
 #include "update/terminalservermodule.h"
 
+#include "config/jsontext.h"
 #include "device/diagnostics.h"
 #include "management/jsonstatus.h"
 #include "update/consoleformat.h"
@@ -19,17 +20,6 @@ Q_LOGGING_CATEGORY(lcEndpoint, "kt.update.endpoint")
 namespace {
 
 const QString serverPrefix = QStringLiteral("CORVID://");
-
-/// A console's text is UTF-8, as the document it was read from; some write it in Latin-1. What is no document
-/// is an empty one.
-QJsonObject parsed(const QByteArray &text)
-{
-    QJsonParseError error;
-    QJsonDocument document = QJsonDocument::fromJson(text, &error);
-    if (error.error == QJsonParseError::IllegalUTF8String)
-        document = QJsonDocument::fromJson(QString::fromLatin1(text).toUtf8());
-    return document.object();
-}
 
 } // namespace
 
@@ -165,7 +155,7 @@ void TerminalServerModule::setJSONPartialConfiguration(const QByteArray &request
     Diagnostics::print(QStringLiteral("SET JSON PARTIAL"));
     int result = 0;
     emit check_resetPossible(&result);
-    emit saveConfiguration(parsed(ConsoleFormat::decodeJsonText(request)), &result);
+    emit saveConfiguration(JsonText::parsed(ConsoleFormat::decodeJsonText(request)), &result);
     reply(ConsoleFormat::mergeReply(request, static_cast<quint32>(result)), Q_FUNC_INFO);
     if (result == 0)
         emit applyConfig();

@@ -23,7 +23,6 @@ private slots:
     void tellsTheStartingValues();
     void choosesTheInterface_data();
     void choosesTheInterface();
-    void tellsOfASession_data();
     void tellsOfASession();
 
 private:
@@ -85,8 +84,6 @@ void JSONStatusTest::choosesTheInterface_data()
     QTest::newRow("both") << QByteArray("10.77.0.10") << QByteArray("10.77.1.10") << eth;
     QTest::newRow("wireless") << QByteArray() << QByteArray("10.77.1.10")
                               << QStringLiteral("wlan0 10.77.1.10 255.255.0.0 static");
-    QTest::newRow("none") << QByteArray() << QByteArray()
-                          << QStringLiteral("eth0 0.0.0.0 255.255.255.0 dhcp");
 }
 
 void JSONStatusTest::choosesTheInterface()
@@ -104,24 +101,16 @@ void JSONStatusTest::choosesTheInterface()
     QTEST(told.join(QLatin1Char(' ')), "shown");
 }
 
-void JSONStatusTest::tellsOfASession_data()
-{
-    QTest::addColumn<QByteArray>("description");
-    QTest::addColumn<QJsonArray>("servers");
-    QTest::newRow("running") << QByteArray(R"({"zClient": {"server": {"address": "10.77.0.21"}}})")
-                             << QJsonArray({QStringLiteral("10.77.0.21")});
-    QTest::newRow("unreadable") << QByteArray("{\"zClient\": ") << QJsonArray();
-    QTest::newRow("other types") << QByteArray(R"({"zClient": {"server": [1]}})") << QJsonArray();
-}
-
 void JSONStatusTest::tellsOfASession()
 {
-    QFETCH(const QByteArray, description);
-    QFETCH(const QJsonArray, servers);
-    m_device->write(QStringLiteral("/tmp/connect.json"), description);
-    const QJsonObject connection = part("connection info");
-    QCOMPARE(connection.value(QStringLiteral("status")).toString(), QStringLiteral("connected"));
-    QCOMPARE(connection.value(QStringLiteral("Corvid Servers")).toArray(), servers);
+    const QString path = QStringLiteral("/tmp/connect.json");
+    m_device->write(path, R"({"zClient": {"server": {"address": "10.77.0.21"}}})");
+    QJsonObject session{{QStringLiteral("status"), QStringLiteral("connected")},
+                        {QStringLiteral("Corvid Servers"), QJsonArray({QStringLiteral("10.77.0.21")})}};
+    QCOMPARE(part("connection info"), session);
+    m_device->write(path, R"({"zClient": {"server": [1)");
+    session.insert(QStringLiteral("Corvid Servers"), QJsonArray());
+    QCOMPARE(part("connection info"), session);
 }
 
 QTEST_GUILESS_MAIN(JSONStatusTest)

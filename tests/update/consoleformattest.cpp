@@ -39,7 +39,6 @@ private slots:
     void writesWhatIsAgreed_data();
     void writesWhatIsAgreed();
     void readsWhatItWrites();
-    void readsWhatIsCut();
     void refusesWhatDoesNotFit();
     void passesOverOtherAnswers();
 };
@@ -73,9 +72,6 @@ void ConsoleFormatTest::writesWhatIsAgreed_data()
     action.replace(20, 4, QByteArray(4, '\0'));
     action.replace(32, 8, QByteArray::fromHex("01000000eeee0000"));
     QTest::newRow("action") << actionReply(asked, 1) << action;
-    QTest::newRow("short action")
-        << actionReply(request(Command::Reset), 0)
-        << bytes(504, {{0, "3333333333333333"}, {8, "05002001"}, {12, "000055aa05002001"}, {36, "20010000"}});
     QByteArray merge = asked.left(40);
     merge.replace(8, 4, QByteArray(4, '\0')).replace(32, 4, QByteArray::fromHex("02010000"));
     QTest::newRow("merge") << mergeReply(asked, 258) << merge;
@@ -110,19 +106,6 @@ void ConsoleFormatTest::readsWhatItWrites()
     const auto refusal = decodeDocumentReply(documentRefusal(get, "{}"));
     QVERIFY(refusal && refusal->result == 1 && refusal->text.isEmpty());
     QVERIFY(decodeMergeReply(mergeReply(request(Command::SetJsonPartial), 3)) == 3u);
-}
-
-void ConsoleFormatTest::readsWhatIsCut()
-{
-    const QByteArray update = *updateRequest(source);
-    for (int size = 0; size < update.size(); ++size) {
-        const QByteArray cut = update.left(size);
-        QCOMPARE(decodeRequest(cut).command, quint16(size < 18 ? 0 : 8));
-        QCOMPARE(decodeRequest(cut).version, quint16(size < 20 ? 0 : documentVersion));
-        QVERIFY(source.url.startsWith(decodeUpdateSource(cut).url));
-        QCOMPARE(decodeJsonText(cut).size() > 0, size > 40 && update.at(40) != '\0');
-        QCOMPARE(actionReply(cut, 0).size(), 504);
-    }
 }
 
 void ConsoleFormatTest::refusesWhatDoesNotFit()
