@@ -151,6 +151,9 @@ void UpdateTest::holdsSessionsBack()
     launcher.window->updateLauncher().countdown().setTick(100);
     QCOMPARE(launcher.updateFrom(nowhere), 0);
     QVERIFY(!countdown.isRunning());
+    launcher.window->showSettings();
+    QCOMPARE(launcher.page(), int(SettingsApp::UpdatePage));
+    launcher.window->openLauncher(QStringLiteral("corvid"));
     launcher.window->on_connectButton_clicked();
     QVERIFY(!launcher.window->sessionLauncher().isRunning());
     QTRY_COMPARE(launcher.page(), int(SettingsApp::AutoConnectPage));
