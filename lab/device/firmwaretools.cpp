@@ -68,7 +68,7 @@ int runFtpProxyUpdate(const ToolCall &call)
     return end.constFirst() == QLatin1String("fail") ? 1 : 0;
 }
 
-// update-ui: notes what it would install.
+// update-ui: notes what it would install, and restarts the device.
 int runUpdateUi(const ToolCall &call)
 {
     QFile file(imagePath(call.root));
@@ -79,5 +79,6 @@ int runUpdateUi(const ToolCall &call)
     }
     const QString note
         = QStringLiteral("%1 %2").arg(file.size()).arg(QString::fromLatin1(hash.result().toHex()));
-    return call.root.setState(QStringLiteral("installed-image"), note) ? 0 : 1;
+    const bool noted = call.root.setState(QStringLiteral("installed-image"), note);
+    return noted && call.root.setState(QStringLiteral("power"), QStringLiteral("restarted")) ? 0 : 1;
 }

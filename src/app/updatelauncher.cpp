@@ -79,7 +79,7 @@ void UpdateLauncher::on_updateLatest(int *result)
     answer(result, starts);
     if (!starts)
         return;
-    openUpdateWindow();
+    openUpdateWindow(tr("Searching for Corvid servers..."));
     m_update.setMethod(UpdateMethod::Latest);
     m_update.setCurrentVersion(Identity::firmware().version);
     m_update.startUpdate();
@@ -103,7 +103,7 @@ void UpdateLauncher::on_updateByURL(const QString &url, const QString &password,
     answer(result, starts);
     if (!starts)
         return;
-    openUpdateWindow();
+    openUpdateWindow(tr("Connecting..."));
     m_update.setMethod(UpdateMethod::Url);
     m_update.setURL(address(url + file, user, password));
     m_update.startUpdate();
@@ -115,7 +115,7 @@ void UpdateLauncher::on_updateByCORVID(const QString &server, const QString &fil
     answer(result, starts);
     if (!starts)
         return;
-    openUpdateWindow();
+    openUpdateWindow(tr("Searching for Corvid servers..."));
     m_update.setMethod(UpdateMethod::CorvidServer);
     m_update.setCorvidServerUpdate(server, file);
     m_update.startUpdate();
@@ -136,9 +136,9 @@ void UpdateLauncher::updateFirmware(const QJsonObject &settings)
         on_updateLatest(nullptr);
 }
 
-void UpdateLauncher::openUpdateWindow()
+void UpdateLauncher::openUpdateWindow(const QString &text)
 {
-    m_page.clear();
+    m_page.showProgress(text, -1, -1);
     emit windowRequested();
 }
 

@@ -60,7 +60,7 @@ signals:
 private:
     /// Whether an update may start now; `again` is kept for the session's end when that is what it waits for.
     bool mayStart(const std::function<void()> &again);
-    void openUpdateWindow();
+    void openUpdateWindow(const QString &text);
     void runInstaller();
     void leave();
 

@@ -15,15 +15,10 @@ UpdatePage::UpdatePage(QWidget *parent)
     , m_ui(std::make_unique<Ui::UpdatePage>())
 {
     m_ui->setupUi(this);
-    clear();
+    showProgress(QString(), -1, -1);
 }
 
 UpdatePage::~UpdatePage() = default;
-
-void UpdatePage::clear()
-{
-    showProgress(QString(), -1, -1);
-}
 
 void UpdatePage::showText(const QString &text)
 {

@@ -20,8 +20,6 @@ public:
     explicit UpdatePage(QWidget *parent = nullptr);
     ~UpdatePage() override;
 
-    /// As before the first news of an update.
-    void clear();
     /// -1 of -1 when nothing is known yet.
     void showProgress(const QString &what, qint64 received, qint64 total);
     void showSuccess(const QString &message);

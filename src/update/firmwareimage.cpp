@@ -43,7 +43,7 @@ std::unique_ptr<QTemporaryFile> stage()
 {
     QDir().mkpath(Paths::updates());
     auto file = std::make_unique<QTemporaryFile>(Paths::firmwareImage() + QLatin1String(".XXXXXX"));
-    if (static_cast<QFile &>(*file).open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+    if (file->open())
         return file;
     qCCritical(lcImage).noquote() << "cannot write in" << Paths::updates() << ':' << file->errorString();
     return nullptr;

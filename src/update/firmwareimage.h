@@ -11,8 +11,8 @@
 /// takes its name when it is complete and on the disk.
 namespace FirmwareImage {
 
-/// A new, empty file on the disk of the image, open for reading and writing without a buffer of its own, so
-/// that a full disk is told by the very write. Nothing when it cannot be made. It goes with its object.
+/// A new, empty file on the disk of the image, open for reading and writing. Nothing when it cannot be made.
+/// It goes with its object.
 std::unique_ptr<QTemporaryFile> stage();
 
 /// Whether so many bytes more have room. An image of an earlier update makes way for them.

@@ -12,6 +12,9 @@ Q_LOGGING_CATEGORY(lcUdpFile, "kt.update.udpfile")
 UdpFileModule::UdpFileModule(QObject *parent)
     : QObject(parent)
 {
+    m_stepTimer.setSingleShot(true);
+    m_stepTimer.setInterval(0);
+    connect(&m_stepTimer, &QTimer::timeout, this, [this] { (this->*m_step)(); });
     m_dataTimer.setSingleShot(true);
     m_dataTimer.setInterval(dataTimeoutMs);
     m_progressTimer.setInterval(progressMs);
@@ -37,10 +40,10 @@ void UdpFileModule::setTimeout(int milliseconds)
     m_dataTimer.setInterval(milliseconds);
 }
 
-/// A file has tens of thousands of blocks: an event is cheaper than a timer of no time.
 void UdpFileModule::post(void (UdpFileModule::*step)())
 {
-    QMetaObject::invokeMethod(this, step, Qt::QueuedConnection);
+    m_step = step;
+    m_stepTimer.start();
 }
 
 void UdpFileModule::end(Error error)
@@ -143,7 +146,8 @@ void UdpFileModule::fsm_SaveData(const UdpFileReply &reply)
         end(Error::Transfer);
         return;
     }
-    if (m_file->write(reply.data) != reply.data.size()) {
+    const bool last = received == m_total;
+    if (m_file->write(reply.data) != reply.data.size() || (last && !m_file->flush())) {
         qCCritical(lcUdpFile).noquote() << "cannot write:" << m_file->errorString();
         end(Error::LocalFile);
         return;
@@ -151,7 +155,7 @@ void UdpFileModule::fsm_SaveData(const UdpFileReply &reply)
     m_request.position = static_cast<quint32>(received);
     m_dataTimer.stop();
     m_tries = 0;
-    if (m_request.position == m_total) {
+    if (last) {
         end(Error::None);
         return;
     }

@@ -71,6 +71,9 @@ private:
     UdpFileRequest m_request; ///< its position is the number of bytes received
     std::unique_ptr<QTemporaryFile> m_file;
     quint32 m_total = 0;
+    /// Of no time, and kept: a file has tens of thousands of blocks, and a posted event costs more.
+    QTimer m_stepTimer;
+    void (UdpFileModule::*m_step)() = nullptr;
     QTimer m_dataTimer;
     QTimer m_progressTimer;
     int m_tries = 0;

@@ -198,7 +198,7 @@ UrlFileModule::Error UrlFileModule::copyToFile()
         emit downloadFinished(notFound());
         return Error::Transfer;
     }
-    if (m_file->write(bytes) == bytes.size())
+    if (m_file->write(bytes) == bytes.size() && m_file->flush())
         return Error::None;
     qCCritical(lcUrl, "%s: file error [%d] %s", Q_FUNC_INFO, m_file->error(),
                qPrintable(m_file->errorString()));
