@@ -10,7 +10,7 @@ JOBS ?= $(shell nproc)
 help:
 	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
 	@echo "make check   build and run every test, plainly and with the sanitizers"
-	@echo "make bench   measure start-up, memory and long lists"
+	@echo "make bench   measure start-up, memory, long lists, consoles, the agent and firmware transfers"
 	@echo "make fuzz    fuzz every decoder of what arrives, FUZZ_SECONDS (60) each"
 	@echo "make build   build the release binaries in build/release/bin"
 	@echo "make format  bring all sources into the house's format"
@@ -32,6 +32,7 @@ check: release sanitize
 	ctest --preset sanitize --parallel $(JOBS)
 
 bench: release
+	scripts/install-packages --bench
 	bench/run build/release/bin
 
 fuzz:

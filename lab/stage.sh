@@ -96,3 +96,13 @@ session_ended() {
 }
 
 click() { xdotool mousemove "$1" "$2" click 1; }
+
+# Opens the settings at their firmware page, whichever place it has in the list, and presses its button.
+press_update() {
+    click 936 32
+    sleep 0.5
+    click 100 90
+    xdotool type firm
+    sleep 0.5
+    click 557 630
+}
