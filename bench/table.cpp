@@ -14,7 +14,7 @@ constexpr double timeFactor = 2;
 constexpr double memoryFactor = 1.3;
 constexpr double listLimitMs = 50;
 
-using Rows = QList<QStringList>;
+using Table::Rows;
 
 QString rounded(double value)
 {
@@ -35,29 +35,6 @@ QString cell(const Measurement &measurement, const char *name)
 QStringList verdict(double value, double limit)
 {
     return {rounded(limit), value <= limit ? QStringLiteral("yes") : QStringLiteral("**no**")};
-}
-
-void printRows(const Rows &rows)
-{
-    QVector<int> widths(rows.first().size());
-    for (const QStringList &row : rows) {
-        for (int column = 0; column < row.size(); ++column)
-            widths[column] = qMax(widths.at(column), row.at(column).size());
-    }
-    QTextStream out(stdout);
-    for (int number = 0; number < rows.size(); ++number) {
-        out << '|';
-        for (int column = 0; column < widths.size(); ++column)
-            out << ' ' << rows.at(number).value(column).leftJustified(widths.at(column)) << " |";
-        out << '\n';
-        if (number > 0)
-            continue;
-        out << '|';
-        for (const int width : qAsConst(widths))
-            out << QString(width + 2, QLatin1Char('-')) << '|';
-        out << '\n';
-    }
-    out << '\n';
 }
 
 Rows startRows(const Readings &all)
@@ -171,6 +148,29 @@ Rows monthRows(const Measurement &month)
 }
 
 } // namespace
+
+void Table::printRows(const Rows &rows)
+{
+    QVector<int> widths(rows.first().size());
+    for (const QStringList &row : rows) {
+        for (int column = 0; column < row.size(); ++column)
+            widths[column] = qMax(widths.at(column), row.at(column).size());
+    }
+    QTextStream out(stdout);
+    for (int number = 0; number < rows.size(); ++number) {
+        out << '|';
+        for (int column = 0; column < widths.size(); ++column)
+            out << ' ' << rows.at(number).value(column).leftJustified(widths.at(column)) << " |";
+        out << '\n';
+        if (number > 0)
+            continue;
+        out << '|';
+        for (const int width : qAsConst(widths))
+            out << QString(width + 2, QLatin1Char('-')) << '|';
+        out << '\n';
+    }
+    out << '\n';
+}
 
 void Table::print(const Readings &all)
 {

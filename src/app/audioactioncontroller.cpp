@@ -8,6 +8,7 @@
 
 #include <QLabel>
 #include <QLoggingCategory>
+#include <QTextDocument>
 #include <QToolButton>
 #include <QWidgetAction>
 
@@ -157,9 +158,10 @@ void AudioActionController::check(Side &side)
         if (action->data().toInt() == row)
             action->setChecked(true);
     }
-    side.button.setToolTip(
-        (side.direction == AudioDirection::Output ? tr("Audio output: %1") : tr("Audio input: %1"))
-            .arg(row == noDevice ? tr("Off") : device.name.toHtmlEscaped()));
+    const QString used = row == noDevice ? tr("Off") : device.name;
+    const QString tip = side.direction == AudioDirection::Output ? tr("Audio output: %1").arg(used)
+                                                                 : tr("Audio input: %1").arg(used);
+    side.button.setToolTip(Qt::convertFromPlainText(tip));
     const bool asBefore = side.inUse.isMade() ? device == side.inUse : isDefault(device, side.direction);
     side.inUse = device;
     if (!asBefore)

@@ -382,14 +382,20 @@ void SettingsController::setInputAudio(const QString &name, const QString &numbe
 void SettingsController::storeAudio(AudioDirection direction, const AudioChoice &device,
                                     const AudioChoice &checked)
 {
-    readAgain();
-    QJsonObject document = m_configuration.getDocument().object();
-    if (document.isEmpty())
+    const QJsonDocument held = m_configuration.getDocument();
+    m_configuration.readContent();
+    const QJsonDocument stored = m_configuration.getDocument();
+    QJsonObject document = stored.object();
+    if (document.isEmpty()) {
+        m_configuration.getDocument() = held;
         return;
+    }
     QJsonObject audio = document.value(Key::audio).toObject();
     AudioSettings::setInUse(audio, direction, device);
     AudioSettings::setChecked(audio, direction, checked);
     document.insert(Key::audio, audio);
     if (m_configuration.setObject(document))
         Commands::runShell(QStringLiteral("pkill -SIGUSR1 zClient.bin"));
+    else
+        m_configuration.getDocument() = stored;
 }

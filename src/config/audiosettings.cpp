@@ -64,7 +64,7 @@ QStringList priority(const QJsonObject &audio, AudioDirection direction)
 
 bool toolbarIcon(const QJsonObject &audio)
 {
-    return audio.value(Key::toolbarIcon).toBool();
+    return audio.value(Key::toolbarIcon).toBool(true);
 }
 
 void setChecked(QJsonObject &audio, AudioDirection direction, const AudioChoice &choice)

@@ -5,6 +5,7 @@
 
 #include "device/commands.h"
 
+#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -65,8 +66,12 @@ int number(const QJsonObject &mode, const char *key)
 const std::vector<Item> &ResolutionContainer::getResolutions()
 {
     m_modes.assign(1, Item(automatic));
+    QElapsedTimer clock;
+    clock.start();
     readModes(QStringLiteral("DMT"));
-    readModes(cea);
+    // A tool that did not answer in time is not waited for twice.
+    if (clock.elapsed() < Commands::timeLimitMs)
+        readModes(cea);
     std::stable_sort(m_modes.begin(), m_modes.end(), compare_name);
     qCInfo(lcResolution) << m_modes.size() - 1 << "modes";
     return m_modes;

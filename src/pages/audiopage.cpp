@@ -9,6 +9,8 @@
 
 #include "ui_audiopage.h"
 
+#include <QTextDocument>
+
 namespace {
 
 const QString none = QStringLiteral("none");
@@ -80,7 +82,8 @@ void AudioPage::loadDevices(Side &side, const QJsonObject &audio)
 {
     AudioChoice choice = AudioSettings::checked(audio, side.direction);
     if (!choice.isMade())
-        choice = AudioSettings::inUse(audio, side.direction);
+        choice
+            = choice.inUse(m_audio.devices(), side.direction, AudioSettings::priority(audio, side.direction));
     side.devices.clear();
     const auto add = [&side](const QString &text, const AudioChoice &device) {
         side.devices.addItem(text, device.name);
@@ -94,7 +97,8 @@ void AudioPage::loadDevices(Side &side, const QJsonObject &audio)
         if (!device.fits(side.direction))
             continue;
         add(device.name(), AudioChoice::of(device));
-        side.devices.setItemData(side.devices.count() - 1, device.longname(), Qt::ToolTipRole);
+        side.devices.setItemData(side.devices.count() - 1, Qt::convertFromPlainText(device.longname()),
+                                 Qt::ToolTipRole);
         if (i == present)
             row = side.devices.count() - 1;
     }

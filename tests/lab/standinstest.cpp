@@ -60,6 +60,7 @@ private slots:
     void autoconnect();
     void scanKeepsSecrets();
     void hostNames();
+    void displayModes();
     void sudoRunsStandInsOnly();
     void pkillReachesThisDeviceOnly();
     void rootIsKept();
@@ -240,6 +241,16 @@ void StandInsTest::hostNames()
     QCOMPARE(device.call("hostname").output, QByteArray("Ward 3's\n"));
     QCOMPARE(device.call("kt-set-hostname -r").status, 0);
     QCOMPARE(device.call("hostname").output, original);
+}
+
+void StandInsTest::displayModes()
+{
+    const LabDevice device;
+    QCOMPARE(device.call("kt-set-resolution DMT 58").status, 0);
+    QCOMPARE(device.call("kt-set-resolution -m").output, QByteArray("1680x1050 60Hz\n"));
+    QCOMPARE(device.call("kt-set-resolution DMT").status, 2);
+    QCOMPARE(device.call("kt-set-resolution").status, 0);
+    QCOMPARE(device.read("lab/state/display-mode").trimmed(), QByteArray("CEA 16"));
 }
 
 void StandInsTest::sudoRunsStandInsOnly()
