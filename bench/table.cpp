@@ -134,14 +134,19 @@ QString whole(const Measurement &month, const char *figure)
     return QString::number(qRound(month.median(figure)));
 }
 
+QString exact(const Measurement &month, const char *figure)
+{
+    return QString::number(month.median(figure), 'f', 1);
+}
+
 Rows monthRows(const Measurement &month)
 {
     const QString beats = QStringLiteral("%1 heartbeats, %2 of them answered")
                               .arg(whole(month, "month-beats"), whole(month, "month-answered"));
     return {
         {beats, QStringLiteral("After two days"), QStringLiteral("After the month")},
-        {QStringLiteral("resident, MB"), cell(month, "days-rss"), cell(month, "month-rss")},
-        {QStringLiteral("- the most so far, MB"), cell(month, "days-peak"), cell(month, "month-peak")},
+        {QStringLiteral("resident, MB"), exact(month, "days-rss"), exact(month, "month-rss")},
+        {QStringLiteral("- the most so far, MB"), exact(month, "days-peak"), exact(month, "month-peak")},
         {QStringLiteral("open sockets"), whole(month, "days-sockets"), whole(month, "month-sockets")},
         {QStringLiteral("- the most at any time"), {}, whole(month, "month-most-sockets")},
     };

@@ -12,6 +12,7 @@
 
 #include <QCheckBox>
 #include <QJsonDocument>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
@@ -29,6 +30,7 @@ private slots:
     void connectsOnceTheWindowIsThere();
     void followsTheSettings();
     void carriesOutActions();
+    void followsAPushedDocument();
 
 private:
     template <typename Widget>
@@ -129,6 +131,36 @@ void AgentFeedTest::carriesOutActions()
     m_window->deviceAgent().heartbeat();
     QTRY_VERIFY(sent("GET profileConfiguration 200", 2));
     QCOMPARE(m_device->calls(QStringLiteral("kt-lulling")), QStringList{QStringLiteral("kt-lulling -r")});
+}
+
+void AgentFeedTest::followsAPushedDocument()
+{
+    m_window->show();
+    QTRY_VERIFY(sent("PUT configuration 200", 1));
+    const QByteArray document = R"({"data": {"firmware info": {"configuration version": 15},
+        "general settings": {"device name": "pushed"}, "network settings": {"DNS": {"dns1": "10.77.0.1"}}}})";
+    m_device->forgetCalls();
+    m_server->spool().add(QString(), QStringLiteral("body"), document);
+    m_window->deviceAgent().getConfiguration();
+    QTRY_VERIFY(sent("PUT configuration 200", 2));
+    const QJsonObject general = m_device->document().value(Key::general).toObject();
+    QCOMPARE(general.value(Key::deviceName).toString(), QStringLiteral("pushed"));
+    QCOMPARE(uploaded().value(Key::general).toObject(), general);
+    QCOMPARE(part<QLabel>("deviceNameLabel")->text(), QStringLiteral("pushed"));
+    // What the merge leaves to be done is done without anybody asking for it.
+    QVERIFY(m_device->calls().join(QLatin1Char(' ')).contains(QLatin1String("set-config")));
+    // The answer to the upload brings the same document again: that is the end of it.
+    m_server->spool().add(QString(), QStringLiteral("body"), document);
+    m_window->deviceAgent().putConfiguration();
+    QTRY_VERIFY(sent("PUT configuration 200", 3));
+    for (const char *wrong : {R"({"data": {"firmware info": 1}})", R"({"data": {"general settings": 1}})"})
+        m_server->spool().add(QString(), QStringLiteral("body"), wrong);
+    for (int i = 2; i <= 3; ++i) {
+        m_window->deviceAgent().getConfiguration();
+        QTRY_VERIFY(sent("GET configuration 200", i));
+    }
+    QCOMPARE(m_device->document().value(Key::general).toObject(), general);
+    QVERIFY(sent("PUT configuration 200", 3));
 }
 
 QTEST_MAIN(AgentFeedTest)
