@@ -125,12 +125,13 @@ void AgentFeedTest::carriesOutActions()
     QTRY_VERIFY(sent("PUT configuration 200", 1));
     m_server->spool().add(
         QString(), QStringLiteral("actions"),
-        R"([{"action": "UPDATE_FIRMWARE"})"
-            + QByteArray(R"(,{"action": "REBOOT"},{"action": "GET_PROFILE"})").repeated(50000) + "]");
+        "[" + QByteArray(R"({"action": "REBOOT"},{"action": "GET_PROFILE"},)").repeated(50000)
+            + R"({"action": "UPDATE_FIRMWARE"},{"action": "REBOOT"}])");
     m_device->forgetCalls();
     m_window->deviceAgent().heartbeat();
     QTRY_VERIFY(sent("GET profileConfiguration 200", 2));
     QCOMPARE(m_device->calls(QStringLiteral("kt-lulling")), QStringList{QStringLiteral("kt-lulling -r")});
+    QVERIFY(!m_window->updateModule().ifUpdateIdle()); // an update without a URL is started, and fails
 }
 
 void AgentFeedTest::followsAPushedDocument()
