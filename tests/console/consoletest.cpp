@@ -4,6 +4,7 @@
 #include "fakedevice.h"
 
 #include "console/devicejob.h"
+#include "console/files.h"
 #include "console/options.h"
 #include "console/printer.h"
 #include "console/targets.h"
@@ -14,6 +15,7 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTest>
 
 #include <memory>
@@ -292,9 +294,12 @@ void ConsoleTest::showsNoSecrets()
 void ConsoleTest::splitsALongUrl()
 {
     QString error;
+    QTemporaryFile file;
+    QVERIFY(file.open() && file.write("secret") == 6 && file.flush()); // without a line's end
+    const auto password = Files::readPassword(file.fileName(), &error);
     const QString url
         = QStringLiteral("http://10.0.0.2/") + QString(60, QLatin1Char('p')) + QStringLiteral("/fw.img");
-    const auto request = UpdateRequest::fromUrl(url, QStringLiteral("joe"), QStringLiteral("secret"), &error);
+    const auto request = UpdateRequest::fromUrl(url, QStringLiteral("joe"), *password, &error);
     QVERIFY(request);
     const ConsoleFormat::UpdateSource source = ConsoleFormat::decodeUpdateSource(*request);
     QCOMPARE(source.url + source.file, url);
@@ -316,7 +321,7 @@ void ConsoleTest::asksHundredsAtOnce()
         devices.back()->status
             = {{QStringLiteral("device info"),
                 QJsonObject{{QStringLiteral("device name"), QStringLiteral("kt-%1").arg(number)}}}};
-        list += address.toLatin1() + " # device\n";
+        list += address.toLatin1() + (number % 2 == 0 ? " # device\n" : "\r\n");
     }
     devices[7]->deaf = 1000;
     QTemporaryDir folder;
