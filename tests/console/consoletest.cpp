@@ -51,7 +51,7 @@ Result run(const FakeDevice &device, Task task)
 {
     qRegisterMetaType<Result>();
     task.port = device.port();
-    task.timeoutMs = 60;
+    task.timeoutMs = 150;
     task.retries = 2;
     DeviceJob job(task, QHostAddress(device.address()));
     QSignalSpy ended(&job, &DeviceJob::ended);
@@ -108,10 +108,9 @@ private:
 int ConsoleTest::console(const QStringList &arguments, QByteArray *output, QByteArray *errors) const
 {
     QProcess process;
-    QSignalSpy ended(&process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished));
     process.start(qEnvironmentVariable("KT_BIN_DIR") + QLatin1String("/kt-console"), arguments);
     process.closeWriteChannel();
-    if (ended.isEmpty() && !ended.wait(30000))
+    if (!QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, 30000))
         return -1;
     if (output)
         *output = process.readAllStandardOutput();
@@ -332,7 +331,7 @@ void ConsoleTest::asksHundredsAtOnce()
     QByteArray output;
     const QStringList common = {
         QStringLiteral("--targets"), file.fileName(),     QStringLiteral("--port"),    QString::number(port),
-        QStringLiteral("--timeout"), QStringLiteral("2"), QStringLiteral("--retries"), QStringLiteral("0")};
+        QStringLiteral("--timeout"), QStringLiteral("4"), QStringLiteral("--retries"), QStringLiteral("0")};
     QCOMPARE(console(QStringList{QStringLiteral("info")} + common, &output), 3);
     QCOMPARE(output.count('\n'), 401); // with the heading
     QCOMPARE(output.count("kt-"), 399);
