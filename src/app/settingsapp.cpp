@@ -141,7 +141,7 @@ void SettingsApp::setUpBroker()
     connect(m_broker.get(), &BrokerLauncher::brokerUsed, this, &SettingsApp::updateBrokerServers);
     connect(m_broker.get(), &BrokerLauncher::loggedOut, this, &SettingsApp::showLauncher);
     connect(m_broker.get(), &BrokerLauncher::desktopsReady, this, [this] {
-        m_ui->mainStackedWidget->setCurrentIndex(DesktopsPage);
+        showPage(DesktopsPage);
         m_ui->solvaDesktopsPage->focusList();
     });
     connect(m_broker.get(), &BrokerLauncher::failed, this, [this](const QString &message) {
@@ -231,7 +231,7 @@ void SettingsApp::openLauncher(const QString &clientMode)
         page = AutoConnectPage;
     else if (m_mode == ClientMode::Solva && m_broker->autoLogonEnabled())
         page = AutoLogonPage;
-    m_ui->mainStackedWidget->setCurrentIndex(page);
+    showPage(page);
     autoDetectServers();
 }
 
@@ -242,14 +242,23 @@ void SettingsApp::setSettingsView(QWidget *view)
     layout->addWidget(view);
 }
 
+/// What is to be shown during an update waits behind it.
+void SettingsApp::showPage(int page)
+{
+    if (m_ui->mainStackedWidget->currentIndex() == UpdatePage)
+        m_pageBeforeUpdate = page;
+    else
+        m_ui->mainStackedWidget->setCurrentIndex(page);
+}
+
 void SettingsApp::showSettings()
 {
-    m_ui->mainStackedWidget->setCurrentIndex(SettingsPage);
+    showPage(SettingsPage);
 }
 
 void SettingsApp::showLauncher()
 {
-    m_ui->mainStackedWidget->setCurrentIndex(LauncherPage);
+    showPage(LauncherPage);
 }
 
 void SettingsApp::showClientMode(const QString &clientMode)
@@ -291,7 +300,7 @@ void SettingsApp::showClientMode(ClientMode mode)
     m_ui->connectionStackedWidget->setCurrentIndex(static_cast<int>(mode));
     m_ui->connectButton->setVisible(mode != ClientMode::Solva);
     if (m_ui->mainStackedWidget->currentIndex() != SettingsPage)
-        m_ui->mainStackedWidget->setCurrentIndex(LauncherPage);
+        showPage(LauncherPage);
     if (mode == ClientMode::Corvid)
         m_ui->corvidPage->focusFirst();
     else if (mode == ClientMode::Solva)

@@ -130,6 +130,7 @@ private:
     void loadServerGroups();
     void showDeviceName(const QString &name);
     void closePopups();
+    void showPage(int page);
     void stopAutomatic();
     void setUpLauncher();
     void setUpSession();

@@ -3,9 +3,7 @@
 
 #include "update/urlfilemodule.h"
 
-#include "device/commands.h"
 #include "device/diagnostics.h"
-#include "device/paths.h"
 #include "device/proxyfactory.h"
 #include "update/firmwareimage.h"
 
@@ -13,9 +11,6 @@
 #include <QLoggingCategory>
 #include <QNetworkReply>
 #include <QRegularExpression>
-
-#include <csignal>
-#include <sys/prctl.h>
 
 Q_LOGGING_CATEGORY(lcUrl, "kt.update.url")
 Q_LOGGING_CATEGORY(lcUrlCredentials, "kt.update.url.credentials")
@@ -57,30 +52,23 @@ bool isFtp(const QUrl &url)
 
 } // namespace
 
-void UrlFileModule::Tool::setupChildProcess()
-{
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-}
-
 UrlFileModule::UrlFileModule(QObject *parent)
     : QObject(parent)
 {
     m_abortTimer.setSingleShot(true);
     m_abortTimer.setInterval(silenceLimitMs);
-    m_toolProgressTimer.setSingleShot(true);
-    m_toolProgressTimer.setInterval(toolStepMs);
-    m_toolWatchdog.setSingleShot(true);
     connect(&m_progressTimer, &QTimer::timeout, this, &UrlFileModule::fsm_ReportProgress);
     connect(&m_abortTimer, &QTimer::timeout, this, &UrlFileModule::fsm_abort);
-    connect(&m_toolProgressTimer, &QTimer::timeout, this, &UrlFileModule::setProxyFtpProgress);
-    connect(&m_toolWatchdog, &QTimer::timeout, this, &UrlFileModule::abortFtpProxy);
+    connect(&m_tool, &FtpProxyTool::progress, this,
+            [this](int percentage) { emit ask_DownloadProgress(shownUrl(), percentage, 100); });
+    connect(&m_tool, &FtpProxyTool::ended, this, [this](bool succeeded) {
+        if (succeeded)
+            emit ask_DownloadProgress(shownUrl(), 100, 100);
+        emit downloadFinished(succeeded ? QString() : notFound());
+    });
 }
 
-UrlFileModule::~UrlFileModule()
-{
-    m_tool.disconnect(this);
-    endTool();
-}
+UrlFileModule::~UrlFileModule() = default;
 
 UrlFileModule::State UrlFileModule::state() const
 {
@@ -332,93 +320,10 @@ void UrlFileModule::fsm_CleanUp()
 void UrlFileModule::startTool(const QNetworkProxy &proxy)
 {
     m_file.reset();
-    endTool();
-    if (!FirmwareImage::openToTool()) {
+    if (!m_tool.start(m_url, proxy)) {
         end(Error::LocalFile);
         return;
     }
-    connect(&m_tool, &QProcess::readyReadStandardOutput, this, &UrlFileModule::readUpdate);
-    connect(&m_tool, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
-            &UrlFileModule::finishedUpdateProcess);
-    connect(
-        &m_tool, &QProcess::errorOccurred, this,
-        [this](QProcess::ProcessError error) {
-            if (error == QProcess::FailedToStart)
-                finishedUpdateProcess(-1, QProcess::CrashExit);
-        },
-        Qt::QueuedConnection);
-    m_awaitingFirstDots = true;
-    m_toolPercentage = 0;
-    m_toolWatchdog.start(toolStartMs);
-    m_tool.setProcessEnvironment(Commands::environment());
-    m_tool.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_tool.setStandardInputFile(QProcess::nullDevice());
-    m_tool.start(
-        Paths::onDevice(QStringLiteral("/usr/bin/kt-ftp-proxy-update")),
-        {m_url.url(), proxy.hostName(), QString::number(proxy.port()), proxy.user(), proxy.password()},
-        QIODevice::ReadOnly);
     emit updateProxyFtp();
     emit ask_DownloadProgress(shownUrl(), 0, 100);
-}
-
-void UrlFileModule::readUpdate()
-{
-    m_toolWatchdog.start(toolSilenceMs);
-    QByteArray output = m_tool.readAllStandardOutput();
-    output.truncate(static_cast<int>(qstrnlen(output.constData(), static_cast<uint>(output.size()))));
-    // Ten dots on one line are ten dots in a row: they hold no line end.
-    if (!m_awaitingFirstDots || !output.contains(".........."))
-        return;
-    m_toolProgressTimer.start();
-    m_awaitingFirstDots = false;
-}
-
-void UrlFileModule::setProxyFtpProgress()
-{
-    m_toolPercentage += 5;
-    emit ask_DownloadProgress(shownUrl(), m_toolPercentage, 100);
-    if (m_toolPercentage <= 99)
-        m_toolProgressTimer.start();
-}
-
-/// Lets go of the tool, which may write until it has ended.
-void UrlFileModule::endTool()
-{
-    m_toolProgressTimer.stop();
-    m_toolWatchdog.stop();
-    if (m_tool.state() == QProcess::NotRunning)
-        return;
-    m_tool.kill();
-    m_tool.waitForFinished();
-    FirmwareImage::closeToTool(false);
-}
-
-void UrlFileModule::abortFtpProxy()
-{
-    qCWarning(lcUrl) << "the tool has fallen silent";
-    m_tool.disconnect(this);
-    m_toolProgressTimer.stop();
-    m_toolWatchdog.stop();
-    m_tool.terminate();
-    // What ignores that does not ignore the rest.
-    if (!m_tool.waitForFinished(500))
-        endTool();
-    else
-        FirmwareImage::closeToTool(false);
-    emit downloadFinished(notFound());
-}
-
-void UrlFileModule::finishedUpdateProcess(int exitCode, QProcess::ExitStatus status)
-{
-    m_toolProgressTimer.stop();
-    m_toolWatchdog.stop();
-    m_tool.disconnect(this);
-    const bool succeeded = exitCode == 0 && status == QProcess::NormalExit;
-    if (!FirmwareImage::closeToTool(succeeded)) {
-        qCWarning(lcUrl) << "the tool has ended with" << exitCode << "and no image";
-        emit downloadFinished(notFound());
-        return;
-    }
-    emit ask_DownloadProgress(shownUrl(), 100, 100);
-    emit downloadFinished(QString());
 }

@@ -3,9 +3,10 @@
 
 #pragma once
 
+#include "update/ftpproxytool.h"
+
 #include <QNetworkAccessManager>
 #include <QObject>
-#include <QProcess>
 #include <QTemporaryFile>
 #include <QTimer>
 #include <QUrl>
@@ -34,10 +35,7 @@ public:
     };
     static constexpr int silenceLimitMs = 10000;
     static constexpr int progressMs = 300;
-    static constexpr int toolStepMs = 3000;    ///< each 5 % of what the tool is guessed to have done
-    static constexpr int toolSilenceMs = 3000; ///< between two outputs of the tool
-    static constexpr int toolStartMs = 30000;  ///< until its first output
-    static constexpr int attemptsLimit = 5;    ///< questions for a password
+    static constexpr int attemptsLimit = 5; ///< questions for a password
     static constexpr int redirectsLimit = 5;
     static constexpr qint64 readBufferSize = 1024 * 1024;
 
@@ -63,11 +61,6 @@ public slots:
     void fsm_abort();
     void fsm_CleanUp();
 
-    void readUpdate();
-    void setProxyFtpProgress();
-    void abortFtpProxy();
-    void finishedUpdateProcess(int exitCode, QProcess::ExitStatus status);
-
 signals:
     void ask_DownloadProgress(const QString &what, qint64 received, qint64 total);
     /// Null: a file of our own could not be written.
@@ -80,20 +73,12 @@ signals:
 private:
     enum class Error { None = 0, LocalFile = 1, Authentication = 2, Transfer = 3 };
 
-    /// The tool does not outlive us: nobody would know of the end of its image.
-    class Tool : public QProcess
-    {
-    protected:
-        void setupChildProcess() override;
-    };
-
     void post(void (UrlFileModule::*step)());
     void end(Error error);
     void failTransfer();
     QString shownUrl() const;
     void startDownload(bool reportProgress);
     void startTool(const QNetworkProxy &proxy);
-    void endTool();
     void checkLength();
     bool isComplete() const;
     Error copyToFile();
@@ -104,14 +89,10 @@ private:
     qint64 m_received = 0;
     qint64 m_total = 0; ///< -1 when unknown
     QTimer m_abortTimer;
-    QTimer m_toolProgressTimer;
-    QTimer m_toolWatchdog;
     QUrl m_url;
     QNetworkAccessManager *m_manager = nullptr;
     QNetworkReply *m_reply = nullptr;
     int m_attempts = 0;
     Error m_error = Error::None;
-    Tool m_tool;
-    bool m_awaitingFirstDots = false;
-    int m_toolPercentage = 0;
+    FtpProxyTool m_tool;
 };

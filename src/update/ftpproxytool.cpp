@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "update/ftpproxytool.h"
+
+#include "device/commands.h"
+#include "device/paths.h"
+#include "update/firmwareimage.h"
+
+#include <QLoggingCategory>
+#include <QNetworkProxy>
+#include <QUrl>
+
+#include <csignal>
+#include <sys/prctl.h>
+
+Q_LOGGING_CATEGORY(lcFtpProxy, "kt.update.ftpproxy")
+
+void FtpProxyTool::Process::setupChildProcess()
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
+
+FtpProxyTool::FtpProxyTool(QObject *parent)
+    : QObject(parent)
+{
+    m_progressTimer.setSingleShot(true);
+    m_progressTimer.setInterval(progressMs);
+    m_watchdog.setSingleShot(true);
+    connect(&m_progressTimer, &QTimer::timeout, this, &FtpProxyTool::setProxyFtpProgress);
+    connect(&m_watchdog, &QTimer::timeout, this, &FtpProxyTool::abortFtpProxy);
+}
+
+FtpProxyTool::~FtpProxyTool()
+{
+    letGo();
+    kill();
+}
+
+bool FtpProxyTool::start(const QUrl &url, const QNetworkProxy &proxy)
+{
+    kill();
+    if (!FirmwareImage::openToTool())
+        return false;
+    connect(&m_process, &QProcess::readyReadStandardOutput, this, &FtpProxyTool::readUpdate);
+    connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            &FtpProxyTool::finishedUpdateProcess);
+    // A tool that cannot be started says so here and nowhere else.
+    const auto endUnstarted = [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            finishedUpdateProcess(-1, QProcess::CrashExit);
+    };
+    connect(&m_process, &QProcess::errorOccurred, this, endUnstarted, Qt::QueuedConnection);
+    m_awaitingFirstDots = true;
+    m_percentage = 0;
+    m_watchdog.start(startLimitMs);
+    m_process.setProcessEnvironment(Commands::environment());
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.setStandardInputFile(QProcess::nullDevice());
+    m_process.start(
+        Paths::onDevice(QStringLiteral("/usr/bin/kt-ftp-proxy-update")),
+        {url.url(), proxy.hostName(), QString::number(proxy.port()), proxy.user(), proxy.password()},
+        QIODevice::ReadOnly);
+    return true;
+}
+
+void FtpProxyTool::readUpdate()
+{
+    m_watchdog.start(silenceLimitMs);
+    QByteArray output = m_process.readAllStandardOutput();
+    output.truncate(static_cast<int>(qstrnlen(output.constData(), static_cast<uint>(output.size()))));
+    // Ten dots in a row stand on one line.
+    if (!m_awaitingFirstDots || !output.contains(".........."))
+        return;
+    m_progressTimer.start();
+    m_awaitingFirstDots = false;
+}
+
+void FtpProxyTool::setProxyFtpProgress()
+{
+    m_percentage += 5;
+    emit progress(m_percentage);
+    if (m_percentage <= 99)
+        m_progressTimer.start();
+}
+
+void FtpProxyTool::letGo()
+{
+    m_process.disconnect(this);
+    m_progressTimer.stop();
+    m_watchdog.stop();
+}
+
+/// It may write until it has ended.
+void FtpProxyTool::kill()
+{
+    if (m_process.state() == QProcess::NotRunning)
+        return;
+    m_process.kill();
+    m_process.waitForFinished();
+    FirmwareImage::closeToTool(false);
+}
+
+void FtpProxyTool::abortFtpProxy()
+{
+    qCWarning(lcFtpProxy) << "the tool has fallen silent";
+    letGo();
+    m_process.terminate();
+    if (m_process.waitForFinished(terminationMs))
+        FirmwareImage::closeToTool(false);
+    else
+        kill();
+    emit ended(false);
+}
+
+void FtpProxyTool::finishedUpdateProcess(int exitCode, QProcess::ExitStatus status)
+{
+    letGo();
+    const bool succeeded = FirmwareImage::closeToTool(exitCode == 0 && status == QProcess::NormalExit);
+    if (!succeeded)
+        qCWarning(lcFtpProxy) << "the tool has ended with" << exitCode << "and no image";
+    emit ended(succeeded);
+}
