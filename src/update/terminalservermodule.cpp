@@ -32,7 +32,8 @@ bool TerminalServerModule::open()
 
 void TerminalServerModule::checkCommand()
 {
-    while (m_socket->hasPendingDatagrams()) {
+    // One is there when this is called: asking for it first would cost every block of a file a system call more.
+    do {
         QByteArray datagram(WireFormat::receiveLimit, '\0');
         QHostAddress sender;
         const qint64 size = m_socket->readDatagram(datagram.data(), datagram.size(), &sender);
@@ -45,7 +46,7 @@ void TerminalServerModule::checkCommand()
             emit ask_HasUdpFileData({sender, block->position, block->total, block->data});
         else if (const auto list = WireFormat::decodeServerList(datagram))
             emit hasTsFindReplies(list->names, list->addresses);
-    }
+    } while (m_socket->hasPendingDatagrams());
 }
 
 void TerminalServerModule::findTerminalServer(int &error)
