@@ -32,7 +32,8 @@ bool TerminalServerModule::open()
 
 void TerminalServerModule::checkCommand()
 {
-    // One is there when this is called: asking for it first would cost every block of a file a system call more.
+    // One is there when this is called: asking for it first would cost every block of a file a system call
+    // more.
     do {
         QByteArray datagram(WireFormat::receiveLimit, '\0');
         QHostAddress sender;
