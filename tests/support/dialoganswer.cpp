@@ -27,7 +27,7 @@ void DialogAnswer::answer()
     if (!dialog)
         return;
     titles += dialog->windowTitle();
-    messages += dialog->findChild<QLabel *>(QStringLiteral("messageLabel"))->text();
-    dialog->findChild<QLineEdit *>(QStringLiteral("inputLineEdit"))->setText(m_input);
+    messages += dialog->findChild<QLabel *>("messageLabel")->text();
+    dialog->findChild<QLineEdit *>("inputLineEdit")->setText(m_input);
     dialog->done(m_accept ? QDialog::Accepted : QDialog::Rejected);
 }

@@ -10,14 +10,22 @@
 #include <QProcess>
 
 namespace {
-const QString document = QStringLiteral("/var/lib/kt964/config.json");
-const QString callLog = QStringLiteral("/lab/calls.log");
+const QString document = "/var/lib/kt964/config.json";
+const QString callLog = "/lab/calls.log";
+
+QJsonValue with(const QJsonValue &value, const QStringList &keys, const QJsonValue &wanted)
+{
+    if (keys.isEmpty())
+        return wanted;
+    QJsonObject object = value.toObject();
+    object.insert(keys.first(), with(object.value(keys.first()), keys.mid(1), wanted));
+    return object;
+}
 } // namespace
 
 TestDevice::TestDevice()
 {
-    QProcess::execute(qEnvironmentVariable("KT_BIN_DIR") + QLatin1String("/kt-lab"),
-                      {QStringLiteral("make-root"), m_folder.path()});
+    QProcess::execute(qEnvironmentVariable("KT_BIN_DIR") + "/kt-lab", {"make-root", m_folder.path()});
     qputenv("KT_DEVICE_ROOT", m_folder.path().toLocal8Bit());
 }
 
@@ -30,7 +38,7 @@ TestDevice::~TestDevice()
 
 bool TestDevice::isValid() const
 {
-    return m_folder.isValid() && exists(QStringLiteral("/usr/bin/kt-network-config"));
+    return m_folder.isValid() && exists("/usr/bin/kt-network-config");
 }
 
 QString TestDevice::path(const QString &devicePath) const
@@ -67,6 +75,11 @@ void TestDevice::setDocument(const QJsonObject &content) const
     write(::document, QJsonDocument(content).toJson());
 }
 
+void TestDevice::store(const QStringList &keys, const QJsonValue &value) const
+{
+    setDocument(with(document(), keys, value).toObject());
+}
+
 void TestDevice::setTool(const QString &devicePath, const QByteArray &script) const
 {
     removeTool(devicePath); // a stand-in is a link to the lab's program: writing would go through it
@@ -81,8 +94,8 @@ void TestDevice::removeTool(const QString &devicePath) const
 
 void TestDevice::setFault(const QString &tool, const QString &fault) const
 {
-    const QString file = QStringLiteral("/lab/faults/") + tool;
-    if (fault == QLatin1String("none"))
+    const QString file = QString("/lab/faults/") + tool;
+    if (fault == "none")
         QFile::remove(path(file));
     else
         write(file, fault.toUtf8());
@@ -90,19 +103,19 @@ void TestDevice::setFault(const QString &tool, const QString &fault) const
 
 void TestDevice::setState(const QString &name, const QByteArray &content) const
 {
-    write(QStringLiteral("/lab/state/") + name, content);
+    write(QString("/lab/state/") + name, content);
 }
 
 QStringList TestDevice::calls() const
 {
-    return QString::fromUtf8(read(callLog)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromUtf8(read(callLog)).split('\n', Qt::SkipEmptyParts);
 }
 
 QStringList TestDevice::calls(const QString &tool) const
 {
     QStringList found;
     for (const QString &call : calls()) {
-        if (call == tool || call.startsWith(tool + QLatin1Char(' ')))
+        if (call == tool || call.startsWith(tool + ' '))
             found += call;
     }
     return found;

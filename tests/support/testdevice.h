@@ -29,6 +29,8 @@ public:
     /// The device's configuration document as it stands on disk.
     QJsonObject document() const;
     void setDocument(const QJsonObject &document) const;
+    /// Changes one value of the document, by the keys on the way to it.
+    void store(const QStringList &keys, const QJsonValue &value) const;
 
     /// Replaces a tool ("/usr/bin/kt-lulling") by a shell script.
     void setTool(const QString &devicePath, const QByteArray &script) const;
