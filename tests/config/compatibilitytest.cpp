@@ -11,33 +11,30 @@ class CompatibilityTest : public QObject
     Q_OBJECT
 
 private slots:
-    void comparesStructure_data() { Documents::addRows(QStringLiteral("compatibility.json")); }
-    void comparesStructure();
-    void goesAsDeepAsTheParser();
+    void comparesStructure_data() { Documents::addRows("compatibility.json"); }
+    void comparesStructure()
+    {
+        QFETCH(QJsonObject, row);
+        const QJsonObject local = row["local"].toObject();
+        const QJsonObject remote = row["remote"].toObject();
+        const bool compatible = row["compatible"].toBool();
+        QCOMPARE(Compatibility::checkObjects(local, remote), compatible);
+        QCOMPARE(Compatibility::checkObjects(remote, local), compatible);
+    }
+
+    void goesAsDeepAsTheParser()
+    {
+        const auto nested = [](const char *innermost) {
+            constexpr int depth = 1024;
+            return QJsonDocument::fromJson(QByteArray("{\"a\":").repeated(depth) + innermost
+                                           + QByteArray("}").repeated(depth))
+                .object();
+        };
+        QVERIFY(!nested("1").isEmpty());
+        QVERIFY(Compatibility::checkObjects(nested("1"), nested("2")));
+        QVERIFY(!Compatibility::checkObjects(nested("1"), nested("\"\"")));
+    }
 };
-
-void CompatibilityTest::comparesStructure()
-{
-    QFETCH(QJsonObject, row);
-    const QJsonObject local = row[QLatin1String("local")].toObject();
-    const QJsonObject remote = row[QLatin1String("remote")].toObject();
-    const bool compatible = row[QLatin1String("compatible")].toBool();
-    QCOMPARE(Compatibility::checkObjects(local, remote), compatible);
-    QCOMPARE(Compatibility::checkObjects(remote, local), compatible);
-}
-
-void CompatibilityTest::goesAsDeepAsTheParser()
-{
-    const auto nested = [](const char *innermost) {
-        constexpr int depth = 1024;
-        return QJsonDocument::fromJson(QByteArray("{\"a\":").repeated(depth) + innermost
-                                       + QByteArray("}").repeated(depth))
-            .object();
-    };
-    QVERIFY(!nested("1").isEmpty());
-    QVERIFY(Compatibility::checkObjects(nested("1"), nested("2")));
-    QVERIFY(!Compatibility::checkObjects(nested("1"), nested("\"\"")));
-}
 
 QTEST_APPLESS_MAIN(CompatibilityTest)
 #include "compatibilitytest.moc"

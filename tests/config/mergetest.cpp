@@ -11,13 +11,13 @@ class MergeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void merges_data() { Documents::addRows(QStringLiteral("merges.json")); }
+    void merges_data() { Documents::addRows("merges.json"); }
     void merges()
     {
         QFETCH(const QJsonObject, row);
-        QJsonObject local = row.value(QLatin1String("local")).toObject();
-        Merge::mergeJsonObject(local, row.value(QLatin1String("remote")).toObject());
-        QCOMPARE(local, row.value(QLatin1String("merged")).toObject());
+        QJsonObject local = row.value("local").toObject();
+        Merge::mergeJsonObject(local, row.value("remote").toObject());
+        QCOMPARE(local, row.value("merged").toObject());
     }
 };
 

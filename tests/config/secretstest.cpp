@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "config/secrets.h"
+#include "testtable.h"
 
-#include <QFile>
-#include <QJsonDocument>
 #include <QtTest>
 
 namespace {
@@ -24,73 +23,58 @@ class SecretsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void blanksTheSecretsAndNothingElse();
-    void namesEverySecret();
-    void redacts_data();
-    void redacts();
+    void blanksTheSecretsAndNothingElse()
+    {
+        QVERIFY(!document("secrets.json").isEmpty());
+        QCOMPARE(QJsonDocument(Secrets::blanked(document("secrets.json"))).toJson(),
+                 QJsonDocument(document("secrets-blanked.json")).toJson());
+        QCOMPARE(Secrets::blanked(QJsonObject()), QJsonObject());
+        const QJsonObject old
+            = {{"wifi", QJsonObject{{"essid", "home"}, {"key", "secret"}, {"keyboard", "US"}}}};
+        const QJsonObject wifi = Secrets::blanked(old).value("wifi").toObject();
+        QCOMPARE(wifi, (QJsonObject{{"essid", "home"}, {"key", ""}, {"keyboard", "US"}}));
+    }
+
+    void namesEverySecret()
+    {
+        QStringList values = Secrets::valuesIn(document("secrets.json"));
+        values.sort();
+        QStringList all{"20231",  "5f4dcc3b5aa765d61d8327deb882cf99",
+                        "fw",     "a pass phrase",
+                        "mine",   "p12",
+                        "inner",  "pr'oxy\"\\",
+                        "shadow", "log on",
+                        "x1",     "x2",
+                        "x3",     "ftp%20pass",
+                        "p"};
+        all.sort();
+        QCOMPARE(values, all);
+    }
+
+    void redacts_data()
+    {
+        const TestTable<QString, QString> table("text", "clean");
+
+        table.row("plain", "run: login hunter2!", "run: login ***!");
+        table.row("inside a word", "xhunter2x", "x***x");
+        table.row("longest first", "hunter2000", "***");
+        table.row("quoted for the shell", "'it'\\''s me'", "'***'");
+        table.row("as the framework quotes it", R"("a\"b\\c")", R"("***")");
+        table.row("percent-encoded", "http://h/?p=it%27s%20me", "http://h/?p=***");
+        table.row("short: as a word only", "ab abc (ab) cab", "*** abc (***) cab");
+        table.row("in a URL, known or not", "GET ftp://u:other@h/x", "GET ftp://u:***@h/x");
+        table.row("an @ in the password", "ftp://u:p@ss@h:21/x", "ftp://u:***@h:21/x");
+        table.row("no password", "http://h:80/a@b u@h", "http://h:80/a@b u@h");
+    }
+
+    void redacts()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, clean);
+        const QStringList values{"hunter2", "hunter2000", "it's me", "a\"b\\c", "ab"};
+        QCOMPARE(Secrets::redacted(text, values), clean);
+    }
 };
-
-void SecretsTest::blanksTheSecretsAndNothingElse()
-{
-    QVERIFY(!document("secrets.json").isEmpty());
-    QCOMPARE(QJsonDocument(Secrets::blanked(document("secrets.json"))).toJson(),
-             QJsonDocument(document("secrets-blanked.json")).toJson());
-    QCOMPARE(Secrets::blanked(QJsonObject()), QJsonObject());
-    const QJsonObject old = {{"wifi", QJsonObject{{"essid", "home"}, {"key", "secret"}, {"keyboard", "US"}}}};
-    const QJsonObject wifi = Secrets::blanked(old).value("wifi").toObject();
-    QCOMPARE(wifi, (QJsonObject{{"essid", "home"}, {"key", ""}, {"keyboard", "US"}}));
-}
-
-void SecretsTest::namesEverySecret()
-{
-    QStringList values = Secrets::valuesIn(document("secrets.json"));
-    values.sort();
-    QStringList all{"20231",  "5f4dcc3b5aa765d61d8327deb882cf99",
-                    "fw",     "a pass phrase",
-                    "mine",   "p12",
-                    "inner",  "pr'oxy\"\\",
-                    "shadow", "log on",
-                    "x1",     "x2",
-                    "x3",     "ftp%20pass",
-                    "p"};
-    all.sort();
-    QCOMPARE(values, all);
-}
-
-void SecretsTest::redacts_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("clean");
-
-    QTest::newRow("plain") << "run: login hunter2!"
-                           << "run: login ***!";
-    QTest::newRow("inside a word") << "xhunter2x"
-                                   << "x***x";
-    QTest::newRow("longest first") << "hunter2000"
-                                   << "***";
-    QTest::newRow("quoted for the shell") << "'it'\\''s me'"
-                                          << "'***'";
-    QTest::newRow("as the framework quotes it") << R"("a\"b\\c")"
-                                                << R"("***")";
-    QTest::newRow("percent-encoded") << "http://h/?p=it%27s%20me"
-                                     << "http://h/?p=***";
-    QTest::newRow("short: as a word only") << "ab abc (ab) cab"
-                                           << "*** abc (***) cab";
-    QTest::newRow("in a URL, known or not") << "GET ftp://u:other@h/x"
-                                            << "GET ftp://u:***@h/x";
-    QTest::newRow("an @ in the password") << "ftp://u:p@ss@h:21/x"
-                                          << "ftp://u:***@h:21/x";
-    QTest::newRow("no password") << "http://h:80/a@b u@h"
-                                 << "http://h:80/a@b u@h";
-}
-
-void SecretsTest::redacts()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, clean);
-    const QStringList values{"hunter2", "hunter2000", "it's me", "a\"b\\c", "ab"};
-    QCOMPARE(Secrets::redacted(text, values), clean);
-}
 
 QTEST_APPLESS_MAIN(SecretsTest)
 #include "secretstest.moc"

@@ -6,6 +6,7 @@
 #include "config/configurationmanager.h"
 #include "config/keys.h"
 #include "config/upgrades.h"
+#include "testtable.h"
 
 namespace {
 
@@ -36,70 +37,64 @@ class UpgradesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void upgradesDocuments_data();
-    void upgradesDocuments();
-    void knowsWhichNetworkSectionIsOld_data() { Documents::addRows(QStringLiteral("network-forms.json")); }
-    void knowsWhichNetworkSectionIsOld();
-    void derivesTheSecurityOfWireless_data() { Documents::addRows(QStringLiteral("wireless-security.json")); }
-    void derivesTheSecurityOfWireless();
-    void reachesTheTargetOrFails_data() { Documents::addRows(QStringLiteral("upgrade-targets.json")); }
-    void reachesTheTargetOrFails();
-};
+    void upgradesDocuments_data()
+    {
+        const TestTable<bool> table("whole");
+        for (const char *name : {"old-network", "version-14", "bare", "wrong-types"})
+            table.row(name, true);
+        for (const char *name : {"partial", "partial-no-mode"})
+            table.row(name, false);
+    }
 
-void UpgradesTest::upgradesDocuments_data()
-{
-    QTest::addColumn<bool>("whole");
-    for (const char *name : {"old-network", "version-14", "bare", "wrong-types"})
-        QTest::newRow(name) << true;
-    for (const char *name : {"partial", "partial-no-mode"})
-        QTest::newRow(name) << false;
-}
+    void upgradesDocuments()
+    {
+        QFETCH(bool, whole);
+        const QString name = QLatin1String(QTest::currentDataTag());
+        QJsonObject root = Documents::object(name + ".json");
+        QCOMPARE(Upgrades::effectiveVersion(root), 14);
+        if (whole && Upgrades::hasOldNetwork(root))
+            Upgrades::toNewNetwork(root);
+        if (whole)
+            Upgrades::toVersion15(root);
+        else
+            QVERIFY(ConfigurationManager(15).upgradeConfiguration(root));
+        QCOMPARE(root, Documents::object(name + ".upgraded.json"));
+    }
 
-void UpgradesTest::upgradesDocuments()
-{
-    QFETCH(bool, whole);
-    const QString name = QLatin1String(QTest::currentDataTag());
-    QJsonObject root = Documents::object(name + QLatin1String(".json"));
-    QCOMPARE(Upgrades::effectiveVersion(root), 14);
-    if (whole && Upgrades::hasOldNetwork(root))
+    void knowsWhichNetworkSectionIsOld_data() { Documents::addRows("network-forms.json"); }
+    void knowsWhichNetworkSectionIsOld()
+    {
+        QFETCH(QJsonObject, row);
+        QJsonObject root = row["document"].toObject();
+        QCOMPARE(Upgrades::hasOldNetwork(root), row["old"].toBool());
         Upgrades::toNewNetwork(root);
-    if (whole)
-        Upgrades::toVersion15(root);
-    else
-        QVERIFY(ConfigurationManager(15).upgradeConfiguration(root));
-    QCOMPARE(root, Documents::object(name + QLatin1String(".upgraded.json")));
-}
+        QVERIFY(!Upgrades::hasOldNetwork(root));
+    }
 
-void UpgradesTest::knowsWhichNetworkSectionIsOld()
-{
-    QFETCH(QJsonObject, row);
-    QJsonObject root = row[QLatin1String("document")].toObject();
-    QCOMPARE(Upgrades::hasOldNetwork(root), row[QLatin1String("old")].toBool());
-    Upgrades::toNewNetwork(root);
-    QVERIFY(!Upgrades::hasOldNetwork(root));
-}
+    void derivesTheSecurityOfWireless_data() { Documents::addRows("wireless-security.json"); }
+    void derivesTheSecurityOfWireless()
+    {
+        QFETCH(QJsonObject, row);
+        QJsonObject wlan = row[Key::wlan].toObject();
+        QJsonObject whole = {{Key::network, QJsonObject{{Key::interfaces, QJsonObject{{Key::wlan, wlan}}}}}};
+        QJsonObject partial = whole;
+        Upgrades::toVersion15(whole);
+        Upgrades::partialToVersion15(partial);
+        QCOMPARE(wireless(whole)[Key::wifiSecurity], row[Key::wifiSecurity]);
+        wlan.insert(Key::wifiSecurity, row[Key::wifiSecurity]);
+        QCOMPARE(wireless(partial), wlan); // nothing else of it is touched
+    }
 
-void UpgradesTest::derivesTheSecurityOfWireless()
-{
-    QFETCH(QJsonObject, row);
-    QJsonObject wlan = row[Key::wlan].toObject();
-    QJsonObject whole = {{Key::network, QJsonObject{{Key::interfaces, QJsonObject{{Key::wlan, wlan}}}}}};
-    QJsonObject partial = whole;
-    Upgrades::toVersion15(whole);
-    Upgrades::partialToVersion15(partial);
-    QCOMPARE(wireless(whole)[Key::wifiSecurity], row[Key::wifiSecurity]);
-    wlan.insert(Key::wifiSecurity, row[Key::wifiSecurity]);
-    QCOMPARE(wireless(partial), wlan); // nothing else of it is touched
-}
-
-void UpgradesTest::reachesTheTargetOrFails()
-{
-    QFETCH(QJsonObject, row);
-    QJsonObject document = row[QLatin1String("document")].toObject();
-    const ManagerOfTomorrow manager(row[QLatin1String("target")].toInt());
-    QCOMPARE(manager.upgradeConfiguration(document), row[QLatin1String("reached")].toBool());
-    QCOMPARE(Upgrades::statedVersion(document), row[QLatin1String("version")].toInt());
-}
+    void reachesTheTargetOrFails_data() { Documents::addRows("upgrade-targets.json"); }
+    void reachesTheTargetOrFails()
+    {
+        QFETCH(QJsonObject, row);
+        QJsonObject document = row["document"].toObject();
+        const ManagerOfTomorrow manager(row["target"].toInt());
+        QCOMPARE(manager.upgradeConfiguration(document), row["reached"].toBool());
+        QCOMPARE(Upgrades::statedVersion(document), row["version"].toInt());
+    }
+};
 
 QTEST_APPLESS_MAIN(UpgradesTest)
 #include "upgradestest.moc"
