@@ -3,10 +3,8 @@
 
 #include "models/itemmodel.h"
 
-#include <QAbstractItemModelTester>
 #include <QFont>
-#include <QSignalSpy>
-#include <QTest>
+#include <QtTest>
 
 namespace {
 
@@ -33,96 +31,79 @@ class ItemModelTest : public QObject
     Q_OBJECT
 
 private slots:
-    void comparesByNameAndOnRequestByType();
-    void ignoresColumnsAndChildrenThatAreNotThere();
-    void tellsViewsOfEveryChange();
-    void overwritesTheEqualRowInItsPlace();
-    void showsItalicsAndHeadings();
+
+    void ignoresColumnsAndChildrenThatAreNotThere()
+    {
+        Item item("a");
+        item.setValue(3, "x");
+        item.setValue(-1, "x");
+        QCOMPARE(item.getValue(3), QString());
+        QCOMPARE(item.getValue(-1), QString());
+        item.removeChild(0);
+        item.swapChild(0, 1);
+        item.appendChild(nullptr);
+        QCOMPARE(item.child(0), nullptr);
+        item.appendChild(new Item("last"), 7);
+        item.insertChild(-4, new Item("first"));
+        QCOMPARE(item.child(0)->getValue(Item::Name), "first");
+        QCOMPARE(item.child(1)->row(), 1);
+        QCOMPARE(item.child(1)->parentItem(), &item);
+    }
+
+    void tellsViewsOfEveryChange()
+    {
+        ItemModel model(3);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        auto *group = row("group", ItemType::group);
+        group->appendChild(row("member one"));
+        group->appendChild(row("member two"));
+        model.appendChildren({row("a"), row("b"), group});
+        model.appendChild(row("first"), 0);
+        QCOMPARE(names(model), QStringList({"first", "a", "b", "group"}));
+        model.downItem(model.index(0, 0));
+        model.upItem(model.index(0, 0)); // nowhere to go
+        model.downItem(model.index(3, 0));
+        QCOMPARE(names(model).first(), "a");
+
+        const QModelIndex parent = model.index(3, 0);
+        model.upItem(model.index(1, 0, parent));
+        QCOMPARE(model.index(0, 0, parent).data().toString(), "member two");
+        model.remItem(model.index(0, 0, parent));
+        QCOMPARE(model.rowCount(parent), 1);
+        model.removeByIndex(9);
+        model.removeByIndex(0);
+        QCOMPARE(model.rowCount(), 3);
+        QVERIFY(!model.setData(model.index(0, 0), "x"));
+        model.remAllItems();
+        QCOMPARE(model.rowCount(), 0);
+    }
+
+    void overwritesTheEqualRowInItsPlace()
+    {
+        ItemModel model(1);
+        model.appendChildren({row("a"), row("b"), row("c")});
+        Item *changed = row("b");
+        changed->setValue(Item::Address, "10.0.0.9");
+        QVERIFY(model.contains(*changed, true));
+        model.overwriteChild(changed);
+        QCOMPARE(names(model).join(' '), "a b c");
+        QCOMPARE(model.topLevelItem(1)->getValue(Item::Address), "10.0.0.9");
+        model.overwriteChild(row("b", ItemType::group));
+        QCOMPARE(model.rowCount(), 4);
+    }
+
+    void showsItalicsAndHeadings()
+    {
+        ItemModel model(1);
+        model.appendChild(new Item("\tSearching...", nullptr, true, true));
+        model.appendChild(row("server"));
+        QVERIFY(model.index(0, 0).data(Qt::FontRole).value<QFont>().italic());
+        QVERIFY(!model.flags(model.index(0, 0)).testFlag(Qt::ItemIsSelectable));
+        QVERIFY(!model.index(1, 0).data(Qt::FontRole).isValid());
+        QVERIFY(!model.index(1, 0).data(Qt::DecorationRole).isValid());
+        QVERIFY(model.flags(model.index(1, 0)).testFlag(Qt::ItemIsSelectable));
+    }
 };
-
-void ItemModelTest::comparesByNameAndOnRequestByType()
-{
-    const Item server(QStringLiteral("a"));
-    Item group(QStringLiteral("a"));
-    group.setValue(Item::Type, ItemType::group);
-    QVERIFY(!server.compare(group, false));
-    QVERIFY(server.compare(group, true));
-    QVERIFY(server.compare(Item(QStringLiteral("A")), false));
-}
-
-void ItemModelTest::ignoresColumnsAndChildrenThatAreNotThere()
-{
-    Item item(QStringLiteral("a"));
-    item.setValue(3, QStringLiteral("x"));
-    item.setValue(-1, QStringLiteral("x"));
-    QCOMPARE(item.getValue(3), QString());
-    QCOMPARE(item.getValue(-1), QString());
-    item.removeChild(0);
-    item.swapChild(0, 1);
-    item.appendChild(nullptr);
-    QCOMPARE(item.child(0), nullptr);
-    item.appendChild(new Item(QStringLiteral("last")), 7);
-    item.insertChild(-4, new Item(QStringLiteral("first")));
-    QCOMPARE(item.child(0)->getValue(Item::Name), QStringLiteral("first"));
-    QCOMPARE(item.child(1)->row(), 1);
-    QCOMPARE(item.child(1)->parentItem(), &item);
-}
-
-void ItemModelTest::tellsViewsOfEveryChange()
-{
-    ItemModel model(3);
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    auto *group = row("group", ItemType::group);
-    group->appendChild(row("member one"));
-    group->appendChild(row("member two"));
-    model.appendChildren({row("a"), row("b"), group});
-    model.appendChild(row("first"), 0);
-    QCOMPARE(names(model),
-             QStringList({QStringLiteral("first"), QStringLiteral("a"), QStringLiteral("b"),
-                          QStringLiteral("group")}));
-    model.downItem(model.index(0, 0));
-    model.upItem(model.index(0, 0)); // nowhere to go
-    model.downItem(model.index(3, 0));
-    QCOMPARE(names(model).first(), QStringLiteral("a"));
-
-    const QModelIndex parent = model.index(3, 0);
-    model.upItem(model.index(1, 0, parent));
-    QCOMPARE(model.index(0, 0, parent).data().toString(), QStringLiteral("member two"));
-    model.remItem(model.index(0, 0, parent));
-    QCOMPARE(model.rowCount(parent), 1);
-    model.removeByIndex(9);
-    model.removeByIndex(0);
-    QCOMPARE(model.rowCount(), 3);
-    QVERIFY(!model.setData(model.index(0, 0), QStringLiteral("x")));
-    model.remAllItems();
-    QCOMPARE(model.rowCount(), 0);
-}
-
-void ItemModelTest::overwritesTheEqualRowInItsPlace()
-{
-    ItemModel model(1);
-    model.appendChildren({row("a"), row("b"), row("c")});
-    Item *changed = row("b");
-    changed->setValue(Item::Address, QStringLiteral("10.0.0.9"));
-    QVERIFY(model.contains(*changed, true));
-    model.overwriteChild(changed);
-    QCOMPARE(names(model).join(QLatin1Char(' ')), QStringLiteral("a b c"));
-    QCOMPARE(model.topLevelItem(1)->getValue(Item::Address), QStringLiteral("10.0.0.9"));
-    model.overwriteChild(row("b", ItemType::group));
-    QCOMPARE(model.rowCount(), 4);
-}
-
-void ItemModelTest::showsItalicsAndHeadings()
-{
-    ItemModel model(1);
-    model.appendChild(new Item(QStringLiteral("\tSearching..."), nullptr, true, true));
-    model.appendChild(row("server"));
-    QVERIFY(model.index(0, 0).data(Qt::FontRole).value<QFont>().italic());
-    QVERIFY(!model.flags(model.index(0, 0)).testFlag(Qt::ItemIsSelectable));
-    QVERIFY(!model.index(1, 0).data(Qt::FontRole).isValid());
-    QVERIFY(!model.index(1, 0).data(Qt::DecorationRole).isValid());
-    QVERIFY(model.flags(model.index(1, 0)).testFlag(Qt::ItemIsSelectable));
-}
 
 QTEST_MAIN(ItemModelTest)
 #include "itemmodeltest.moc"

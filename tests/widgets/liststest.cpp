@@ -5,14 +5,10 @@
 #include "models/itemmodel.h"
 #include "widgets/groupservertreeview.h"
 #include "widgets/listcontainer.h"
+#include "testtable.h"
 
-#include <QListView>
-#include <QPainter>
-#include <QProxyStyle>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -74,9 +70,9 @@ QList<Item *> groups(const QVector<int> &sizes)
 {
     QList<Item *> result;
     for (const int size : sizes) {
-        result += new Item(QStringLiteral("group"));
+        result += new Item("group");
         for (int server = 0; server < size; ++server)
-            result.last()->appendChild(new Item(QStringLiteral("server")));
+            result.last()->appendChild(new Item("server"));
     }
     return result;
 }
@@ -89,169 +85,142 @@ class ListsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void enablesWhatTheRowAllows();
-    void movesRows();
-    void asksBeforeTheGuardedRowGoes_data();
-    void asksBeforeTheGuardedRowGoes();
-    void removesNoOtherRowThanAskedFor();
-    void rowsAreCountedAsTheyAreSeen();
-    void drawsBranchesWhereThereAreAny();
-    void drawsTheTreeAsOneLine();
-    void anArrowBeginsWithTheRowItStandsOn();
-};
+    void enablesWhatTheRowAllows()
+    {
+        List list;
+        QCOMPARE(list.enabled(), "a");
+        const QStringList expected{"adr", "audr", "aur"};
+        for (int row = 0; row < 3; ++row) {
+            list.choose(row);
+            QCOMPARE(list.enabled(), expected.at(row));
+        }
+        list.model.appendChild(new Item("d"));
+        QCOMPARE(list.enabled(), "audr");
+        list.model.removeByIndex(3);
+        QCOMPARE(list.enabled(), "aur");
+        list.model.remAllItems();
+        QCOMPARE(list.enabled(), "a");
+    }
 
-void ListsTest::enablesWhatTheRowAllows()
-{
-    List list;
-    QCOMPARE(list.enabled(), QStringLiteral("a"));
-    const QStringList expected{QStringLiteral("adr"), QStringLiteral("audr"), QStringLiteral("aur")};
-    for (int row = 0; row < 3; ++row) {
+    void movesRows()
+    {
+        List list;
+        const QSignalSpy changed(&list.container, &ListContainer::changed);
+        list.choose(0);
+        list.down.click();
+        list.down.click();
+        QCOMPARE(list.names(), "bca");
+        QCOMPARE(list.enabled(), "aur");
+        list.up.click();
+        QCOMPARE(list.names(), "bac");
+        list.remove.click();
+        QCOMPARE(list.names(), "bc");
+        QCOMPARE(changed.count(), 4);
+    }
+
+    void asksBeforeTheGuardedRowGoes_data()
+    {
+        const TestTable<QString, int, bool, QStringList, QString> table("warning", "row", "accept", "asked",
+                                                                        "left");
+        const QString warning = "The group you want to remove is autoconnect group. Proceed?";
+        table.row("accepted", warning, 1, true, {warning}, "ac");
+        table.row("declined", warning, 1, false, {warning}, "abc");
+        table.row("another row", warning, 2, false, {}, "ab");
+        table.row("no warning", {}, 1, false, {}, "ac");
+    }
+
+    void asksBeforeTheGuardedRowGoes()
+    {
+        QFETCH(QString, warning);
+        QFETCH(int, row);
+        QFETCH(bool, accept);
+        List list(warning);
+        list.container.setGuardedName("b");
         list.choose(row);
-        QCOMPARE(list.enabled(), expected.at(row));
+        const DialogAnswer answer(accept);
+        list.remove.click();
+        QTEST(answer.messages, "asked");
+        QCOMPARE(answer.titles,
+                 QStringList(answer.messages.size() ? QString("Warning") : QString())
+                     .mid(0, answer.messages.size()));
+        QTEST(list.names(), "left");
     }
-    list.model.appendChild(new Item(QStringLiteral("d")));
-    QCOMPARE(list.enabled(), QStringLiteral("audr"));
-    list.model.removeByIndex(3);
-    QCOMPARE(list.enabled(), QStringLiteral("aur"));
-    list.model.remAllItems();
-    QCOMPARE(list.enabled(), QStringLiteral("a"));
-}
 
-void ListsTest::movesRows()
-{
-    List list;
-    const QSignalSpy changed(&list.container, &ListContainer::changed);
-    list.choose(0);
-    list.down.click();
-    list.down.click();
-    QCOMPARE(list.names(), QStringLiteral("bca"));
-    QCOMPARE(list.enabled(), QStringLiteral("aur"));
-    list.up.click();
-    QCOMPARE(list.names(), QStringLiteral("bac"));
-    list.remove.click();
-    QCOMPARE(list.names(), QStringLiteral("bc"));
-    QCOMPARE(changed.count(), 4);
-}
-
-void ListsTest::asksBeforeTheGuardedRowGoes_data()
-{
-    QTest::addColumn<QString>("warning");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<bool>("accept");
-    QTest::addColumn<QStringList>("asked");
-    QTest::addColumn<QString>("left");
-    const QString warning = QStringLiteral("The group you want to remove is autoconnect group. Proceed?");
-    QTest::newRow("accepted") << warning << 1 << true << QStringList{warning} << "ac";
-    QTest::newRow("declined") << warning << 1 << false << QStringList{warning} << "abc";
-    QTest::newRow("another row") << warning << 2 << false << QStringList() << "ab";
-    QTest::newRow("no warning") << QString() << 1 << false << QStringList() << "ac";
-}
-
-void ListsTest::asksBeforeTheGuardedRowGoes()
-{
-    QFETCH(QString, warning);
-    QFETCH(int, row);
-    QFETCH(bool, accept);
-    List list(warning);
-    list.container.setGuardedName(QStringLiteral("b"));
-    list.choose(row);
-    const DialogAnswer answer(accept);
-    list.remove.click();
-    QTEST(answer.messages, "asked");
-    QCOMPARE(answer.titles,
-             QStringList(answer.messages.size() ? QStringLiteral("Warning") : QString())
-                 .mid(0, answer.messages.size()));
-    QTEST(list.names(), "left");
-}
-
-void ListsTest::removesNoOtherRowThanAskedFor()
-{
-    List list(QStringLiteral("Sure?"));
-    list.container.setGuardedName(QStringLiteral("b"));
-    list.choose(1);
-    QTimer::singleShot(0, this, [&list] { list.model.removeByIndex(1); });
-    const DialogAnswer answer(true);
-    list.remove.click();
-    QCOMPARE(answer.titles.size(), 1);
-    QCOMPARE(list.names(), QStringLiteral("ac"));
-}
-
-void ListsTest::rowsAreCountedAsTheyAreSeen()
-{
-    ItemModel model(1);
-    model.appendChildren(groups({3, 2, 0}));
-    GroupServerTreeView view;
-    QFont font;
-    font.setPixelSize(40);
-    view.setFont(font);
-    view.setFrameShape(QFrame::NoFrame);
-    view.setModel(&model);
-    view.resize(300, 4 * GroupServerTreeView::rowHeight);
-    view.show();
-    const QModelIndex second = model.index(1, 0);
-    QCOMPARE(view.visualRect(second).height(), 24);
-    QCOMPARE(view.visualRow(second), 1);
-    QCOMPARE(view.visualRow(model.index(0, 0, second)), -1);
-    QCOMPARE(view.visualRow(QModelIndex()), -1);
-
-    const QSignalSpy moved(&view, &GroupServerTreeView::updateParent);
-    view.expand(model.index(0, 0));
-    QVERIFY(!moved.isEmpty());
-    view.expand(second);
-    QCOMPARE(view.visualRow(model.index(1, 0, second)), 6);
-    QTRY_COMPARE(view.verticalScrollBar()->maximum(), 4);
-    view.verticalScrollBar()->setValue(3);
-    QCOMPARE(view.visualRow(model.index(0, 0)), 0);
-    QCOMPARE(view.visualRow(second), 4);
-    QCOMPARE(view.visualRow(model.index(2, 0)), 7);
-}
-
-void ListsTest::drawsBranchesWhereThereAreAny()
-{
-    ItemModel model(1);
-    model.appendChildren(groups({0, 0}));
-    CountingStyle style;
-    GroupServerTreeView view;
-    view.setStyle(&style);
-    view.setModel(&model);
-    view.grab();
-    QCOMPARE(style.branches, 0);
-    model.appendChildren(groups({1}));
-    view.grab();
-    QCOMPARE(style.branches, 1);
-}
-
-void ListsTest::drawsTheTreeAsOneLine()
-{
-    const GroupServerTreeView view;
-    QImage image(12, 12, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    view.drawTree(&painter, QRegion(2, 2, 6, 6));
-    painter.end();
-    for (int x = 0; x < 12; ++x) {
-        for (int y = 0; y < 12; ++y)
-            QCOMPARE(image.pixelColor(x, y) != QColor(Qt::white), x == y && x >= 2 && x <= 8);
+    void removesNoOtherRowThanAskedFor()
+    {
+        List list("Sure?");
+        list.container.setGuardedName("b");
+        list.choose(1);
+        QTimer::singleShot(0, this, [&list] { list.model.removeByIndex(1); });
+        const DialogAnswer answer(true);
+        list.remove.click();
+        QCOMPARE(answer.titles.size(), 1);
+        QCOMPARE(list.names(), "ac");
     }
-}
 
-void ListsTest::anArrowBeginsWithTheRowItStandsOn()
-{
-    ItemModel model(1);
-    model.appendChild(new Item(QStringLiteral("title"), nullptr, true));
-    model.appendChildren(groups({0, 0}));
-    GroupServerTreeView view;
-    view.setModel(&model);
-    const auto chosen = [&view] {
-        return view.selectionModel()->selectedIndexes().value(0).row();
-    };
-    view.selectionModel()->setCurrentIndex(model.index(1, 0), QItemSelectionModel::NoUpdate);
-    QCOMPARE(chosen(), -1);
-    QTest::keyClick(&view, Qt::Key_Down);
-    QCOMPARE(chosen(), 1);
-    QTest::keyClick(&view, Qt::Key_Down);
-    QCOMPARE(chosen(), 2);
-}
+    void rowsAreCountedAsTheyAreSeen()
+    {
+        ItemModel model(1);
+        model.appendChildren(groups({3, 2, 0}));
+        GroupServerTreeView view;
+        QFont font;
+        font.setPixelSize(40);
+        view.setFont(font);
+        view.setFrameShape(QFrame::NoFrame);
+        view.setModel(&model);
+        view.resize(300, 4 * GroupServerTreeView::rowHeight);
+        view.show();
+        const QModelIndex second = model.index(1, 0);
+        QCOMPARE(view.visualRect(second).height(), 24);
+        QCOMPARE(view.visualRow(second), 1);
+        QCOMPARE(view.visualRow(model.index(0, 0, second)), -1);
+        QCOMPARE(view.visualRow(QModelIndex()), -1);
+
+        const QSignalSpy moved(&view, &GroupServerTreeView::updateParent);
+        view.expand(model.index(0, 0));
+        QVERIFY(!moved.isEmpty());
+        view.expand(second);
+        QCOMPARE(view.visualRow(model.index(1, 0, second)), 6);
+        QTRY_COMPARE(view.verticalScrollBar()->maximum(), 4);
+        view.verticalScrollBar()->setValue(3);
+        QCOMPARE(view.visualRow(model.index(0, 0)), 0);
+        QCOMPARE(view.visualRow(second), 4);
+        QCOMPARE(view.visualRow(model.index(2, 0)), 7);
+    }
+
+    void drawsBranchesWhereThereAreAny()
+    {
+        ItemModel model(1);
+        model.appendChildren(groups({0, 0}));
+        CountingStyle style;
+        GroupServerTreeView view;
+        view.setStyle(&style);
+        view.setModel(&model);
+        view.grab();
+        QCOMPARE(style.branches, 0);
+        model.appendChildren(groups({1}));
+        view.grab();
+        QCOMPARE(style.branches, 1);
+    }
+
+    void anArrowBeginsWithTheRowItStandsOn()
+    {
+        ItemModel model(1);
+        model.appendChild(new Item("title", nullptr, true));
+        model.appendChildren(groups({0, 0}));
+        GroupServerTreeView view;
+        view.setModel(&model);
+        const auto chosen = [&view] {
+            return view.selectionModel()->selectedIndexes().value(0).row();
+        };
+        view.selectionModel()->setCurrentIndex(model.index(1, 0), QItemSelectionModel::NoUpdate);
+        QCOMPARE(chosen(), -1);
+        QTest::keyClick(&view, Qt::Key_Down);
+        QCOMPARE(chosen(), 1);
+        QTest::keyClick(&view, Qt::Key_Down);
+        QCOMPARE(chosen(), 2);
+    }
+};
 
 QTEST_MAIN(ListsTest)
 #include "liststest.moc"
