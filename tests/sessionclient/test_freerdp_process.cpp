@@ -3,6 +3,7 @@
 
 #include "session/freerdpprocess.h"
 #include "standin.h"
+#include "testtable.h"
 
 #include <QtTest>
 
@@ -15,10 +16,10 @@ static SessionEnd runToEnd(FreeRdpProcess &process, const FreeRdpCommand &comman
     if (stopWhen != 0 && QTest::qWaitFor([standIn] { return standIn->has("ready"); }))
         process.stop();
     if (!QTest::qWaitFor([&ends] { return !ends.isEmpty(); }, 20000))
-        return {EndReason::BadFile, QStringLiteral("no end"), {}};
+        return {EndReason::BadFile, "no end", {}};
     QCoreApplication::processEvents();
     return ends.size() == 1 ? ends.first().first().value<SessionEnd>()
-                            : SessionEnd{EndReason::BadFile, QStringLiteral("more than one end"), {}};
+                            : SessionEnd{EndReason::BadFile, "more than one end", {}};
 }
 
 class TestFreeRdpProcess : public QObject
@@ -28,8 +29,7 @@ class TestFreeRdpProcess : public QObject
 private slots:
     void everyEndHasItsReason_data()
     {
-        QTest::addColumn<QByteArray>("behaviour");
-        QTest::addColumn<int>("reason");
+        const TestTable<QByteArray, int> table("behaviour", "reason");
         const QVector<QPair<EndReason, QVector<int>>> codes{
             {EndReason::Ended, {0, 11, 12}},
             {EndReason::EndedByServer, {1, 2}},
@@ -54,8 +54,8 @@ private slots:
                 QTest::addRow("%d", code)
                     << QByteArray("exit " + QByteArray::number(code)) << int(entry.first);
         }
-        QTest::newRow("signal") << QByteArray("kill -SEGV $$") << int(EndReason::ClientFault);
-        QTest::newRow("missing") << QByteArray() << int(EndReason::ClientMissing);
+        table.row("signal", "kill -SEGV $$", int(EndReason::ClientFault));
+        table.row("missing", {}, int(EndReason::ClientMissing));
     }
 
     void everyEndHasItsReason()
@@ -70,11 +70,10 @@ private slots:
 
     void stops_data()
     {
-        QTest::addColumn<QByteArray>("behaviour");
-        QTest::newRow("at once") << QByteArray("touch ready; exec sleep 60");
-        QTest::newRow("deaf") << QByteArray("trap '' TERM; touch ready; while :; do sleep 0.1; done");
-        QTest::newRow("calls it a success")
-            << QByteArray("trap 'exit 0' TERM; touch ready; while :; do sleep 0.1; done");
+        const TestTable<QByteArray> table("behaviour");
+        table.row("at once", "touch ready; exec sleep 60");
+        table.row("deaf", "trap '' TERM; touch ready; while :; do sleep 0.1; done");
+        table.row("calls it a success", "trap 'exit 0' TERM; touch ready; while :; do sleep 0.1; done");
     }
 
     void stops()
@@ -90,11 +89,11 @@ private slots:
         const StandIn standIn("yes 'flood of geheim' | head -c 4000000; printf 'last words' >&2; exit 140");
         FreeRdpProcess process;
         FreeRdpCommand command;
-        command.secrets = QStringList(QStringLiteral("geheim"));
+        command.secrets = QStringList("geheim");
         const SessionEnd end = runToEnd(process, command);
         QCOMPARE(int(end.reason), int(EndReason::NameNotFound));
-        QVERIFY(end.output.filter(QStringLiteral("geheim")).isEmpty());
-        QVERIFY(end.output.last().endsWith(QStringLiteral("last words")));
+        QVERIFY(end.output.filter("geheim").isEmpty());
+        QVERIFY(end.output.last().endsWith("last words"));
         QCOMPARE(end.output.size(), OutputTail::MostLines);
     }
 };

@@ -4,16 +4,16 @@
 #include "lab-peers/brokerserver.h"
 #include "session/sessionprogram.h"
 #include "standin.h"
+#include "testtable.h"
 
-#include <QProcess>
 #include <QtTest>
 
 #include <csignal>
 
 Q_DECLARE_METATYPE(EndReason)
 
-static const QString User = QStringLiteral("jürgen@ward");
-static const QString Password = QStringLiteral("pä ss=%");
+static const QString User = "jürgen@ward";
+static const QString Password = "pä ss=%";
 
 // The whole program, started as the launcher starts it, beside a broker on the loopback interface.
 class TestSolvaClient : public QObject
@@ -25,26 +25,22 @@ private slots:
     {
         m_broker = std::make_unique<BrokerServer>();
         m_broker->addUser(User, Password,
-                          {{QStringLiteral("Ward 3"), QStringLiteral("10.77.0.21:3390")},
-                           {QString::fromUtf8("Büro 桌"), QStringLiteral("10.77.0.22")},
-                           {QStringLiteral("Trap"), QStringLiteral("/proxy:evil")}});
+                          {{"Ward 3", "10.77.0.21:3390"},
+                           {QString::fromUtf8("Büro 桌"), "10.77.0.22"},
+                           {"Trap", "/proxy:evil"}});
         QVERIFY2(m_broker->start(QHostAddress(QHostAddress::LocalHost), 0), qPrintable(m_broker->fault()));
     }
     void cleanup() { m_client.reset(); }
 
     void opensTheDesktop_data()
     {
-        QTest::addColumn<QString>("desktop");
-        QTest::addColumn<QStringList>("further");
-        QTest::addColumn<QByteArrayList>("told");
-        QTest::newRow("named") << QString::fromUtf8("Büro 桌") << QStringList()
-                               << QByteArrayList{"/v:10.77.0.22", "/f"};
-        QTest::newRow("none named") << QString() << QStringList() << QByteArrayList{"/v:10.77.0.21:3390"};
-        QTest::newRow("application")
-            << QStringLiteral("Ward 3")
-            << QStringLiteral("--application=calc --application-dir=C:\\ --use-smsc-sda --sda-position=right")
-                   .split(QLatin1Char(' '))
-            << QByteArrayList{"/shell:calc", "/shell-dir:C:\\", "/multimon"};
+        const TestTable<QString, QStringList, QByteArrayList> table("desktop", "further", "told");
+        table.row("named", QString::fromUtf8("Büro 桌"), {}, QByteArrayList{"/v:10.77.0.22", "/f"});
+        table.row("none named", {}, {}, QByteArrayList{"/v:10.77.0.21:3390"});
+        table.row("application", "Ward 3",
+                  QString("--application=calc --application-dir=C:\\ --use-smsc-sda --sda-position=right")
+                      .split(' '),
+                  QByteArrayList{"/shell:calc", "/shell-dir:C:\\", "/multimon"});
     }
 
     void opensTheDesktop()
@@ -59,7 +55,7 @@ private slots:
         for (const QByteArray &argument : told + QByteArrayList{"/u:" + User.toUtf8(), "/from-stdin:force"})
             QVERIFY2(arguments.contains(argument), argument);
         QCOMPARE(standIn.read("input"), Password.toUtf8() + '\n');
-        QFile commandLine(QStringLiteral("/proc/%1/cmdline").arg(m_client->processId()));
+        QFile commandLine(QString("/proc/%1/cmdline").arg(m_client->processId()));
         QVERIFY(commandLine.open(QIODevice::ReadOnly));
         const QByteArray seen = commandLine.readAll();
         QVERIFY(seen.contains("--username=") && !seen.contains(Password.toUtf8()));
@@ -73,28 +69,24 @@ private slots:
 
     void reportsTheOutcome_data()
     {
-        QTest::addColumn<QByteArray>("behaviour");
-        QTest::addColumn<BrokerServer::Mode>("mode");
-        QTest::addColumn<QString>("desktop");
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<EndReason>("reason");
-        const QString ward = QStringLiteral("Ward 3");
+        const TestTable<QByteArray, BrokerServer::Mode, QString, QString, EndReason> table(
+            "behaviour", "mode", "desktop", "password", "reason");
+        const QString ward = "Ward 3";
         const auto row = [&](const char *title, const char *behaviour, BrokerServer::Mode mode,
                              EndReason reason, const QString &desktop, const QString &password) {
-            QTest::newRow(title) << QByteArray(behaviour) << mode << desktop << password << reason;
+            table.row(title, QByteArray(behaviour), mode, desktop, password, reason);
         };
         const auto normal = BrokerServer::Mode::Normal;
         row("log-off", "exit 12", normal, EndReason::Ended, ward, Password);
         row("time limit", "exit 3", normal, EndReason::TimeLimit, ward, Password);
         row("server gone", "exit 147", normal, EndReason::Unreachable, ward, Password);
         row("wrong password", "exit 0", normal, EndReason::LogonRejected, ward, ward);
-        row("not offered", "exit 0", normal, EndReason::NotAllowed, QStringLiteral("Ward"), Password);
-        row("option as address", "exit 0", normal, EndReason::BadAddress, QStringLiteral("Trap"), Password);
+        row("not offered", "exit 0", normal, EndReason::NotAllowed, "Ward", Password);
+        row("option as address", "exit 0", normal, EndReason::BadAddress, "Trap", Password);
         row("no list", "exit 0", BrokerServer::Mode::Empty, EndReason::NotAllowed, ward, Password);
         row("broker's fault", "exit 0", BrokerServer::Mode::Error, EndReason::ServerFault, ward, Password);
         row("cut", "exit 0", BrokerServer::Mode::Cut, EndReason::ServerFault, ward, Password);
-        row("10,000", "exit 12", BrokerServer::Mode::Huge, EndReason::Ended, QStringLiteral("Desktop 10000"),
-            Password);
+        row("10,000", "exit 12", BrokerServer::Mode::Huge, EndReason::Ended, "Desktop 10000", Password);
     }
 
     void reportsTheOutcome()
@@ -124,7 +116,7 @@ private slots:
     void wrongCalls()
     {
         for (const char *words : {"", "-c", "-c --server=a --sever=b", "-c --server=a --password=geheim\n"}) {
-            run(QString::fromLatin1(words).split(QLatin1Char(' ')));
+            run(QString::fromLatin1(words).split(' '));
             QTRY_COMPARE(m_client->state(), QProcess::NotRunning);
             QCOMPARE(m_client->exitCode(), int(WrongUsage));
             QVERIFY(!m_client->readAll().contains("geheim"));
@@ -146,18 +138,16 @@ private slots:
 private:
     void start(const QString &desktop, const QStringList &further, const QString &password = Password)
     {
-        run(QStringList{QStringLiteral("-c"),
-                        QStringLiteral("--server=127.0.0.1:%1").arg(m_broker->serverPort()),
-                        QStringLiteral("--protocol=RDP"), QStringLiteral("--desktop=") + desktop,
-                        QStringLiteral("--username=") + User, QStringLiteral("--password=") + password,
-                        QStringLiteral("--experience="), QStringLiteral("--keyboard-layout=US")}
+        run(QStringList{"-c", QString("--server=127.0.0.1:%1").arg(m_broker->serverPort()), "--protocol=RDP",
+                        QString("--desktop=") + desktop, QString("--username=") + User,
+                        QString("--password=") + password, "--experience=", "--keyboard-layout=US"}
             + further);
     }
     void run(const QStringList &arguments)
     {
         m_client = std::make_unique<QProcess>();
         m_client->setProcessChannelMode(QProcess::MergedChannels);
-        m_client->start(qEnvironmentVariable("KT_BIN_DIR") + QStringLiteral("/solva-client"), arguments);
+        m_client->start(qEnvironmentVariable("KT_BIN_DIR") + "/solva-client", arguments);
         QVERIFY(m_client->waitForStarted());
     }
     void signalClient(int number) { ::kill(pid_t(m_client->processId()), number); }

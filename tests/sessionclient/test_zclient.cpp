@@ -3,19 +3,15 @@
 
 #include "session/reasonwindow.h"
 #include "standin.h"
+#include "testtable.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QLabel>
-#include <QProcess>
-#include <QPushButton>
 #include <QtTest>
+#include <QtWidgets>
 
 #include <csignal>
 
 static const char Password[] = "pä ss";
-static const QString Marker = QStringLiteral(":<FAIL>");
+static const QString Marker = ":<FAIL>";
 
 static QJsonObject statusOf(const StandIn &standIn)
 {
@@ -30,27 +26,24 @@ class TestZClient : public QObject
 private slots:
     void initTestCase()
     {
-        QVERIFY2(QFile::exists(qEnvironmentVariable("KT_BIN_DIR") + QStringLiteral("/zClient")),
-                 "build zClient first");
+        QVERIFY2(QFile::exists(qEnvironmentVariable("KT_BIN_DIR") + "/zClient"), "build zClient first");
     }
     void cleanup() { qunsetenv("KT_DEVICE_ROOT"); }
 
     void reportsTheOutcome_data()
     {
-        QTest::addColumn<QByteArray>("behaviour");
-        QTest::addColumn<QByteArray>("address");
-        QTest::addColumn<bool>("success");
-        QTest::addColumn<bool>("marked");
+        const TestTable<QByteArray, QByteArray, bool, bool> table("behaviour", "address", "success",
+                                                                  "marked");
         const QByteArray host("ts1");
-        QTest::newRow("log-off") << QByteArray("exit 12") << host << true << false;
-        QTest::newRow("administrator") << QByteArray("exit 1") << host << true << false;
-        QTest::newRow("name not found") << QByteArray("exit 140") << host << false << false;
-        QTest::newRow("forged marker") << QByteArray("echo ':<FAIL>'; exit 147") << host << false << false;
-        QTest::newRow("wrong password") << QByteArray("cat input; exit 154") << host << false << true;
-        QTest::newRow("killed") << QByteArray("kill -KILL $$") << host << false << true;
-        QTest::newRow("option as address") << QByteArray("exit 0") << QByteArray("-v") << false << false;
-        QTest::newRow("asks again") << QByteArray("read answer || exit 134") << host << false << true;
-        QTest::newRow("bad file") << QByteArray("exit 0") << QByteArray("a\\nb") << false << true;
+        table.row("log-off", "exit 12", host, true, false);
+        table.row("administrator", "exit 1", host, true, false);
+        table.row("name not found", "exit 140", host, false, false);
+        table.row("forged marker", "echo ':<FAIL>'; exit 147", host, false, false);
+        table.row("wrong password", "cat input; exit 154", host, false, true);
+        table.row("killed", "kill -KILL $$", host, false, true);
+        table.row("option as address", "exit 0", "-v", false, false);
+        table.row("asks again", "read answer || exit 134", host, false, true);
+        table.row("bad file", "exit 0", "a\\nb", false, true);
     }
 
     void reportsTheOutcome()
@@ -62,9 +55,9 @@ private slots:
         start(standIn, address);
         QVERIFY(m_client->waitForFinished(10000));
         const QJsonObject status = statusOf(standIn);
-        QCOMPARE(status.value(QStringLiteral("status")).toInt() == 6, success);
+        QCOMPARE(status.value("status").toInt() == 6, success);
         QCOMPARE(m_client->exitCode(), success ? 0 : 1);
-        QTEST(status.value(QStringLiteral("log")).toArray().contains(Marker), "marked");
+        QTEST(status.value("log").toArray().contains(Marker), "marked");
         QCOMPARE(standIn.read("runs"), QByteArray(address == "ts1" ? "run\n" : ""));
         for (const QByteArray &open :
              {standIn.read("connect.json.status"), standIn.read("arguments"), m_client->readAll()})
@@ -76,8 +69,7 @@ private slots:
         const StandIn standIn("exit 135");
         start(standIn, "ts1", false);
         QTRY_VERIFY(standIn.has("connect.json.status")); // on record before anybody reads the window
-        QCOMPARE(statusOf(standIn).value(QStringLiteral("status")).toInt(),
-                 reasonRow(EndReason::AccountLocked).status);
+        QCOMPARE(statusOf(standIn).value("status").toInt(), reasonRow(EndReason::AccountLocked).status);
         QVERIFY(!m_client->waitForFinished(300));
         signalClient(SIGTERM);
         QVERIFY(m_client->waitForFinished(10000));
@@ -89,9 +81,9 @@ private slots:
         const StandIn standIn("exec sleep 60");
         const QTemporaryDir root;
         qputenv("KT_DEVICE_ROOT", QFile::encodeName(root.path()));
-        QVERIFY(QDir(root.path()).mkpath(QStringLiteral("var/lib/kt964")));
+        QVERIFY(QDir(root.path()).mkpath("var/lib/kt964"));
         const auto choose = [&root](const char *number) {
-            QFile file(root.filePath(QStringLiteral("var/lib/kt964/config.json")));
+            QFile file(root.filePath("var/lib/kt964/config.json"));
             return file.open(QIODevice::WriteOnly)
                 && file.write("{\"audio settings\": {\"output device\": {\"device number\": \""
                               + QByteArray(number) + "\"}}}");
@@ -103,7 +95,7 @@ private slots:
         QFile definition(QString::fromUtf8(standIn.read("alsa").trimmed().split(':').last()));
         QVERIFY(definition.open(QIODevice::ReadOnly) && definition.readAll().contains("\"hw:0,3\""));
         QVERIFY(choose("1,0"));
-        QFile name(QStringLiteral("/proc/%1/comm").arg(m_client->processId()));
+        QFile name(QString("/proc/%1/comm").arg(m_client->processId()));
         QVERIFY(name.open(QIODevice::ReadOnly) && name.readAll() == "zClient.bin\n");
         signalClient(SIGUSR1);
         QTRY_VERIFY((definition.close(), definition.open(QIODevice::ReadOnly))
@@ -115,9 +107,9 @@ private slots:
 
     void endsTheChildToo_data()
     {
-        QTest::addColumn<int>("number");
-        QTest::newRow("asked to stop") << SIGINT;
-        QTest::newRow("killed") << SIGKILL;
+        const TestTable<int> table("number");
+        table.row("asked to stop", SIGINT);
+        table.row("killed", SIGKILL);
     }
 
     void endsTheChildToo()
@@ -130,8 +122,8 @@ private slots:
         signalClient(number);
         QVERIFY(m_client->waitForFinished(10000));
         const int status = number == SIGKILL ? 0 : reasonRow(EndReason::Stopped).status;
-        QCOMPARE(statusOf(standIn).value(QStringLiteral("status")).toInt(), status);
-        const QString process = QStringLiteral("/proc/%1/cmdline").arg(standIn.read("pid").toInt());
+        QCOMPARE(statusOf(standIn).value("status").toInt(), status);
+        const QString process = QString("/proc/%1/cmdline").arg(standIn.read("pid").toInt());
         const auto commandLine = [&process] { // a zombie has none
             QFile file(process);
             return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -151,21 +143,18 @@ private slots:
 
     void windowCountsDownAndCloses()
     {
-        ReasonWindow window(
-            {EndReason::LogonRejected, QStringLiteral("xfreerdp ended with <b>exit</b> code 134"), {}});
+        ReasonWindow window({EndReason::LogonRejected, "xfreerdp ended with <b>exit</b> code 134", {}});
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QVERIFY(window.findChild<QLabel *>(QStringLiteral("reasonLabel"))
-                    ->text()
-                    .contains(QStringLiteral("rejected")));
-        auto *timer = window.findChild<QTimer *>(QStringLiteral("closeTimer"));
+        QVERIFY(window.findChild<QLabel *>("reasonLabel")->text().contains("rejected"));
+        auto *timer = window.findChild<QTimer *>("closeTimer");
         QVERIFY(timer != nullptr && timer->isActive());
         timer->setInterval(1);
         QTRY_VERIFY(!window.isVisible());
 
         ReasonWindow second({EndReason::LogonRejected, QString(), {}});
         second.show();
-        QTest::mouseClick(second.findChild<QPushButton *>(QStringLiteral("closeButton")), Qt::LeftButton);
+        QTest::mouseClick(second.findChild<QPushButton *>("closeButton"), Qt::LeftButton);
         QVERIFY(!second.isVisible());
     }
 
@@ -180,8 +169,8 @@ private:
         QVERIFY(standIn.write("connect.json", document));
         m_client = std::make_unique<QProcess>();
         m_client->setProcessChannelMode(QProcess::MergedChannels);
-        m_client->start(qEnvironmentVariable("KT_BIN_DIR") + QStringLiteral("/zClient"),
-                        {QStringLiteral("-x"), standIn.path("connect.json")});
+        m_client->start(qEnvironmentVariable("KT_BIN_DIR") + "/zClient",
+                        {"-x", standIn.path("connect.json")});
         QVERIFY(m_client->waitForStarted());
     }
     void signalClient(int number) { ::kill(pid_t(m_client->processId()), number); }
