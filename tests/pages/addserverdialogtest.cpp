@@ -3,15 +3,10 @@
 
 #include "dialoganswer.h"
 #include "pages/addserverdialog.h"
+#include "testtable.h"
 
-#include <QAbstractItemView>
-#include <QDialogButtonBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSignalSpy>
-#include <QTest>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -21,7 +16,7 @@ Servers found(const QStringList &names)
 {
     Servers servers;
     for (const QString &name : names)
-        servers.insert(name, QHostAddress(QStringLiteral("10.0.0.%1").arg(servers.size() + 1)));
+        servers.insert(name, QHostAddress(QString("10.0.0.%1").arg(servers.size() + 1)));
     return servers;
 }
 
@@ -30,7 +25,7 @@ struct Opened
 {
     Opened()
         : target(1)
-        , dialog(target, QStringLiteral("Office"))
+        , dialog(target, "Office")
     {
         for (const char *name : {"one", "two"})
             target.appendChild(new Item(QLatin1String(name)));
@@ -70,7 +65,7 @@ struct Opened
     AddServerDialog dialog;
 };
 
-const QString question = QStringLiteral("Server %1 already exists in group Office");
+const QString question = "Server %1 already exists in group Office";
 
 } // namespace
 
@@ -80,92 +75,77 @@ class AddServerDialogTest : public QObject
     Q_OBJECT
 
 private slots:
-    void addsWhatIsTyped_data();
-    void addsWhatIsTyped();
-    void addsWhatIsPicked();
-    void aSearchMayEndWhileItAsks();
-    void picksNoPlaceholder();
+    void addsWhatIsTyped_data()
+    {
+        const TestTable<QString, bool, QStringList, QString, bool> table("name", "accept", "messages",
+                                                                         "servers", "closed");
+        table.row("blanks only", " \t ", true, {"Server name cannot be empty"}, "one= two=", false);
+        table.row("new", "  three ", true, {}, "one= two= three=10.1.1.1", true);
+        table.row("other case", "ONE", true, {}, "one= two= ONE=10.1.1.1", true);
+        table.row("overwritten", "one", true, {question.arg("one")}, "one=10.1.1.1 two=", true);
+        table.row("kept", "one", false, {question.arg("one")}, "one= two=", false);
+    }
+
+    void addsWhatIsTyped()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, accept);
+        const Opened opened;
+        QCOMPARE(opened.dialog.windowTitle(), "Add server to Office");
+        opened.type(name, " 10.1.1.1  ");
+        const DialogAnswer answer(accept);
+        opened.pressAdd();
+        QTEST(answer.messages, "messages");
+        for (const QString &title : answer.titles)
+            QCOMPARE(title, "Error");
+        QTEST(opened.servers().join(' '), "servers");
+        QTEST(opened.dialog.isHidden(), "closed");
+    }
+
+    void addsWhatIsPicked()
+    {
+        Opened opened;
+        opened.dialog.setServerList(found({"four", "one", "three"}));
+        for (const int row : {2, 0, 1}) // the order of the clicks is not the order of the list
+            opened.list()->selectionModel()->select(opened.list()->model()->index(row, 0),
+                                                    QItemSelectionModel::Select);
+        const DialogAnswer answer(true);
+        opened.pressAdd();
+        QCOMPARE(answer.messages, QStringList{question.arg("one")});
+        QCOMPARE(opened.servers().join(' '), "one=10.0.0.2 two= four=10.0.0.1 three=10.0.0.3");
+        QVERIFY(opened.dialog.isHidden());
+    }
+
+    void aSearchMayEndWhileItAsks()
+    {
+        Opened opened;
+        opened.dialog.setServerList(found({"one", "two"}));
+        opened.list()->selectAll();
+        QTimer::singleShot(0, this, [&opened] { opened.dialog.setServerList({}); });
+        const DialogAnswer answer(true);
+        opened.pressAdd();
+        QCOMPARE(answer.messages.size(), 2);
+        QCOMPARE(opened.servers().join(' '), "one=10.0.0.1 two=10.0.0.2");
+    }
+
+    void picksNoPlaceholder()
+    {
+        Opened opened;
+        const auto shown = [&opened] {
+            return opened.list()->model()->index(0, 0).data().toString();
+        };
+        const QSignalSpy searches(&opened.dialog, &AddServerDialog::refreshServerList);
+        opened.part<QToolButton>("refreshButton")->click();
+        QCOMPARE(searches.count(), 1);
+        QCOMPARE(shown(), "\tSearching...");
+        opened.dialog.setServerList({});
+        QCOMPARE(shown(), "\tNo Servers found");
+        opened.list()->selectAll();
+        opened.pressAdd();
+        QVERIFY(opened.dialog.isVisible());
+        QCOMPARE(opened.target.rowCount(), 2);
+    }
 };
-
-void AddServerDialogTest::addsWhatIsTyped_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("accept");
-    QTest::addColumn<QStringList>("messages");
-    QTest::addColumn<QString>("servers");
-    QTest::addColumn<bool>("closed");
-    QTest::newRow("blanks only") << " \t " << true
-                                 << QStringList{QStringLiteral("Server name cannot be empty")}
-                                 << "one= two=" << false;
-    QTest::newRow("new") << "  three " << true << QStringList() << "one= two= three=10.1.1.1" << true;
-    QTest::newRow("other case") << "ONE" << true << QStringList() << "one= two= ONE=10.1.1.1" << true;
-    QTest::newRow("overwritten") << "one" << true << QStringList{question.arg(QStringLiteral("one"))}
-                                 << "one=10.1.1.1 two=" << true;
-    QTest::newRow("kept") << "one" << false << QStringList{question.arg(QStringLiteral("one"))}
-                          << "one= two=" << false;
-}
-
-void AddServerDialogTest::addsWhatIsTyped()
-{
-    QFETCH(QString, name);
-    QFETCH(bool, accept);
-    const Opened opened;
-    QCOMPARE(opened.dialog.windowTitle(), QStringLiteral("Add server to Office"));
-    opened.type(name, QStringLiteral(" 10.1.1.1  "));
-    const DialogAnswer answer(accept);
-    opened.pressAdd();
-    QTEST(answer.messages, "messages");
-    for (const QString &title : answer.titles)
-        QCOMPARE(title, QStringLiteral("Error"));
-    QTEST(opened.servers().join(QLatin1Char(' ')), "servers");
-    QTEST(opened.dialog.isHidden(), "closed");
-}
-
-void AddServerDialogTest::addsWhatIsPicked()
-{
-    Opened opened;
-    opened.dialog.setServerList(
-        found({QStringLiteral("four"), QStringLiteral("one"), QStringLiteral("three")}));
-    for (const int row : {2, 0, 1}) // the order of the clicks is not the order of the list
-        opened.list()->selectionModel()->select(opened.list()->model()->index(row, 0),
-                                                QItemSelectionModel::Select);
-    const DialogAnswer answer(true);
-    opened.pressAdd();
-    QCOMPARE(answer.messages, QStringList{question.arg(QStringLiteral("one"))});
-    QCOMPARE(opened.servers().join(QLatin1Char(' ')),
-             QStringLiteral("one=10.0.0.2 two= four=10.0.0.1 three=10.0.0.3"));
-    QVERIFY(opened.dialog.isHidden());
-}
-
-void AddServerDialogTest::aSearchMayEndWhileItAsks()
-{
-    Opened opened;
-    opened.dialog.setServerList(found({QStringLiteral("one"), QStringLiteral("two")}));
-    opened.list()->selectAll();
-    QTimer::singleShot(0, this, [&opened] { opened.dialog.setServerList({}); });
-    const DialogAnswer answer(true);
-    opened.pressAdd();
-    QCOMPARE(answer.messages.size(), 2);
-    QCOMPARE(opened.servers().join(QLatin1Char(' ')), QStringLiteral("one=10.0.0.1 two=10.0.0.2"));
-}
-
-void AddServerDialogTest::picksNoPlaceholder()
-{
-    Opened opened;
-    const auto shown = [&opened] {
-        return opened.list()->model()->index(0, 0).data().toString();
-    };
-    const QSignalSpy searches(&opened.dialog, &AddServerDialog::refreshServerList);
-    opened.part<QToolButton>("refreshButton")->click();
-    QCOMPARE(searches.count(), 1);
-    QCOMPARE(shown(), QStringLiteral("\tSearching..."));
-    opened.dialog.setServerList({});
-    QCOMPARE(shown(), QStringLiteral("\tNo Servers found"));
-    opened.list()->selectAll();
-    opened.pressAdd();
-    QVERIFY(opened.dialog.isVisible());
-    QCOMPARE(opened.target.rowCount(), 2);
-}
 
 QTEST_MAIN(AddServerDialogTest)
 #include "addserverdialogtest.moc"

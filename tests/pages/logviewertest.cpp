@@ -7,16 +7,8 @@
 #include "pages/logviewerdialog.h"
 #include "testdevice.h"
 
-#include <QCheckBox>
-#include <QClipboard>
-#include <QComboBox>
-#include <QDir>
-#include <QGuiApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTableView>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -59,102 +51,97 @@ class LogViewerTest : public QObject
     Q_OBJECT
 
 private slots:
-    void filtersByTextAndSeverity();
-    void followsAFullLogUntilTheUserScrollsUp();
-    void copiesTheSelectedLines();
-    void savesToTheFirstStickOrSaysWhyNot();
+    void filtersByTextAndSeverity()
+    {
+        LogRing ring;
+        ring.append(LogSeverity::Debug, "kt.device", "Started");
+        ring.append(LogSeverity::Warning, "kt.device", "cannot start");
+        ring.append(LogSeverity::Fatal, "kt.app", "end");
+        const Viewer viewer(ring);
+        auto *filter = viewer.part<QLineEdit>("filterLineEdit");
+        filter->setText("start");
+        QCOMPARE(viewer.rows()->rowCount(), 2);
+        viewer.part<QComboBox>("severityComboBox")->setCurrentText("Warnings and errors");
+        QCOMPARE(viewer.text(0), "cannot start");
+        QCOMPARE(viewer.label("countLabel"), "1 of 3 lines");
+        filter->setText("KT.APP");
+        QCOMPARE(viewer.text(0), "end");
+
+        ring.append(LogSeverity::Critical, "kt.app", "late");
+        ring.append(LogSeverity::Information, "kt.app", "too mild");
+        QTRY_COMPARE(viewer.label("countLabel"), "2 of 5 lines");
+        QCOMPARE(viewer.text(1), "late");
+    }
+
+    void followsAFullLogUntilTheUserScrollsUp()
+    {
+        LogRing ring;
+        add(ring, 0, LogRing::capacity);
+        const Viewer viewer(ring);
+        QTRY_COMPARE(viewer.bottomText(), "line 4999");
+        // The current line is the first to go; the view must not run after it.
+        viewer.table()->setCurrentIndex(viewer.rows()->index(0, 0));
+        QVERIFY(!viewer.follow()->isChecked());
+        viewer.follow()->setChecked(true);
+        add(ring, 5000, 30);
+        QTRY_COMPARE(viewer.bottomText(), "line 5029");
+        QCOMPARE(viewer.text(0), "line 30");
+        add(ring, 5030, 3 * LogRing::capacity);
+        QTRY_COMPARE(viewer.bottomText(), "line 20029");
+        QVERIFY(viewer.follow()->isChecked());
+
+        viewer.table()->setCurrentIndex(viewer.rows()->index(LogRing::capacity - 1, 0));
+        QTest::keyClick(viewer.table(), Qt::Key_PageUp);
+        QTest::keyClick(viewer.table(), Qt::Key_PageUp);
+        QVERIFY(!viewer.follow()->isChecked());
+        const QString top = viewer.topText();
+        add(ring, 20030, 500);
+        QTRY_COMPARE(viewer.text(LogRing::capacity - 1), "line 20529");
+        QCOMPARE(viewer.topText(), top);
+    }
+
+    void copiesTheSelectedLines()
+    {
+        LogRing ring;
+        add(ring, 0, 3);
+        const Viewer viewer(ring);
+        for (int row : {2, 1})
+            viewer.table()->selectionModel()->select(viewer.rows()->index(row, 0),
+                                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        viewer.part<QPushButton>("copyButton")->click();
+        QStringList copied;
+        for (const QString &line : QGuiApplication::clipboard()->text().split('\n'))
+            copied += line.section(' ', 1);
+        QCOMPARE(copied, (QStringList{"debug kt.test: line 1", "debug kt.test: line 2"}));
+    }
+
+    void savesToTheFirstStickOrSaysWhyNot()
+    {
+        const TestDevice device;
+        const LogRing ring;
+        const Viewer viewer(ring);
+        const DialogAnswer answer(true);
+        auto *save = viewer.part<QPushButton>("saveButton");
+        save->click();
+        QCOMPARE(answer.messages, QStringList{"No USB stick was found. Plug one in and try again."});
+
+        const QDir stick(device.path("/media/A"));
+        QDir().mkpath(stick.path());
+        QDir().mkpath(device.path("/media/B"));
+        device.setTool("/usr/bin/tar", "exit 2");
+        save->click();
+        QCOMPARE(answer.messages.last(), "The archive could not be made.");
+        QCOMPARE(stick.entryList(QDir::Files | QDir::Hidden), QStringList());
+
+        device.removeTool("/usr/bin/tar");
+        device.setDocument({{"general settings", QJsonObject{{"device name", "hall"}}}});
+        save->click();
+        const QStringList saved = stick.entryList({"kt964-support-hall-*.tar.gz"}, QDir::Files);
+        QCOMPARE(saved.size(), 1);
+        QCOMPARE(viewer.label("statusLabel"), QString("Saved on USB stick \"A\" as %1.").arg(saved.first()));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
 };
-
-void LogViewerTest::filtersByTextAndSeverity()
-{
-    LogRing ring;
-    ring.append(LogSeverity::Debug, "kt.device", "Started");
-    ring.append(LogSeverity::Warning, "kt.device", "cannot start");
-    ring.append(LogSeverity::Fatal, "kt.app", "end");
-    const Viewer viewer(ring);
-    auto *filter = viewer.part<QLineEdit>("filterLineEdit");
-    filter->setText("start");
-    QCOMPARE(viewer.rows()->rowCount(), 2);
-    viewer.part<QComboBox>("severityComboBox")->setCurrentText("Warnings and errors");
-    QCOMPARE(viewer.text(0), "cannot start");
-    QCOMPARE(viewer.label("countLabel"), "1 of 3 lines");
-    filter->setText("KT.APP");
-    QCOMPARE(viewer.text(0), "end");
-
-    ring.append(LogSeverity::Critical, "kt.app", "late");
-    ring.append(LogSeverity::Information, "kt.app", "too mild");
-    QTRY_COMPARE(viewer.label("countLabel"), "2 of 5 lines");
-    QCOMPARE(viewer.text(1), "late");
-}
-
-void LogViewerTest::followsAFullLogUntilTheUserScrollsUp()
-{
-    LogRing ring;
-    add(ring, 0, LogRing::capacity);
-    const Viewer viewer(ring);
-    QTRY_COMPARE(viewer.bottomText(), "line 4999");
-    // The current line is the first to go; the view must not run after it.
-    viewer.table()->setCurrentIndex(viewer.rows()->index(0, 0));
-    QVERIFY(!viewer.follow()->isChecked());
-    viewer.follow()->setChecked(true);
-    add(ring, 5000, 30);
-    QTRY_COMPARE(viewer.bottomText(), "line 5029");
-    QCOMPARE(viewer.text(0), "line 30");
-    add(ring, 5030, 3 * LogRing::capacity);
-    QTRY_COMPARE(viewer.bottomText(), "line 20029");
-    QVERIFY(viewer.follow()->isChecked());
-
-    viewer.table()->setCurrentIndex(viewer.rows()->index(LogRing::capacity - 1, 0));
-    QTest::keyClick(viewer.table(), Qt::Key_PageUp);
-    QTest::keyClick(viewer.table(), Qt::Key_PageUp);
-    QVERIFY(!viewer.follow()->isChecked());
-    const QString top = viewer.topText();
-    add(ring, 20030, 500);
-    QTRY_COMPARE(viewer.text(LogRing::capacity - 1), "line 20529");
-    QCOMPARE(viewer.topText(), top);
-}
-
-void LogViewerTest::copiesTheSelectedLines()
-{
-    LogRing ring;
-    add(ring, 0, 3);
-    const Viewer viewer(ring);
-    for (int row : {2, 1})
-        viewer.table()->selectionModel()->select(viewer.rows()->index(row, 0),
-                                                 QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    viewer.part<QPushButton>("copyButton")->click();
-    QStringList copied;
-    for (const QString &line : QGuiApplication::clipboard()->text().split('\n'))
-        copied += line.section(' ', 1);
-    QCOMPARE(copied, (QStringList{"debug kt.test: line 1", "debug kt.test: line 2"}));
-}
-
-void LogViewerTest::savesToTheFirstStickOrSaysWhyNot()
-{
-    const TestDevice device;
-    const LogRing ring;
-    const Viewer viewer(ring);
-    const DialogAnswer answer(true);
-    auto *save = viewer.part<QPushButton>("saveButton");
-    save->click();
-    QCOMPARE(answer.messages, QStringList{"No USB stick was found. Plug one in and try again."});
-
-    const QDir stick(device.path("/media/A"));
-    QDir().mkpath(stick.path());
-    QDir().mkpath(device.path("/media/B"));
-    device.setTool("/usr/bin/tar", "exit 2");
-    save->click();
-    QCOMPARE(answer.messages.last(), "The archive could not be made.");
-    QCOMPARE(stick.entryList(QDir::Files | QDir::Hidden), QStringList());
-
-    device.removeTool("/usr/bin/tar");
-    device.setDocument({{"general settings", QJsonObject{{"device name", "hall"}}}});
-    save->click();
-    const QStringList saved = stick.entryList({"kt964-support-hall-*.tar.gz"}, QDir::Files);
-    QCOMPARE(saved.size(), 1);
-    QCOMPARE(viewer.label("statusLabel"), QString("Saved on USB stick \"A\" as %1.").arg(saved.first()));
-    QVERIFY(!QGuiApplication::overrideCursor());
-}
 
 QTEST_MAIN(LogViewerTest)
 #include "logviewertest.moc"

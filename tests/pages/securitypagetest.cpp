@@ -9,19 +9,11 @@
 #include "testcertificate.h"
 #include "testdevice.h"
 
-#include <QApplication>
-#include <QJsonArray>
-#include <QLabel>
-#include <QPushButton>
-#include <QRegularExpression>
-#include <QSignalSpy>
-#include <QTest>
-#include <QTextEdit>
-#include <QTimer>
-#include <QTreeView>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace {
-const QString section = QStringLiteral("security settings");
+const QString section = "security settings";
 }
 
 /// The security page as an administrator uses it.
@@ -30,17 +22,148 @@ class SecurityPageTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void importsAtOnce();
-    void asksForThePasswordAndGivesUp();
-    void tellsWhatIsWrong();
-    void removesAfterAQuestion();
-    void showsHostileTextAsText();
-    void correctsTheRecordWhenItIsShown();
+    void init()
+    {
+        m_device = std::make_unique<TestDevice>();
+        m_device->setDocument({{section, QJsonObject()}, {"server groups", QJsonArray()}});
+        m_document = std::make_unique<JsonModule>("config.json", true);
+        m_store = std::make_unique<CertificateStore>(*m_document);
+        m_page = std::make_unique<SecurityPage>(*m_document, *m_store);
+        m_document->readContent();
+        m_page->fill();
+        m_page->show();
+    }
+
+    void cleanup()
+    {
+        m_page.reset();
+        m_store.reset();
+        m_document.reset();
+        m_device.reset();
+    }
+
+    void importsAtOnce()
+    {
+        const DialogAnswer answer(true, "right");
+        QSignalSpy changed(m_page.get(), &SettingsPage::changed);
+        QVERIFY(!part<QPushButton>("removeButton")->isEnabled());
+        import(m_authority.pem(), "company.pem");
+        QCOMPARE(answer.messages, QStringList());
+        QCOMPARE(part<QLabel>("statusLabel")->text(), "Company CA was imported.");
+        import(m_authority.pem() + m_user.pem() + TestCertificate("third").pem(), "all.pem");
+        QCOMPARE(part<QLabel>("statusLabel")->text(),
+                 "2 certificates were imported. 1 of the file were stored already.");
+        QVERIFY(part<QTreeView>("authorityView")->selectionModel()->hasSelection());
+        import(m_user.pkcs12("right"), "jdoe.p12");
+        QCOMPARE(answer.messages, QStringList{"Enter the password of jdoe.p12."});
+        QCOMPARE(recorded("ca certificates").size(), 3);
+        QCOMPARE(recorded("client certificates").size(), 1);
+        QVERIFY(m_device->document().contains("server groups"));
+
+        QVERIFY(!part<QTreeView>("authorityView")->selectionModel()->hasSelection());
+        QVERIFY(part<QTreeView>("clientView")->selectionModel()->hasSelection());
+        QVERIFY(part<QPushButton>("removeButton")->isEnabled());
+        QCOMPARE(changed.count(), 0);
+        QVERIFY(!m_page->isChanged());
+    }
+
+    void asksForThePasswordAndGivesUp()
+    {
+        const QByteArray before = m_device->read("/var/lib/kt964/config.json");
+        {
+            const DialogAnswer wrong(true, "wrong");
+            import(m_user.pkcs12("right"), "jdoe.p12");
+            const QString again = "The password of jdoe.p12 is another.";
+            QCOMPARE(wrong.messages,
+                     QStringList({"Enter the password of jdoe.p12.", again, again,
+                                  "jdoe.p12 was not imported. The password is wrong."}));
+        }
+        const DialogAnswer cancel(false);
+        import(m_user.pkcs12("right"), "jdoe.p12");
+        QCOMPARE(cancel.messages.size(), 1);
+        QVERIFY(m_store->list(CertificateStore::Kind::Client).isEmpty());
+        QCOMPARE(m_device->read("/var/lib/kt964/config.json"), before);
+    }
+
+    void tellsWhatIsWrong()
+    {
+        const DialogAnswer answer(true);
+        import(m_authority.pem(), "a");
+        import(m_authority.der(), "a");
+        import("rubbish", "<i>a\n");
+        import(m_user.keyPem(), "a");
+        import(m_user.keyPem() + m_user.pem(), "a");
+        import(QByteArray(2 * 1024 * 1024, 'x'), "a");
+        QCOMPARE(answer.messages.size(), 5);
+        QVERIFY(answer.messages.at(0).contains("is stored already"));
+        QVERIFY(answer.messages.at(1).startsWith("<i>a\uFFFD was not imported."));
+        QVERIFY(answer.messages.at(1).contains("no certificate"));
+        QVERIFY(answer.messages.at(2).contains("private key without"));
+        QVERIFY(answer.messages.at(3).contains("PKCS#12"));
+        QVERIFY(answer.messages.at(4).contains("too large"));
+        QCOMPARE(recorded("ca certificates").size(), 1);
+    }
+
+    void removesAfterAQuestion()
+    {
+        import(m_authority.pem() + m_user.pem(), "all.pem");
+        auto *view = part<QTreeView>("authorityView");
+        {
+            const DialogAnswer keep(false);
+            QTest::mouseClick(part<QPushButton>("removeButton"), Qt::LeftButton);
+            QCOMPARE(keep.titles, QStringList{"Remove certificate"});
+            QVERIFY(keep.messages.first().startsWith("Remove Company CA?"));
+        }
+        QCOMPARE(recorded("ca certificates").size(), 2);
+        const DialogAnswer agree(true);
+        QTest::keyClick(view, Qt::Key_Delete);
+        QTRY_COMPARE(view->model()->rowCount(), 1);
+        QVERIFY(
+            view->selectionModel()->hasSelection()); // the next one, for whoever goes on from the keyboard
+        QTest::mouseClick(part<QPushButton>("removeButton"), Qt::LeftButton);
+        QCOMPARE(recorded("ca certificates"), QJsonArray());
+        QVERIFY(!part<QPushButton>("viewButton")->isEnabled());
+        QVERIFY(!m_device->exists("/var/lib/kt964/certificates/cacerts/jdoe.pem"));
+    }
+
+    void showsHostileTextAsText()
+    {
+        const QByteArray hostile = "<img src=x>" + QByteArray(9980, 'x') + "the end\n";
+        import(TestCertificate(hostile, -9, -2).pem(), "a.pem");
+        QVERIFY(m_page->minimumSizeHint().width() <= 720);
+        QString details;
+        QTimer::singleShot(0, this, [&details] {
+            auto *dialog = qobject_cast<CertificateDialog *>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            details = dialog->findChild<QTextEdit *>()->toPlainText();
+            QVERIFY(dialog->minimumSizeHint().width() <= 720);
+            dialog->reject();
+        });
+        QTest::keyClick(part<QTreeView>("authorityView"), Qt::Key_Return);
+        QVERIFY(details.startsWith("State\nExpired\nSubject\nCN=\\<img src=x\\>"));
+        QVERIFY(details.contains("xxthe end\\0A"));
+        QVERIFY(details.contains(QRegularExpression("fingerprint\n([0-9A-F]{2}:){31}[0-9A-F]{2}\n")));
+    }
+
+    void correctsTheRecordWhenItIsShown()
+    {
+        import(m_authority.pem(), "a.pem");
+        m_page->hide();
+        QFile::remove(m_device->path("/var/lib/kt964/certificates/cacerts/a.pem"));
+        m_page->show();
+        QCOMPARE(part<QTreeView>("authorityView")->model()->rowCount(), 0);
+        QCOMPARE(recorded("ca certificates"), QJsonArray());
+    }
 
 private:
-    void import(const QByteArray &bytes, const QString &name);
+    void import(const QByteArray &bytes, const QString &name)
+    {
+        m_device->write(QString("/media/") + name, bytes);
+        const QString path = m_device->path(QString("/media/") + name);
+        m_page->setFileChooser([path](QWidget *) { return path; });
+        QTest::mouseClick(part<QPushButton>("importButton"), Qt::LeftButton);
+    }
+
     template <typename Widget>
     Widget *part(const char *name) const
     {
@@ -58,147 +181,6 @@ private:
     const TestCertificate m_authority{"Company CA"};
     const TestCertificate m_user{"jdoe"};
 };
-
-void SecurityPageTest::init()
-{
-    m_device = std::make_unique<TestDevice>();
-    m_device->setDocument({{section, QJsonObject()}, {QStringLiteral("server groups"), QJsonArray()}});
-    m_document = std::make_unique<JsonModule>(QStringLiteral("config.json"), true);
-    m_store = std::make_unique<CertificateStore>(*m_document);
-    m_page = std::make_unique<SecurityPage>(*m_document, *m_store);
-    m_document->readContent();
-    m_page->fill();
-    m_page->show();
-}
-
-void SecurityPageTest::cleanup()
-{
-    m_page.reset();
-    m_store.reset();
-    m_document.reset();
-    m_device.reset();
-}
-
-void SecurityPageTest::import(const QByteArray &bytes, const QString &name)
-{
-    m_device->write(QLatin1String("/media/") + name, bytes);
-    const QString path = m_device->path(QLatin1String("/media/") + name);
-    m_page->setFileChooser([path](QWidget *) { return path; });
-    QTest::mouseClick(part<QPushButton>("importButton"), Qt::LeftButton);
-}
-
-void SecurityPageTest::importsAtOnce()
-{
-    const DialogAnswer answer(true, QStringLiteral("right"));
-    QSignalSpy changed(m_page.get(), &SettingsPage::changed);
-    QVERIFY(!part<QPushButton>("removeButton")->isEnabled());
-    import(m_authority.pem(), QStringLiteral("company.pem"));
-    QCOMPARE(answer.messages, QStringList());
-    QCOMPARE(part<QLabel>("statusLabel")->text(), QStringLiteral("Company CA was imported."));
-    import(m_authority.pem() + m_user.pem() + TestCertificate("third").pem(), QStringLiteral("all.pem"));
-    QCOMPARE(part<QLabel>("statusLabel")->text(),
-             QStringLiteral("2 certificates were imported. 1 of the file were stored already."));
-    QVERIFY(part<QTreeView>("authorityView")->selectionModel()->hasSelection());
-    import(m_user.pkcs12("right"), QStringLiteral("jdoe.p12"));
-    QCOMPARE(answer.messages, QStringList{QStringLiteral("Enter the password of jdoe.p12.")});
-    QCOMPARE(recorded("ca certificates").size(), 3);
-    QCOMPARE(recorded("client certificates").size(), 1);
-    QVERIFY(m_device->document().contains(QStringLiteral("server groups")));
-
-    QVERIFY(!part<QTreeView>("authorityView")->selectionModel()->hasSelection());
-    QVERIFY(part<QTreeView>("clientView")->selectionModel()->hasSelection());
-    QVERIFY(part<QPushButton>("removeButton")->isEnabled());
-    QCOMPARE(changed.count(), 0);
-    QVERIFY(!m_page->isChanged());
-}
-
-void SecurityPageTest::asksForThePasswordAndGivesUp()
-{
-    const QByteArray before = m_device->read(QStringLiteral("/var/lib/kt964/config.json"));
-    {
-        const DialogAnswer wrong(true, QStringLiteral("wrong"));
-        import(m_user.pkcs12("right"), QStringLiteral("jdoe.p12"));
-        const QString again = QStringLiteral("The password of jdoe.p12 is another.");
-        QCOMPARE(wrong.messages,
-                 QStringList({QStringLiteral("Enter the password of jdoe.p12."), again, again,
-                              QStringLiteral("jdoe.p12 was not imported. The password is wrong.")}));
-    }
-    const DialogAnswer cancel(false);
-    import(m_user.pkcs12("right"), QStringLiteral("jdoe.p12"));
-    QCOMPARE(cancel.messages.size(), 1);
-    QVERIFY(m_store->list(CertificateStore::Kind::Client).isEmpty());
-    QCOMPARE(m_device->read(QStringLiteral("/var/lib/kt964/config.json")), before);
-}
-
-void SecurityPageTest::tellsWhatIsWrong()
-{
-    const DialogAnswer answer(true);
-    import(m_authority.pem(), QStringLiteral("a"));
-    import(m_authority.der(), QStringLiteral("a"));
-    import("rubbish", QStringLiteral("<i>a\n"));
-    import(m_user.keyPem(), QStringLiteral("a"));
-    import(m_user.keyPem() + m_user.pem(), QStringLiteral("a"));
-    import(QByteArray(2 * 1024 * 1024, 'x'), QStringLiteral("a"));
-    QCOMPARE(answer.messages.size(), 5);
-    QVERIFY(answer.messages.at(0).contains(QStringLiteral("is stored already")));
-    QVERIFY(answer.messages.at(1).startsWith(QStringLiteral("<i>a\uFFFD was not imported.")));
-    QVERIFY(answer.messages.at(1).contains(QStringLiteral("no certificate")));
-    QVERIFY(answer.messages.at(2).contains(QStringLiteral("private key without")));
-    QVERIFY(answer.messages.at(3).contains(QStringLiteral("PKCS#12")));
-    QVERIFY(answer.messages.at(4).contains(QStringLiteral("too large")));
-    QCOMPARE(recorded("ca certificates").size(), 1);
-}
-
-void SecurityPageTest::removesAfterAQuestion()
-{
-    import(m_authority.pem() + m_user.pem(), QStringLiteral("all.pem"));
-    auto *view = part<QTreeView>("authorityView");
-    {
-        const DialogAnswer keep(false);
-        QTest::mouseClick(part<QPushButton>("removeButton"), Qt::LeftButton);
-        QCOMPARE(keep.titles, QStringList{QStringLiteral("Remove certificate")});
-        QVERIFY(keep.messages.first().startsWith(QStringLiteral("Remove Company CA?")));
-    }
-    QCOMPARE(recorded("ca certificates").size(), 2);
-    const DialogAnswer agree(true);
-    QTest::keyClick(view, Qt::Key_Delete);
-    QTRY_COMPARE(view->model()->rowCount(), 1);
-    QVERIFY(view->selectionModel()->hasSelection()); // the next one, for whoever goes on from the keyboard
-    QTest::mouseClick(part<QPushButton>("removeButton"), Qt::LeftButton);
-    QCOMPARE(recorded("ca certificates"), QJsonArray());
-    QVERIFY(!part<QPushButton>("viewButton")->isEnabled());
-    QVERIFY(!m_device->exists(QStringLiteral("/var/lib/kt964/certificates/cacerts/jdoe.pem")));
-}
-
-void SecurityPageTest::showsHostileTextAsText()
-{
-    const QByteArray hostile = "<img src=x>" + QByteArray(9980, 'x') + "the end\n";
-    import(TestCertificate(hostile, -9, -2).pem(), QStringLiteral("a.pem"));
-    QVERIFY(m_page->minimumSizeHint().width() <= 720);
-    QString details;
-    QTimer::singleShot(0, this, [&details] {
-        auto *dialog = qobject_cast<CertificateDialog *>(QApplication::activeModalWidget());
-        QVERIFY(dialog);
-        details = dialog->findChild<QTextEdit *>()->toPlainText();
-        QVERIFY(dialog->minimumSizeHint().width() <= 720);
-        dialog->reject();
-    });
-    QTest::keyClick(part<QTreeView>("authorityView"), Qt::Key_Return);
-    QVERIFY(details.startsWith(QStringLiteral("State\nExpired\nSubject\nCN=\\<img src=x\\>")));
-    QVERIFY(details.contains(QStringLiteral("xxthe end\\0A")));
-    QVERIFY(
-        details.contains(QRegularExpression(QStringLiteral("fingerprint\n([0-9A-F]{2}:){31}[0-9A-F]{2}\n"))));
-}
-
-void SecurityPageTest::correctsTheRecordWhenItIsShown()
-{
-    import(m_authority.pem(), QStringLiteral("a.pem"));
-    m_page->hide();
-    QFile::remove(m_device->path(QStringLiteral("/var/lib/kt964/certificates/cacerts/a.pem")));
-    m_page->show();
-    QCOMPARE(part<QTreeView>("authorityView")->model()->rowCount(), 0);
-    QCOMPARE(recorded("ca certificates"), QJsonArray());
-}
 
 QTEST_MAIN(SecurityPageTest)
 #include "securitypagetest.moc"
