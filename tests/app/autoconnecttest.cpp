@@ -6,12 +6,10 @@
 #include "app/autoconnectpage.h"
 #include "config/keys.h"
 #include "dialoganswer.h"
+#include "testtable.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QPushButton>
-#include <QStackedWidget>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -20,9 +18,9 @@ const QStringList autoconnect{Key::connection, Key::corvidConnection, Key::autoc
 QList<Launcher::Setting> toServer(const QString &name)
 {
     return {{autoconnect + QStringList{Key::enabled}, true},
-            {autoconnect + QStringList{Key::type}, QStringLiteral("server")},
+            {autoconnect + QStringList{Key::type}, "server"},
             {autoconnect + QStringList{Key::server},
-             QJsonObject{{Key::serverName, name}, {Key::serverAddress, QStringLiteral("10.0.0.1")}}}};
+             QJsonObject{{Key::serverName, name}, {Key::serverAddress, "10.0.0.1"}}}};
 }
 
 QList<Launcher::Setting> toGroup(const QString &name, const QJsonArray &groups)
@@ -40,18 +38,172 @@ class AutoConnectTest : public QObject
     Q_OBJECT
 
 private slots:
-    void countsSixTicksAndConnects();
-    void connectsAtOnceAndOnce();
-    void stopsWhenToldTo_data();
-    void stopsWhenToldTo();
-    void beginsAgainAfterASession();
-    void walksItsGroupAsItIsNow();
-    void saysThatItsGroupIsEmpty();
-    void declinesTheQuestionThatStandsOpen();
-    void doesNotOvertakeTheSettings();
-    void cancelComesTooLate();
-    void reconnectsAHundredTimes();
-    void keepsItsButtonsInSight();
+    void countsSixTicksAndConnects()
+    {
+        Launcher launcher(toServer("<i>Main</i>"));
+        launcher.tellClient({"hold"});
+        QStringList shown;
+        connect(&countdown(launcher), &Countdown::remaining, this,
+                [&] { shown += text(launcher, "autoConnectCountdownLabel"); });
+        open(launcher);
+        QCOMPARE(text(launcher, "autoConnectInfoLabel"),
+                 "This device is configured for automatic connection to server:  <i>Main</i> ");
+        QCOMPARE(launcher.part<QLabel>("autoConnectInfoLabel")->textFormat(), Qt::PlainText);
+        QVERIFY(launcher.part<QWidget>("autoConnectButton")->isVisible());
+        QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isVisible());
+        QVERIFY(!launcher.part<QWidget>("autoConnectAgainButton")->isVisible());
+        QTRY_VERIFY(launcher.window->sessionLauncher().isRunning());
+        QCOMPARE(shown.size(), 6);
+        for (int tick = 0; tick < 6; ++tick)
+            QCOMPARE(shown.at(tick), QString("Automatic connection in %1 seconds").arg(5 - tick));
+        QCOMPARE(text(launcher, "autoConnectCountdownLabel"), "Autoconnect started...");
+        QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isHidden());
+        QVERIFY(!countdown(launcher).isRunning());
+        QTRY_COMPARE(launcher.addresses(), QStringList{"10.0.0.1"});
+        launcher.letGo();
+        QTRY_COMPARE(launcher.ended->count(), 1);
+    }
+
+    void connectsAtOnceAndOnce()
+    {
+        Launcher launcher(toServer("Main"));
+        launcher.tellClient({success, success});
+        open(launcher, 60000);
+        QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
+        QCOMPARE(launcher.window->focusWidget()->objectName(), "autoConnectButton");
+        QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);
+        launcher.click("autoConnectButton");
+        QVERIFY(launcher.window->sessionLauncher().isRunning());
+        QVERIFY(launcher.ended->wait());
+        QVERIFY(!launcher.window->sessionLauncher().isRunning());
+        QCOMPARE(launcher.runs(), 1);
+    }
+
+    void stopsWhenToldTo_data()
+    {
+        const TestTable<QByteArray, int> table("button", "page");
+        table.row("cancel", "autoConnectCancelButton", 2);
+        table.row("another mode", "rdpClientButton", 0);
+    }
+
+    void stopsWhenToldTo()
+    {
+        QFETCH(QByteArray, button);
+        Launcher launcher(toServer("Main"));
+        const QSignalSpy elapsed(&countdown(launcher), &Countdown::elapsed);
+        connect(&countdown(launcher), &Countdown::remaining, this, [&](int seconds) {
+            if (seconds == 0)
+                launcher.click(button);
+        });
+        open(launcher);
+        QTRY_VERIFY(!countdown(launcher).isRunning());
+        QCOMPARE(elapsed.count(), 0);
+        QVERIFY(!launcher.window->sessionLauncher().isRunning());
+        QTEST(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), "page");
+        QVERIFY(launcher.part<QWidget>("autoConnectButton")->isHidden()
+                == (button == "autoConnectCancelButton"));
+        QVERIFY(launcher.part<QWidget>("autoConnectAgainButton")->isHidden()
+                != (button == "autoConnectCancelButton"));
+
+        launcher.tellClient({success});
+        launcher.click("CorvidProButton");
+        QVERIFY(launcher.connectAndWait()); // the configured target, whatever the launcher shows
+        QCOMPARE(launcher.addresses(), QStringList{"10.0.0.1"});
+    }
+
+    void beginsAgainAfterASession()
+    {
+        Launcher launcher(toServer("Main"));
+        launcher.tellClient({success, failure, success});
+        const DialogAnswer answer(true);
+        open(launcher);
+        QTRY_COMPARE(launcher.runs(), 3);
+        QTRY_VERIFY(launcher.ended->count() >= 3);
+        launcher.part<AutoConnectPage>("autoConnectPage")->stop();
+        QCOMPARE(answer.titles, QStringList{"Connection Error"});
+        QCOMPARE(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), 2);
+        for (const QWidget *widget : QApplication::topLevelWidgets())
+            QCOMPARE(widget->isVisible(), widget == launcher.window.get());
+    }
+
+    void walksItsGroupAsItIsNow()
+    {
+        Launcher launcher(toGroup("Office", oneGroup("Office", {})));
+        launcher.tellClient({failure, success});
+        open(launcher, 60000);
+        QJsonObject document = launcher.device.document();
+        document.insert(Key::serverGroups, oneGroup("Office", {"10.0.0.1", "10.0.0.2"}));
+        launcher.device.setDocument(document);
+        launcher.window->refreshServerGroups();
+        launcher.click("autoConnectButton");
+        QVERIFY(launcher.ended->wait());
+        QCOMPARE(launcher.addresses(), QStringList({"10.0.0.1", "10.0.0.2"}));
+    }
+
+    void saysThatItsGroupIsEmpty()
+    {
+        Launcher launcher(toGroup("Gone", {}));
+        const DialogAnswer answer(true);
+        open(launcher);
+        QTRY_COMPARE(answer.messages, QStringList{"Group Gone is empty. Connection aborted!"});
+        QVERIFY(!countdown(launcher).isRunning());
+        QVERIFY(launcher.window->isVisible());
+    }
+
+    void declinesTheQuestionThatStandsOpen()
+    {
+        Launcher launcher(toServer("Main"));
+        launcher.tellClient({success});
+        QTimer::singleShot(0, this, [&] { open(launcher); });
+        launcher.window->on_actionShutdown_triggered(); // returns when the session starts
+        QVERIFY(launcher.window->sessionLauncher().isRunning());
+        QCOMPARE(launcher.device.calls(), QStringList());
+        QVERIFY(launcher.ended->wait());
+        launcher.part<AutoConnectPage>("autoConnectPage")->stop();
+    }
+
+    void doesNotOvertakeTheSettings()
+    {
+        Launcher launcher(toServer("Main"));
+        open(launcher, 60000);
+        bool counted = true;
+        connect(launcher.window.get(), &SettingsApp::settingsRequested, this,
+                [&] { counted = countdown(launcher).isRunning(); }); // where the password is asked for
+        launcher.click("settingsButton");
+        QVERIFY(!counted);
+        QVERIFY(launcher.part<QWidget>("autoConnectAgainButton")->isVisible());
+        countdown(launcher).start();
+        launcher.window->showSettings(); // by whatever way
+        QVERIFY(!countdown(launcher).isRunning());
+        launcher.window->showLauncher();
+        QVERIFY(launcher.window->focusWidget()->objectName() != "autoConnectAgainButton");
+    }
+
+    void cancelComesTooLate()
+    {
+        Launcher launcher(toServer("Main"));
+        launcher.tellClient({success});
+        connect(&countdown(launcher), &Countdown::elapsed, this,
+                [&] { launcher.click("autoConnectCancelButton"); });
+        open(launcher);
+        QVERIFY(launcher.ended->wait());
+        QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isVisible()); // it counts anew
+        launcher.click("autoConnectCancelButton");
+        QVERIFY(!countdown(launcher).isRunning());
+        QCOMPARE(launcher.runs(), 1);
+    }
+
+    void keepsItsButtonsInSight()
+    {
+        Launcher launcher(toServer(QString("word ").repeated(2000)));
+        open(launcher, 60000);
+        const auto *card = launcher.part<QWidget>("autoConnectCard");
+        for (const char *name : {"autoConnectButton", "autoConnectCancelButton"}) {
+            const auto *button = launcher.part<QWidget>(name);
+            QVERIFY2(card->rect().contains(QRect(button->mapTo(card, QPoint()), button->size())), name);
+            QVERIFY(button->height() >= 40);
+        }
+    }
 
 private:
     static Countdown &countdown(const Launcher &launcher)
@@ -62,202 +214,13 @@ private:
     static void open(const Launcher &launcher, int tickMs = 1)
     {
         countdown(launcher).setTick(tickMs);
-        launcher.window->openLauncher(QStringLiteral("corvid"));
+        launcher.window->openLauncher("corvid");
     }
     static QString text(const Launcher &launcher, const char *label)
     {
         return launcher.part<QLabel>(label)->text();
     }
 };
-
-void AutoConnectTest::countsSixTicksAndConnects()
-{
-    Launcher launcher(toServer(QStringLiteral("<i>Main</i>")));
-    launcher.tellClient({QStringLiteral("hold")});
-    QStringList shown;
-    connect(&countdown(launcher), &Countdown::remaining, this,
-            [&] { shown += text(launcher, "autoConnectCountdownLabel"); });
-    open(launcher);
-    QCOMPARE(text(launcher, "autoConnectInfoLabel"),
-             QStringLiteral("This device is configured for automatic connection to server:  <i>Main</i> "));
-    QCOMPARE(launcher.part<QLabel>("autoConnectInfoLabel")->textFormat(), Qt::PlainText);
-    QVERIFY(launcher.part<QWidget>("autoConnectButton")->isVisible());
-    QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isVisible());
-    QVERIFY(!launcher.part<QWidget>("autoConnectAgainButton")->isVisible());
-    QTRY_VERIFY(launcher.window->sessionLauncher().isRunning());
-    QCOMPARE(shown.size(), 6);
-    for (int tick = 0; tick < 6; ++tick)
-        QCOMPARE(shown.at(tick), QStringLiteral("Automatic connection in %1 seconds").arg(5 - tick));
-    QCOMPARE(text(launcher, "autoConnectCountdownLabel"), QStringLiteral("Autoconnect started..."));
-    QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isHidden());
-    QVERIFY(!countdown(launcher).isRunning());
-    QTRY_COMPARE(launcher.addresses(), QStringList{QStringLiteral("10.0.0.1")});
-    launcher.letGo();
-    QTRY_COMPARE(launcher.ended->count(), 1);
-}
-
-void AutoConnectTest::connectsAtOnceAndOnce()
-{
-    Launcher launcher(toServer(QStringLiteral("Main")));
-    launcher.tellClient({success, success});
-    open(launcher, 60000);
-    QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
-    QCOMPARE(launcher.window->focusWidget()->objectName(), QStringLiteral("autoConnectButton"));
-    QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);
-    launcher.click("autoConnectButton");
-    QVERIFY(launcher.window->sessionLauncher().isRunning());
-    QVERIFY(launcher.ended->wait());
-    QVERIFY(!launcher.window->sessionLauncher().isRunning());
-    QCOMPARE(launcher.runs(), 1);
-}
-
-void AutoConnectTest::stopsWhenToldTo_data()
-{
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<int>("page");
-    QTest::newRow("cancel") << QByteArray("autoConnectCancelButton") << 2;
-    QTest::newRow("another mode") << QByteArray("rdpClientButton") << 0;
-}
-
-void AutoConnectTest::stopsWhenToldTo()
-{
-    QFETCH(QByteArray, button);
-    Launcher launcher(toServer(QStringLiteral("Main")));
-    const QSignalSpy elapsed(&countdown(launcher), &Countdown::elapsed);
-    connect(&countdown(launcher), &Countdown::remaining, this, [&](int seconds) {
-        if (seconds == 0)
-            launcher.click(button);
-    });
-    open(launcher);
-    QTRY_VERIFY(!countdown(launcher).isRunning());
-    QCOMPARE(elapsed.count(), 0);
-    QVERIFY(!launcher.window->sessionLauncher().isRunning());
-    QTEST(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), "page");
-    QVERIFY(launcher.part<QWidget>("autoConnectButton")->isHidden() == (button == "autoConnectCancelButton"));
-    QVERIFY(launcher.part<QWidget>("autoConnectAgainButton")->isHidden()
-            != (button == "autoConnectCancelButton"));
-
-    launcher.tellClient({success});
-    launcher.click("CorvidProButton");
-    QVERIFY(launcher.connectAndWait()); // the configured target, whatever the launcher shows
-    QCOMPARE(launcher.addresses(), QStringList{QStringLiteral("10.0.0.1")});
-}
-
-void AutoConnectTest::beginsAgainAfterASession()
-{
-    Launcher launcher(toServer(QStringLiteral("Main")));
-    launcher.tellClient({success, failure, success});
-    const DialogAnswer answer(true);
-    open(launcher);
-    QTRY_COMPARE(launcher.runs(), 3);
-    QTRY_VERIFY(launcher.ended->count() >= 3);
-    launcher.part<AutoConnectPage>("autoConnectPage")->stop();
-    QCOMPARE(answer.titles, QStringList{QStringLiteral("Connection Error")});
-    QCOMPARE(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), 2);
-}
-
-void AutoConnectTest::walksItsGroupAsItIsNow()
-{
-    Launcher launcher(toGroup(QStringLiteral("Office"), oneGroup(QStringLiteral("Office"), {})));
-    launcher.tellClient({failure, success});
-    open(launcher, 60000);
-    QJsonObject document = launcher.device.document();
-    document.insert(
-        Key::serverGroups,
-        oneGroup(QStringLiteral("Office"), {QStringLiteral("10.0.0.1"), QStringLiteral("10.0.0.2")}));
-    launcher.device.setDocument(document);
-    launcher.window->refreshServerGroups();
-    launcher.click("autoConnectButton");
-    QVERIFY(launcher.ended->wait());
-    QCOMPARE(launcher.addresses(), QStringList({QStringLiteral("10.0.0.1"), QStringLiteral("10.0.0.2")}));
-}
-
-void AutoConnectTest::saysThatItsGroupIsEmpty()
-{
-    Launcher launcher(toGroup(QStringLiteral("Gone"), {}));
-    const DialogAnswer answer(true);
-    open(launcher);
-    QTRY_COMPARE(answer.messages, QStringList{QStringLiteral("Group Gone is empty. Connection aborted!")});
-    QVERIFY(!countdown(launcher).isRunning());
-    QVERIFY(launcher.window->isVisible());
-}
-
-void AutoConnectTest::declinesTheQuestionThatStandsOpen()
-{
-    Launcher launcher(toServer(QStringLiteral("Main")));
-    launcher.tellClient({success});
-    QTimer::singleShot(0, this, [&] { open(launcher); });
-    launcher.window->on_actionShutdown_triggered(); // returns when the session starts
-    QVERIFY(launcher.window->sessionLauncher().isRunning());
-    QCOMPARE(launcher.device.calls(), QStringList());
-    QVERIFY(launcher.ended->wait());
-    launcher.part<AutoConnectPage>("autoConnectPage")->stop();
-}
-
-void AutoConnectTest::doesNotOvertakeTheSettings()
-{
-    Launcher launcher(toServer(QStringLiteral("Main")));
-    open(launcher, 60000);
-    bool counted = true;
-    connect(launcher.window.get(), &SettingsApp::settingsRequested, this,
-            [&] { counted = countdown(launcher).isRunning(); }); // where the password is asked for
-    launcher.click("settingsButton");
-    QVERIFY(!counted);
-    QVERIFY(launcher.part<QWidget>("autoConnectAgainButton")->isVisible());
-    countdown(launcher).start();
-    launcher.window->showSettings(); // by whatever way
-    QVERIFY(!countdown(launcher).isRunning());
-    launcher.window->showLauncher();
-    QVERIFY(launcher.window->focusWidget()->objectName() != QStringLiteral("autoConnectAgainButton"));
-}
-
-void AutoConnectTest::cancelComesTooLate()
-{
-    Launcher launcher(toServer(QStringLiteral("Main")));
-    launcher.tellClient({success});
-    connect(&countdown(launcher), &Countdown::elapsed, this,
-            [&] { launcher.click("autoConnectCancelButton"); });
-    open(launcher);
-    QVERIFY(launcher.ended->wait());
-    QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isVisible()); // it counts anew
-    launcher.click("autoConnectCancelButton");
-    QVERIFY(!countdown(launcher).isRunning());
-    QCOMPARE(launcher.runs(), 1);
-}
-
-void AutoConnectTest::reconnectsAHundredTimes()
-{
-    Launcher launcher(toServer(QStringLiteral("Main")));
-    launcher.device.setTool(QStringLiteral("/opt/Tessaro/zClient"), R"(
-cd "$KT_DEVICE_ROOT/lab"
-mkdir running || echo >>two
-echo >>client-calls
-rmdir running
-)");
-    connect(&launcher.window->sessionLauncher(), &SessionLauncher::ended, this, [&launcher] {
-        if (launcher.ended->count() == 100)
-            launcher.part<AutoConnectPage>("autoConnectPage")->stop();
-    });
-    open(launcher);
-    QTRY_COMPARE_WITH_TIMEOUT(launcher.ended->count(), 100, 60000);
-    QVERIFY(!launcher.window->sessionLauncher().isRunning());
-    QCOMPARE(launcher.runs(), launcher.ended->count());
-    QVERIFY(!launcher.device.exists(QStringLiteral("/lab/two")));
-    for (const QWidget *widget : QApplication::topLevelWidgets())
-        QCOMPARE(widget->isVisible(), widget == launcher.window.get());
-}
-
-void AutoConnectTest::keepsItsButtonsInSight()
-{
-    Launcher launcher(toServer(QStringLiteral("word ").repeated(2000)));
-    open(launcher, 60000);
-    const auto *card = launcher.part<QWidget>("autoConnectCard");
-    for (const char *name : {"autoConnectButton", "autoConnectCancelButton"}) {
-        const auto *button = launcher.part<QWidget>(name);
-        QVERIFY2(card->rect().contains(QRect(button->mapTo(card, QPoint()), button->size())), name);
-        QVERIFY(button->height() >= 40);
-    }
-}
 
 QTEST_MAIN(AutoConnectTest)
 #include "autoconnecttest.moc"

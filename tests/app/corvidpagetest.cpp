@@ -4,15 +4,10 @@
 #include "app/corvidpage.h"
 #include "app/resources.h"
 #include "config/keys.h"
+#include "testtable.h"
 
-#include <QApplication>
-#include <QComboBox>
-#include <QFrame>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTest>
-#include <QTreeView>
+#include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -20,8 +15,8 @@ QJsonObject group(const QString &name, int servers)
 {
     QJsonArray members;
     for (int number = 1; number <= servers; ++number) {
-        members += QJsonObject{{Key::serverName, QStringLiteral("server %1").arg(number)},
-                               {Key::serverAddress, QStringLiteral("10.0.0.%1").arg(number)}};
+        members += QJsonObject{{Key::serverName, QString("server %1").arg(number)},
+                               {Key::serverAddress, QString("10.0.0.%1").arg(number)}};
     }
     return {{Key::groupName, name}, {Key::servers, members}};
 }
@@ -39,7 +34,7 @@ QMap<QString, QHostAddress> found(const QStringList &names)
 {
     QMap<QString, QHostAddress> servers;
     for (const QString &name : names)
-        servers.insert(name, QHostAddress(QStringLiteral("10.0.0.9")));
+        servers.insert(name, QHostAddress("10.0.0.9"));
     return servers;
 }
 
@@ -52,23 +47,185 @@ class CorvidPageTest : public QObject
 
 private slots:
     void initTestCase() { Resources::apply(*qApp); }
-    void init();
+    void init()
+    {
+        m_page = std::make_unique<CorvidPage>();
+        m_page->resize(832, 500);
+        m_page->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
+    }
 
-    void framesTheChosenRow_data();
-    void framesTheChosenRow();
-    void framesNothingElse();
-    void choosesOneRowOfBothLists();
-    void keepsTheChoiceWhenGroupsAreReadAnew();
-    void keepsTheChoiceWhenServersAreSoughtAnew();
-    void takesTheAddressAsTyped();
-    void choosesFromTheHistoryByKeys();
-    void copesWithWhatIsMuch();
+    void framesTheChosenRow_data()
+    {
+        // -1 while the row is out of sight
+        const TestTable<int, int, int> table("chosen", "scrolled", "top");
+        table.row("first", 0, 0, 46);
+        table.row("third", 2, 0, 94);
+        table.row("last in sight", 13, 0, 358);
+        table.row("below", 14, 0, -1);
+        table.row("scrolled", 14, 10, 142);
+        table.row("scrolled to the top", 14, 14, 46);
+        table.row("above", 14, 15, -1);
+    }
+
+    void framesTheChosenRow()
+    {
+        QFETCH(int, chosen);
+        QFETCH(int, scrolled);
+        QFETCH(int, top);
+        m_page->setGroups(groups(40));
+        groupView()->setFocus(); // takes two pixels of height
+        groupView()->setCurrentIndex(row(chosen));
+        QTRY_VERIFY(groupView()->verticalScrollBar()->maximum() > scrolled);
+        groupView()->verticalScrollBar()->setValue(scrolled);
+        QCOMPARE(frame()->isVisible(), top >= 0);
+        if (top >= 0) {
+            QCOMPARE(frame()->y(), top);
+            const int rowTop = groupView()->visualRect(row(chosen)).top();
+            QCOMPARE(frame()->mapToGlobal(QPoint()).y(),
+                     groupView()->viewport()->mapToGlobal(QPoint(0, rowTop)).y());
+        }
+    }
+
+    void framesNothingElse()
+    {
+        m_page->setGroups({});
+        QTest::mouseClick(groupView()->viewport(), Qt::LeftButton, {},
+                          groupView()->visualRect(row(0)).center());
+        QVERIFY(!frame()->isVisible());
+        QCOMPARE(target(), QString());
+
+        m_page->setGroups(groups(3));
+        groupView()->expand(row(0));
+        groupView()->setCurrentIndex(row(1));
+        QCOMPARE(frame()->y(), 46 + 3 * 24);
+        groupView()->setCurrentIndex(row(0, 1));
+        QCOMPARE(target(), "server 2");
+        groupView()->collapse(row(0));
+        QCOMPARE(target(), "0");
+        QCOMPARE(frame()->y(), 46);
+        m_page->setServerList({});
+        foundView()->setFocus(Qt::TabFocusReason);
+        QCOMPARE(target(), "0");
+        m_page->setGroups({});
+        QVERIFY(!frame()->isVisible());
+        QCOMPARE(target(), QString());
+    }
+
+    void choosesOneRowOfBothLists()
+    {
+        m_page->setGroups(groups(2));
+        m_page->setServerList(found({"a", "b"}));
+        QCOMPARE(target(), "a");
+        const auto press = [this](int key) {
+            QTest::keyClick(m_page->focusWidget(), Qt::Key(key));
+        };
+        groupView()->setFocus(Qt::TabFocusReason);
+        QCOMPARE(target(), "a");
+        press(Qt::Key_Down);
+        QCOMPARE(target(), "0");
+        press(Qt::Key_Right);
+        press(Qt::Key_Down);
+        QCOMPARE(target(), "server 1");
+        press(Qt::Key_Tab);
+        QCOMPARE(m_page->focusWidget(), foundView());
+        QCOMPARE(target(), "server 1");
+        press(Qt::Key_Down);
+        QCOMPARE(target(), "a");
+        QVERIFY(!frame()->isVisible());
+        m_page->setAutoDetectedShown(false);
+        QCOMPARE(target(), QString());
+    }
+
+    void keepsTheChoiceWhenGroupsAreReadAnew()
+    {
+        m_page->setGroups(groups(3));
+        groupView()->expand(row(1));
+        groupView()->setCurrentIndex(row(1, 1));
+        const QSignalSpy changes(m_page.get(), &CorvidPage::targetChanged);
+        QJsonArray more = groups(3);
+        more.prepend(group("server 2", 1));
+        m_page->setGroups(more);
+        QCOMPARE(m_page->target()->address, "10.0.0.2");
+        QVERIFY(groupView()->isExpanded(row(2)) && !groupView()->isExpanded(row(1)));
+        QCOMPARE(frame()->y(), 46 + 4 * 24);
+        m_page->setGroups(groups(1));
+        QCOMPARE(target(), QString());
+        QVERIFY(!changes.isEmpty());
+    }
+
+    void keepsTheChoiceWhenServersAreSoughtAnew()
+    {
+        const QStringList names{"a", "b", "c"};
+        m_page->setServerList(found(names));
+        foundView()->setCurrentIndex(foundView()->model()->index(1, 0));
+        m_page->autoDetectServers();
+        QCOMPARE(foundView()->model()->index(0, 0).data().toString(), "\tSearching...");
+        QCOMPARE(target(), QString());
+        m_page->autoDetectServers();
+        m_page->setServerList(found(names));
+        QCOMPARE(target(), "b");
+        m_page->setServerList({});
+        QCOMPARE(foundView()->model()->index(0, 0).data().toString(), "\tNo Servers found");
+        m_page->setServerList(found({"a", "c"}));
+        QCOMPARE(target(), "a");
+    }
+
+    void takesTheAddressAsTyped()
+    {
+        m_page->setHistory({"10.0.0.21"});
+        m_page->findChild<QPushButton *>("manuallyDesktopButton")->click();
+        QCOMPARE(target(), "10.0.0.21");
+        auto *box = m_page->findChild<QComboBox *>("manualServerComboBox");
+        box->clearEditText();
+        QVERIFY(!m_page->target());
+        QTest::keyClicks(box, "10.0.0.2");
+        QCOMPARE(target(), "10.0.0.2");
+        m_page->setHistory({"10.0.0.3", "10.0.0.21"});
+        QCOMPARE(target(), "10.0.0.2");
+        m_page->setManualEntryAllowed(false);
+        QVERIFY(!m_page->target());
+        m_page->setManualEntryAllowed(true);
+        m_page->setSelection(QString());
+        QVERIFY(!m_page->manualEntryShown());
+    }
+
+    void choosesFromTheHistoryByKeys()
+    {
+        m_page->setHistory({"10.0.0.1", "10.0.0.2"});
+        m_page->findChild<QPushButton *>("manuallyDesktopButton")->click();
+        QCOMPARE(m_page->focusWidget()->objectName(), "manualServerComboBox");
+        QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
+        QCOMPARE(target(), "10.0.0.2");
+    }
+
+    void copesWithWhatIsMuch()
+    {
+        QMap<QString, QHostAddress> servers;
+        for (int number = 0; number < 5000; ++number)
+            servers.insert(QString::number(number), QHostAddress(static_cast<quint32>(number)));
+        const QString longName(10000, 'W');
+        servers.insert(longName, QHostAddress());
+        m_page->setServerList(servers);
+        m_page->setGroups({group(longName, 5000)});
+        groupView()->expand(row(0));
+        groupView()->setCurrentIndex(row(0, 4999));
+        QCOMPARE(target(), "server 5000");
+        m_page->grab();
+        QCOMPARE(m_page->width(), 832);
+        foundView()->setFocus();
+        QTest::keyClick(foundView(), Qt::Key_Down);
+        QTest::keyClick(foundView(), Qt::Key_End);
+        QCOMPARE(target(), longName);
+        m_page->grab();
+        QVERIFY(foundView()->visualRect(foundView()->currentIndex()).top() >= 0);
+    }
 
 private:
     QTreeView *view(const char *name) const { return m_page->findChild<QTreeView *>(QLatin1String(name)); }
     QTreeView *groupView() const { return view("groupServerTreeView"); }
     QTreeView *foundView() const { return view("detectedView"); }
-    QFrame *frame() const { return m_page->findChild<QFrame *>(QStringLiteral("greenFrame")); }
+    QFrame *frame() const { return m_page->findChild<QFrame *>("greenFrame"); }
     QModelIndex row(int number, int child = -1) const
     {
         const QModelIndex top = groupView()->model()->index(number, 0);
@@ -83,180 +240,6 @@ private:
 
     std::unique_ptr<CorvidPage> m_page;
 };
-
-void CorvidPageTest::init()
-{
-    m_page = std::make_unique<CorvidPage>();
-    m_page->resize(832, 500);
-    m_page->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
-}
-
-void CorvidPageTest::framesTheChosenRow_data()
-{
-    QTest::addColumn<int>("chosen");
-    QTest::addColumn<int>("scrolled");
-    QTest::addColumn<int>("top"); // -1 while the row is out of sight
-    QTest::newRow("first") << 0 << 0 << 46;
-    QTest::newRow("third") << 2 << 0 << 94;
-    QTest::newRow("last in sight") << 13 << 0 << 358;
-    QTest::newRow("below") << 14 << 0 << -1;
-    QTest::newRow("scrolled") << 14 << 10 << 142;
-    QTest::newRow("scrolled to the top") << 14 << 14 << 46;
-    QTest::newRow("above") << 14 << 15 << -1;
-}
-
-void CorvidPageTest::framesTheChosenRow()
-{
-    QFETCH(int, chosen);
-    QFETCH(int, scrolled);
-    QFETCH(int, top);
-    m_page->setGroups(groups(40));
-    groupView()->setFocus(); // takes two pixels of height
-    groupView()->setCurrentIndex(row(chosen));
-    QTRY_VERIFY(groupView()->verticalScrollBar()->maximum() > scrolled);
-    groupView()->verticalScrollBar()->setValue(scrolled);
-    QCOMPARE(frame()->isVisible(), top >= 0);
-    if (top >= 0) {
-        QCOMPARE(frame()->y(), top);
-        const int rowTop = groupView()->visualRect(row(chosen)).top();
-        QCOMPARE(frame()->mapToGlobal(QPoint()).y(),
-                 groupView()->viewport()->mapToGlobal(QPoint(0, rowTop)).y());
-    }
-}
-
-void CorvidPageTest::framesNothingElse()
-{
-    m_page->setGroups({});
-    QTest::mouseClick(groupView()->viewport(), Qt::LeftButton, {}, groupView()->visualRect(row(0)).center());
-    QVERIFY(!frame()->isVisible());
-    QCOMPARE(target(), QString());
-
-    m_page->setGroups(groups(3));
-    groupView()->expand(row(0));
-    groupView()->setCurrentIndex(row(1));
-    QCOMPARE(frame()->y(), 46 + 3 * 24);
-    groupView()->setCurrentIndex(row(0, 1));
-    QCOMPARE(target(), QStringLiteral("server 2"));
-    groupView()->collapse(row(0));
-    QCOMPARE(target(), QStringLiteral("0"));
-    QCOMPARE(frame()->y(), 46);
-    m_page->setServerList({});
-    foundView()->setFocus(Qt::TabFocusReason);
-    QCOMPARE(target(), QStringLiteral("0"));
-    m_page->setGroups({});
-    QVERIFY(!frame()->isVisible());
-    QCOMPARE(target(), QString());
-}
-
-void CorvidPageTest::choosesOneRowOfBothLists()
-{
-    m_page->setGroups(groups(2));
-    m_page->setServerList(found({QStringLiteral("a"), QStringLiteral("b")}));
-    QCOMPARE(target(), QStringLiteral("a"));
-    const auto press = [this](int key) {
-        QTest::keyClick(m_page->focusWidget(), Qt::Key(key));
-    };
-    groupView()->setFocus(Qt::TabFocusReason);
-    QCOMPARE(target(), QStringLiteral("a"));
-    press(Qt::Key_Down);
-    QCOMPARE(target(), QStringLiteral("0"));
-    press(Qt::Key_Right);
-    press(Qt::Key_Down);
-    QCOMPARE(target(), QStringLiteral("server 1"));
-    press(Qt::Key_Tab);
-    QCOMPARE(m_page->focusWidget(), foundView());
-    QCOMPARE(target(), QStringLiteral("server 1"));
-    press(Qt::Key_Down);
-    QCOMPARE(target(), QStringLiteral("a"));
-    QVERIFY(!frame()->isVisible());
-    m_page->setAutoDetectedShown(false);
-    QCOMPARE(target(), QString());
-}
-
-void CorvidPageTest::keepsTheChoiceWhenGroupsAreReadAnew()
-{
-    m_page->setGroups(groups(3));
-    groupView()->expand(row(1));
-    groupView()->setCurrentIndex(row(1, 1));
-    const QSignalSpy changes(m_page.get(), &CorvidPage::targetChanged);
-    QJsonArray more = groups(3);
-    more.prepend(group(QStringLiteral("server 2"), 1));
-    m_page->setGroups(more);
-    QCOMPARE(m_page->target()->address, QStringLiteral("10.0.0.2"));
-    QVERIFY(groupView()->isExpanded(row(2)) && !groupView()->isExpanded(row(1)));
-    QCOMPARE(frame()->y(), 46 + 4 * 24);
-    m_page->setGroups(groups(1));
-    QCOMPARE(target(), QString());
-    QVERIFY(!changes.isEmpty());
-}
-
-void CorvidPageTest::keepsTheChoiceWhenServersAreSoughtAnew()
-{
-    const QStringList names{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
-    m_page->setServerList(found(names));
-    foundView()->setCurrentIndex(foundView()->model()->index(1, 0));
-    m_page->autoDetectServers();
-    QCOMPARE(foundView()->model()->index(0, 0).data().toString(), QStringLiteral("\tSearching..."));
-    QCOMPARE(target(), QString());
-    m_page->autoDetectServers();
-    m_page->setServerList(found(names));
-    QCOMPARE(target(), QStringLiteral("b"));
-    m_page->setServerList({});
-    QCOMPARE(foundView()->model()->index(0, 0).data().toString(), QStringLiteral("\tNo Servers found"));
-    m_page->setServerList(found({QStringLiteral("a"), QStringLiteral("c")}));
-    QCOMPARE(target(), QStringLiteral("a"));
-}
-
-void CorvidPageTest::takesTheAddressAsTyped()
-{
-    m_page->setHistory({QStringLiteral("10.0.0.21")});
-    m_page->findChild<QPushButton *>(QStringLiteral("manuallyDesktopButton"))->click();
-    QCOMPARE(target(), QStringLiteral("10.0.0.21"));
-    auto *box = m_page->findChild<QComboBox *>(QStringLiteral("manualServerComboBox"));
-    box->clearEditText();
-    QVERIFY(!m_page->target());
-    QTest::keyClicks(box, QStringLiteral("10.0.0.2"));
-    QCOMPARE(target(), QStringLiteral("10.0.0.2"));
-    m_page->setHistory({QStringLiteral("10.0.0.3"), QStringLiteral("10.0.0.21")});
-    QCOMPARE(target(), QStringLiteral("10.0.0.2"));
-    m_page->setManualEntryAllowed(false);
-    QVERIFY(!m_page->target());
-    m_page->setManualEntryAllowed(true);
-    m_page->setSelection(QString());
-    QVERIFY(!m_page->manualEntryShown());
-}
-
-void CorvidPageTest::choosesFromTheHistoryByKeys()
-{
-    m_page->setHistory({QStringLiteral("10.0.0.1"), QStringLiteral("10.0.0.2")});
-    m_page->findChild<QPushButton *>(QStringLiteral("manuallyDesktopButton"))->click();
-    QCOMPARE(m_page->focusWidget()->objectName(), QStringLiteral("manualServerComboBox"));
-    QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
-    QCOMPARE(target(), QStringLiteral("10.0.0.2"));
-}
-
-void CorvidPageTest::copesWithWhatIsMuch()
-{
-    QMap<QString, QHostAddress> servers;
-    for (int number = 0; number < 5000; ++number)
-        servers.insert(QString::number(number), QHostAddress(static_cast<quint32>(number)));
-    const QString longName(10000, QLatin1Char('W'));
-    servers.insert(longName, QHostAddress());
-    m_page->setServerList(servers);
-    m_page->setGroups({group(longName, 5000)});
-    groupView()->expand(row(0));
-    groupView()->setCurrentIndex(row(0, 4999));
-    QCOMPARE(target(), QStringLiteral("server 5000"));
-    m_page->grab();
-    QCOMPARE(m_page->width(), 832);
-    foundView()->setFocus();
-    QTest::keyClick(foundView(), Qt::Key_Down);
-    QTest::keyClick(foundView(), Qt::Key_End);
-    QCOMPARE(target(), longName);
-    m_page->grab();
-    QVERIFY(foundView()->visualRect(foundView()->currentIndex()).top() >= 0);
-}
 
 QTEST_MAIN(CorvidPageTest)
 #include "corvidpagetest.moc"

@@ -30,29 +30,19 @@ printf '%s' "$outcome" >"$2.status"
 echo the last words without a line end
 )";
 
-QJsonValue with(const QJsonValue &value, const QStringList &keys, const QJsonValue &wanted)
-{
-    if (keys.isEmpty())
-        return wanted;
-    QJsonObject object = value.toObject();
-    object.insert(keys.first(), with(object.value(keys.first()), keys.mid(1), wanted));
-    return object;
-}
-
 } // namespace
 
 Launcher::Launcher(const QList<Setting> &settings)
-    : configuration(QStringLiteral("config.json"), true)
+    : configuration("config.json", true)
 {
     static const bool dressed = (Resources::apply(*qApp), true);
     Q_UNUSED(dressed)
     QApplication::setQuitOnLastWindowClosed(false);
-    QJsonValue document = Defaults::document(QStringLiteral("kt-test"), Defaults::networkSettings({}));
+    device.setDocument(Defaults::document("kt-test", Defaults::networkSettings({})));
     for (const Setting &setting : settings)
-        document = with(document, setting.keys, setting.value);
+        device.store(setting.keys, setting.value);
     qRegisterMetaType<ConnectionFile::Verdict>("ConnectionFile::Verdict");
-    device.setDocument(document.toObject());
-    device.setTool(QStringLiteral("/opt/Tessaro/zClient"), client);
+    device.setTool("/opt/Tessaro/zClient", client);
     configuration.readContent();
     window = std::make_unique<SettingsApp>();
     window->setConfiguration(&configuration);
@@ -68,32 +58,31 @@ void Launcher::click(const char *button) const
 
 void Launcher::tellClient(const QStringList &outcomes) const
 {
-    device.write(QStringLiteral("/lab/outcomes"),
-                 (outcomes.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8());
+    device.write("/lab/outcomes", (outcomes.join('\n') + '\n').toUtf8());
 }
 
 void Launcher::letGo() const
 {
-    device.write(QStringLiteral("/lab/go"), QByteArray());
+    device.write("/lab/go", QByteArray());
 }
 
 int Launcher::runs() const
 {
-    return device.read(QStringLiteral("/lab/client-calls")).count('\n');
+    return device.read("/lab/client-calls").count('\n');
 }
 
 QJsonObject Launcher::session(int run, const QString &object) const
 {
-    const QByteArray text = device.read(QStringLiteral("/lab/session.%1").arg(run));
+    const QByteArray text = device.read(QString("/lab/session.%1").arg(run));
     const QJsonObject root = QJsonDocument::fromJson(text).object();
-    return root.value(QLatin1String("zClient")).toObject().value(object).toObject();
+    return root.value("zClient").toObject().value(object).toObject();
 }
 
 QStringList Launcher::addresses() const
 {
     QStringList result;
     for (int run = 1; run <= runs(); ++run)
-        result += session(run, QStringLiteral("server")).value(QLatin1String("address")).toString();
+        result += session(run, "server").value("address").toString();
     return result;
 }
 
@@ -122,7 +111,7 @@ QJsonArray oneGroup(const QString &name, const QStringList &members)
 {
     QJsonArray servers;
     for (const QString &member : members) {
-        servers += QJsonObject{{Key::serverName, QString(QStringLiteral("name of ") + member)},
+        servers += QJsonObject{{Key::serverName, QString(QString("name of ") + member)},
                                {Key::serverAddress, member}};
     }
     return {QJsonObject{{Key::groupName, name}, {Key::servers, servers}}};

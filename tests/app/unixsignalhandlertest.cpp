@@ -3,9 +3,7 @@
 
 #include "app/unixsignalhandler.h"
 
-#include <QCoreApplication>
-#include <QSignalSpy>
-#include <QTest>
+#include <QtTest>
 
 #include <cerrno>
 #include <csignal>
@@ -20,48 +18,43 @@ class UnixSignalHandlerTest : public QObject
     Q_OBJECT
 
 private slots:
-    void keepsASignalThatComesBeforeTheEventLoop();
-    void tellsABurstOnce();
-    void leavesErrnoAlone();
-    void tellsOrdinaryCodeAtOnce();
-};
-
-void UnixSignalHandlerTest::keepsASignalThatComesBeforeTheEventLoop()
-{
-    // Raised by main, before there was an application.
-    const QSignalSpy told(UnixSignalHandler::instance(), &UnixSignalHandler::notifyController);
-    QTRY_COMPARE(told.size(), 1);
-}
-
-void UnixSignalHandlerTest::tellsABurstOnce()
-{
-    const QSignalSpy told(UnixSignalHandler::instance(), &UnixSignalHandler::notifyController);
-    for (int i = 0; i < morePipeThanThereIs; ++i)
-        ::raise(SIGUSR1);
-    QCOMPARE(told.size(), 0); // nothing is done in the handler itself
-    QTRY_COMPARE(told.size(), 1);
-    ::raise(SIGUSR1);
-    QTRY_COMPARE(told.size(), 2);
-    QCoreApplication::processEvents();
-    QCOMPARE(told.size(), 2);
-}
-
-void UnixSignalHandlerTest::leavesErrnoAlone()
-{
-    for (int i = 0; i < morePipeThanThereIs; ++i) {
-        errno = ENOENT;
-        ::raise(SIGUSR1);
-        if (errno != ENOENT)
-            QFAIL("the handler changes errno under the code that it interrupts");
+    void keepsASignalThatComesBeforeTheEventLoop()
+    {
+        // Raised by main, before there was an application.
+        const QSignalSpy told(UnixSignalHandler::instance(), &UnixSignalHandler::notifyController);
+        QTRY_COMPARE(told.size(), 1);
     }
-}
 
-void UnixSignalHandlerTest::tellsOrdinaryCodeAtOnce()
-{
-    const QSignalSpy told(UnixSignalHandler::instance(), &UnixSignalHandler::notifyController);
-    UnixSignalHandler::instance()->updateController();
-    QCOMPARE(told.size(), 1);
-}
+    void tellsABurstOnce()
+    {
+        const QSignalSpy told(UnixSignalHandler::instance(), &UnixSignalHandler::notifyController);
+        for (int i = 0; i < morePipeThanThereIs; ++i)
+            ::raise(SIGUSR1);
+        QCOMPARE(told.size(), 0); // nothing is done in the handler itself
+        QTRY_COMPARE(told.size(), 1);
+        ::raise(SIGUSR1);
+        QTRY_COMPARE(told.size(), 2);
+        QCoreApplication::processEvents();
+        QCOMPARE(told.size(), 2);
+    }
+
+    void leavesErrnoAlone()
+    {
+        for (int i = 0; i < morePipeThanThereIs; ++i) {
+            errno = ENOENT;
+            ::raise(SIGUSR1);
+            if (errno != ENOENT)
+                QFAIL("the handler changes errno under the code that it interrupts");
+        }
+    }
+
+    void tellsOrdinaryCodeAtOnce()
+    {
+        const QSignalSpy told(UnixSignalHandler::instance(), &UnixSignalHandler::notifyController);
+        UnixSignalHandler::instance()->updateController();
+        QCOMPARE(told.size(), 1);
+    }
+};
 
 int main(int argc, char *argv[])
 {

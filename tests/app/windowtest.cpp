@@ -6,16 +6,10 @@
 #include "app/stylesheets.h"
 #include "config/keys.h"
 #include "dialoganswer.h"
+#include "testtable.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
-#include <QStackedWidget>
-#include <QTest>
-#include <QTextDocument>
-#include <QToolButton>
+#include <QtTest>
+#include <QtWidgets>
 
 /// What surrounds the launcher's pages: the modes, the power menu, the network's icons, the window itself.
 class WindowTest : public QObject
@@ -23,201 +17,176 @@ class WindowTest : public QObject
     Q_OBJECT
 
 private slots:
-    void refusesToClose();
-    void asksBeforeItTurnsTheDeviceOff_data();
-    void asksBeforeItTurnsTheDeviceOff();
-    void offersThePowerActions();
-    void resetsWithoutAsking();
-    void opensInTheModeOfTheDocument_data();
-    void opensInTheModeOfTheDocument();
-    void marksTheModeThatIsShown();
-    void offersWhatTheAdministratorAllows();
-    void drawsTheNetworkState_data();
-    void drawsTheNetworkState();
-    void showsNamesAsTheyAreAndInTheirPlace();
-};
+    void refusesToClose()
+    {
+        const Launcher launcher;
+        QVERIFY(!launcher.window->close());
+        QVERIFY(launcher.window->isVisible());
+    }
 
-void WindowTest::refusesToClose()
-{
-    const Launcher launcher;
-    QVERIFY(!launcher.window->close());
-    QVERIFY(launcher.window->isVisible());
-}
+    void asksBeforeItTurnsTheDeviceOff_data()
+    {
+        const TestTable<QString, bool, QString, QStringList> table("action", "accept", "question", "calls");
+        const QString off = "Device shutdown: Shutdown device?";
+        const QString again = "Device reboot: Reboot device?";
+        table.row("shutdown", "actionShutdown", true, off, {"kt-lulling -s"});
+        table.row("no shutdown", "actionShutdown", false, off, {});
+        table.row("reboot", "actionReboot", true, again, {"kt-lulling -r"});
+        table.row("no reboot", "actionReboot", false, again, {});
+        table.row("sleep", "actionSleep", false, "", {"kt-lulling -S"});
+    }
 
-void WindowTest::asksBeforeItTurnsTheDeviceOff_data()
-{
-    QTest::addColumn<QString>("action");
-    QTest::addColumn<bool>("accept");
-    QTest::addColumn<QString>("question");
-    QTest::addColumn<QStringList>("calls");
-    const QString off = QStringLiteral("Device shutdown: Shutdown device?");
-    const QString again = QStringLiteral("Device reboot: Reboot device?");
-    QTest::newRow("shutdown") << "actionShutdown" << true << off
-                              << QStringList{QStringLiteral("kt-lulling -s")};
-    QTest::newRow("no shutdown") << "actionShutdown" << false << off << QStringList();
-    QTest::newRow("reboot") << "actionReboot" << true << again
-                            << QStringList{QStringLiteral("kt-lulling -r")};
-    QTest::newRow("no reboot") << "actionReboot" << false << again << QStringList();
-    QTest::newRow("sleep") << "actionSleep" << false << "" << QStringList{QStringLiteral("kt-lulling -S")};
-}
+    void asksBeforeItTurnsTheDeviceOff()
+    {
+        QFETCH(QString, action);
+        QFETCH(bool, accept);
+        const Launcher launcher;
+        const DialogAnswer answer(accept);
+        launcher.window->findChild<QAction *>(action)->trigger();
+        const QString asked = answer.titles.value(0) + QString(": ") + answer.messages.value(0);
+        QTEST(answer.titles.isEmpty() ? QString() : asked, "question");
+        QTEST(launcher.device.calls(), "calls");
+    }
 
-void WindowTest::asksBeforeItTurnsTheDeviceOff()
-{
-    QFETCH(QString, action);
-    QFETCH(bool, accept);
-    const Launcher launcher;
-    const DialogAnswer answer(accept);
-    launcher.window->findChild<QAction *>(action)->trigger();
-    const QString asked = answer.titles.value(0) + QStringLiteral(": ") + answer.messages.value(0);
-    QTEST(answer.titles.isEmpty() ? QString() : asked, "question");
-    QTEST(launcher.device.calls(), "calls");
-}
+    void offersThePowerActions()
+    {
+        const Launcher launcher;
+        launcher.click("powerButton");
+        const auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QStringList names;
+        for (const QAction *action : menu->actions())
+            names += action->objectName();
+        QCOMPARE(names.join(' '), "actionSleep actionReboot actionShutdown");
+        QVERIFY(menu->styleSheet().contains("rgb(222, 222, 222)"));
+        QVERIFY(!launcher.part<QToolButton>("powerButton")->underMouse());
+    }
 
-void WindowTest::offersThePowerActions()
-{
-    const Launcher launcher;
-    launcher.click("powerButton");
-    const auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-    QVERIFY(menu);
-    QStringList names;
-    for (const QAction *action : menu->actions())
-        names += action->objectName();
-    QCOMPARE(names.join(QLatin1Char(' ')), QStringLiteral("actionSleep actionReboot actionShutdown"));
-    QVERIFY(menu->styleSheet().contains(QLatin1String("rgb(222, 222, 222)")));
-    QVERIFY(!launcher.part<QToolButton>("powerButton")->underMouse());
-}
+    void resetsWithoutAsking()
+    {
+        const Launcher launcher;
+        int busy = 1;
+        launcher.window->checkResetPossible(&busy);
+        QCOMPARE(busy, 0);
+        launcher.window->checkResetPossible(nullptr);
+        launcher.window->resetDevice();
+        QCOMPARE(launcher.device.calls(), QStringList{"kt-lulling -r"});
+    }
 
-void WindowTest::resetsWithoutAsking()
-{
-    const Launcher launcher;
-    int busy = 1;
-    launcher.window->checkResetPossible(&busy);
-    QCOMPARE(busy, 0);
-    launcher.window->checkResetPossible(nullptr);
-    launcher.window->resetDevice();
-    QCOMPARE(launcher.device.calls(), QStringList{QStringLiteral("kt-lulling -r")});
-}
+    void opensInTheModeOfTheDocument_data()
+    {
+        const TestTable<bool, int, int> table("autoconnect", "mode", "page");
+        table.row("corvid", false, 0, 0);
+        table.row("corvid ", true, 0, 2); // a word that nobody knows is the factory's
+        table.row("solva", true, 1, 0);
+        table.row("rdp", true, 2, 0);
+    }
 
-void WindowTest::opensInTheModeOfTheDocument_data()
-{
-    QTest::addColumn<bool>("autoconnect");
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("page");
-    QTest::newRow("corvid") << false << 0 << 0;
-    QTest::newRow("corvid ") << true << 0 << 2; // a word that nobody knows is the factory's
-    QTest::newRow("solva") << true << 1 << 0;
-    QTest::newRow("rdp") << true << 2 << 0;
-}
+    void opensInTheModeOfTheDocument()
+    {
+        QFETCH(bool, autoconnect);
+        const Launcher launcher(
+            {{{Key::connection, Key::corvidConnection, Key::autoconnect, Key::enabled}, autoconnect}});
+        launcher.window->openLauncher(QLatin1String(QTest::currentDataTag()));
+        QTEST(launcher.part<QStackedWidget>("connectionStackedWidget")->currentIndex(), "mode");
+        QTEST(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), "page");
+    }
 
-void WindowTest::opensInTheModeOfTheDocument()
-{
-    QFETCH(bool, autoconnect);
-    const Launcher launcher(
-        {{{Key::connection, Key::corvidConnection, Key::autoconnect, Key::enabled}, autoconnect}});
-    launcher.window->openLauncher(QLatin1String(QTest::currentDataTag()));
-    QTEST(launcher.part<QStackedWidget>("connectionStackedWidget")->currentIndex(), "mode");
-    QTEST(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), "page");
-}
-
-void WindowTest::marksTheModeThatIsShown()
-{
-    const Launcher launcher;
-    const QSignalSpy changes(launcher.window.get(), &SettingsApp::clientModeChanged);
-    const QList<const char *> buttons{"CorvidProButton", "solvaVDIButton", "rdpClientButton"};
-    for (const char *pressed : {"rdpClientButton", "rdpClientButton", "solvaVDIButton", "CorvidProButton"}) {
-        launcher.click(pressed);
-        const int page = launcher.part<QStackedWidget>("connectionStackedWidget")->currentIndex();
-        QCOMPARE(buttons.at(page), pressed);
-        for (const char *button : buttons) {
-            const bool green = launcher.part<QPushButton>(button)->styleSheet().contains(
-                QLatin1String("rgb(131, 182, 43)"));
-            QCOMPARE(green, button == pressed);
+    void marksTheModeThatIsShown()
+    {
+        const Launcher launcher;
+        const QSignalSpy changes(launcher.window.get(), &SettingsApp::clientModeChanged);
+        const QList<const char *> buttons{"CorvidProButton", "solvaVDIButton", "rdpClientButton"};
+        for (const char *pressed :
+             {"rdpClientButton", "rdpClientButton", "solvaVDIButton", "CorvidProButton"}) {
+            launcher.click(pressed);
+            const int page = launcher.part<QStackedWidget>("connectionStackedWidget")->currentIndex();
+            QCOMPARE(buttons.at(page), pressed);
+            for (const char *button : buttons) {
+                const bool green
+                    = launcher.part<QPushButton>(button)->styleSheet().contains("rgb(131, 182, 43)");
+                QCOMPARE(green, button == pressed);
+            }
         }
-    }
-    QCOMPARE(changes.count(), 3);
-}
-
-void WindowTest::offersWhatTheAdministratorAllows()
-{
-    const QString address = QStringLiteral("rdp.example");
-    const Launcher launcher({{{Key::connection, Key::corvidConnection, Key::allowManualAddress}, false},
-                             {{Key::connection, Key::corvidConnection, Key::showAutodetected}, false},
-                             {{Key::connection, Key::rdpConnection, Key::rdpServerAddress}, address},
-                             {{Key::mainWindow, Key::selection}, QStringLiteral("manual address")}});
-    const QSignalSpy searches(launcher.window.get(), &SettingsApp::refreshServerList);
-    launcher.window->openLauncher(QStringLiteral("corvid"));
-    launcher.window->setServerList({{QStringLiteral("found"), QHostAddress(QStringLiteral("10.0.0.9"))}});
-    QCOMPARE(searches.count(), 0);
-    QVERIFY(!launcher.part<QWidget>("detectedPanel")->isVisible());
-    QVERIFY(!launcher.part<QWidget>("manuallyDesktopButton")->isVisible());
-    QVERIFY(!launcher.part<QWidget>("manualServerComboBox")->isVisible());
-    QVERIFY(!launcher.part<QPushButton>("connectButton")->isEnabled());
-    launcher.click("rdpClientButton");
-    QVERIFY(launcher.part<QLineEdit>("rdpAddressLineEdit")->isReadOnly());
-    QCOMPARE(launcher.part<QLineEdit>("rdpAddressLineEdit")->text(), address);
-    QVERIFY(launcher.part<QPushButton>("connectButton")->isEnabled());
-}
-
-void WindowTest::drawsTheNetworkState_data()
-{
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<int>("signal");
-    QTest::addColumn<QStringList>("images");
-    const QString ok = QStringLiteral("40_vexa_icon_ok.png");
-    QTest::newRow("wired, no link") << "no link" << -1
-                                    << QStringList{QStringLiteral("ethernet_with_red.png")};
-    QTest::newRow("wired, link") << "link" << -1 << QStringList{QStringLiteral("ethernet_with_yellow.png")};
-    QTest::newRow("wired, connected")
-        << "connected" << -1 << QStringList{QStringLiteral("ethernet_with_green.png")};
-    QTest::newRow("wireless, link") << "link" << 0
-                                    << QStringList{QStringLiteral("wifi_0.png"),
-                                                   QStringLiteral("40_vexa_icon_yellow.png")};
-    const QVector<QPair<int, const char *>> limits{{0, "wifi_0.png"},  {1, "wifi_1.png"},
-                                                   {33, "wifi_1.png"}, {34, "wifi_2.png"},
-                                                   {66, "wifi_2.png"}, {67, "wifi_full.png"}};
-    for (const auto &limit : limits)
-        QTest::addRow("wireless, %d", limit.first)
-            << "connected" << limit.first << QStringList{QLatin1String(limit.second), ok};
-    QTest::newRow("wireless, no link") << "no link" << 50 << QStringList();
-    QTest::newRow("wireless, no word") << "linked" << 50 << QStringList();
-}
-
-void WindowTest::drawsTheNetworkState()
-{
-    QFETCH(QString, state);
-    QFETCH(int, signal);
-    QFETCH(QStringList, images);
-    const Launcher launcher;
-    const bool wired = signal < 0;
-    const auto *label = launcher.part<QLabel>(wired ? "wiredStatusLabel" : "wirelessStatusLabel");
-    if (wired)
-        launcher.window->setWiredNetworkStatus(state);
-    else
-        launcher.window->setWirelessNetworkStatus(state, signal);
-    QCOMPARE(label->styleSheet().count(QLatin1String(".png")), images.size());
-    for (const QString &image : images)
-        QVERIFY2(label->styleSheet().contains(image), qPrintable(label->styleSheet()));
-}
-
-void WindowTest::showsNamesAsTheyAreAndInTheirPlace()
-{
-    const QString markup = QStringLiteral("<b>bold</b>");
-    const Launcher launcher({{{Key::general, Key::deviceName}, markup}});
-    const auto *device = launcher.part<QLabel>("deviceNameLabel");
-    QCOMPARE(device->text(), markup);
-    QCOMPARE(device->textFormat(), Qt::PlainText);
-    for (const char *ip : {"10.0.0.1", ""}) {
-        launcher.window->setWirelessToolTip(QLatin1String(ip) + QStringLiteral("\n<img src=x>\n50%"));
-        const QString tip = launcher.part<QLabel>("wirelessStatusLabel")->toolTip();
-        QVERIFY2(!Qt::mightBeRichText(tip) || tip.contains(QLatin1String("&lt;img")), qPrintable(tip));
+        QCOMPARE(changes.count(), 3);
     }
 
-    const Launcher longNamed({{{Key::general, Key::deviceName}, QString(10000, QLatin1Char('W'))}});
-    const auto *card = longNamed.part<QWidget>("launcherCard");
-    const auto *connectButton = longNamed.part<QWidget>("connectButton");
-    QVERIFY(card->rect().contains(QRect(connectButton->mapTo(card, QPoint()), connectButton->size())));
-    QVERIFY(connectButton->width() >= 176);
-}
+    void offersWhatTheAdministratorAllows()
+    {
+        const QString address = "rdp.example";
+        const Launcher launcher({{{Key::connection, Key::corvidConnection, Key::allowManualAddress}, false},
+                                 {{Key::connection, Key::corvidConnection, Key::showAutodetected}, false},
+                                 {{Key::connection, Key::rdpConnection, Key::rdpServerAddress}, address},
+                                 {{Key::mainWindow, Key::selection}, "manual address"}});
+        const QSignalSpy searches(launcher.window.get(), &SettingsApp::refreshServerList);
+        launcher.window->openLauncher("corvid");
+        launcher.window->setServerList({{"found", QHostAddress("10.0.0.9")}});
+        QCOMPARE(searches.count(), 0);
+        QVERIFY(!launcher.part<QWidget>("detectedPanel")->isVisible());
+        QVERIFY(!launcher.part<QWidget>("manuallyDesktopButton")->isVisible());
+        QVERIFY(!launcher.part<QWidget>("manualServerComboBox")->isVisible());
+        QVERIFY(!launcher.part<QPushButton>("connectButton")->isEnabled());
+        launcher.click("rdpClientButton");
+        QVERIFY(launcher.part<QLineEdit>("rdpAddressLineEdit")->isReadOnly());
+        QCOMPARE(launcher.part<QLineEdit>("rdpAddressLineEdit")->text(), address);
+        QVERIFY(launcher.part<QPushButton>("connectButton")->isEnabled());
+    }
+
+    void drawsTheNetworkState_data()
+    {
+        const TestTable<QString, int, QStringList> table("state", "signal", "images");
+        const QString ok = "40_vexa_icon_ok.png";
+        table.row("wired, no link", "no link", -1, {"ethernet_with_red.png"});
+        table.row("wired, link", "link", -1, {"ethernet_with_yellow.png"});
+        table.row("wired, connected", "connected", -1, {"ethernet_with_green.png"});
+        table.row("wireless, link", "link", 0, {"wifi_0.png", "40_vexa_icon_yellow.png"});
+        const QVector<QPair<int, const char *>> limits{{0, "wifi_0.png"},  {1, "wifi_1.png"},
+                                                       {33, "wifi_1.png"}, {34, "wifi_2.png"},
+                                                       {66, "wifi_2.png"}, {67, "wifi_full.png"}};
+        for (const auto &limit : limits)
+            QTest::addRow("wireless, %d", limit.first)
+                << "connected" << limit.first << QStringList{QLatin1String(limit.second), ok};
+        table.row("wireless, no link", "no link", 50, {});
+        table.row("wireless, no word", "linked", 50, {});
+    }
+
+    void drawsTheNetworkState()
+    {
+        QFETCH(QString, state);
+        QFETCH(int, signal);
+        QFETCH(QStringList, images);
+        const Launcher launcher;
+        const bool wired = signal < 0;
+        const auto *label = launcher.part<QLabel>(wired ? "wiredStatusLabel" : "wirelessStatusLabel");
+        if (wired)
+            launcher.window->setWiredNetworkStatus(state);
+        else
+            launcher.window->setWirelessNetworkStatus(state, signal);
+        QCOMPARE(label->styleSheet().count(".png"), images.size());
+        for (const QString &image : images)
+            QVERIFY2(label->styleSheet().contains(image), qPrintable(label->styleSheet()));
+    }
+
+    void showsNamesAsTheyAreAndInTheirPlace()
+    {
+        const QString markup = "<b>bold</b>";
+        const Launcher launcher({{{Key::general, Key::deviceName}, markup}});
+        const auto *device = launcher.part<QLabel>("deviceNameLabel");
+        QCOMPARE(device->text(), markup);
+        QCOMPARE(device->textFormat(), Qt::PlainText);
+        for (const char *ip : {"10.0.0.1", ""}) {
+            launcher.window->setWirelessToolTip(QLatin1String(ip) + "\n<img src=x>\n50%");
+            const QString tip = launcher.part<QLabel>("wirelessStatusLabel")->toolTip();
+            QVERIFY2(!Qt::mightBeRichText(tip) || tip.contains("&lt;img"), qPrintable(tip));
+        }
+
+        const Launcher longNamed({{{Key::general, Key::deviceName}, QString(10000, 'W')}});
+        const auto *card = longNamed.part<QWidget>("launcherCard");
+        const auto *connectButton = longNamed.part<QWidget>("connectButton");
+        QVERIFY(card->rect().contains(QRect(connectButton->mapTo(card, QPoint()), connectButton->size())));
+        QVERIFY(connectButton->width() >= 176);
+    }
+};
 
 QTEST_MAIN(WindowTest)
 #include "windowtest.moc"
