@@ -203,6 +203,20 @@ private slots:
         QCOMPARE(style.branches, 1);
     }
 
+    void drawsTheTreeAsOneLine()
+    {
+        const GroupServerTreeView view;
+        QImage image(12, 12, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        view.drawTree(&painter, QRegion(2, 2, 6, 6));
+        painter.end();
+        for (int x = 0; x < 12; ++x) {
+            for (int y = 0; y < 12; ++y)
+                QCOMPARE(image.pixelColor(x, y) != QColor(Qt::white), x == y && x >= 2 && x <= 8);
+        }
+    }
+
     void anArrowBeginsWithTheRowItStandsOn()
     {
         ItemModel model(1);
