@@ -23,6 +23,8 @@
 #include <QTextDocument>
 #include <QVBoxLayout>
 
+#include <utility>
+
 Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
 
 namespace {
@@ -186,8 +188,10 @@ void SettingsApp::setUpUpdate()
         closePopups();
         m_ui->mainStackedWidget->setCurrentIndex(UpdatePage);
     });
-    connect(m_updateLauncher.get(), &UpdateLauncher::windowDone, this,
-            [this] { m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate); });
+    connect(m_updateLauncher.get(), &UpdateLauncher::windowDone, this, [this] {
+        applyPostponed();
+        m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate);
+    });
 }
 
 void SettingsApp::setConfiguration(JsonModule *configuration)
@@ -459,13 +463,8 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     activateWindow();
     m_update.setIdleState();
     unsetCursor();
-    if (m_updateLauncher->replayPostponed())
+    if (m_updateLauncher->replayPostponed() || applyPostponed())
         return;
-    if (m_configurationPostponed) {
-        m_configurationPostponed = false;
-        emit handlePostponeConfiguration();
-        return;
-    }
     if (m_mode == ClientMode::Solva && m_launcher.clientIsMissing())
         GeneralDialog::showError(this, tr("Connection Error"),
                                  tr("The program that shows the desktop could not be started."));
@@ -478,7 +477,16 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     if (m_ui->mainStackedWidget->currentIndex() == AutoConnectPage)
         on_mainStackedWidget_currentChanged(AutoConnectPage);
     else
-        m_ui->mainStackedWidget->setCurrentIndex(AutoConnectPage);
+        showPage(AutoConnectPage); // an update may have begun while the error was shown
+}
+
+/// An update that was asked for in the same session comes first; this follows when it has failed.
+bool SettingsApp::applyPostponed()
+{
+    if (!std::exchange(m_configurationPostponed, false))
+        return false;
+    emit handlePostponeConfiguration();
+    return true;
 }
 
 void SettingsApp::showConnectionError()

@@ -154,6 +154,7 @@ private:
     void pressEnter();
     void connectTo(const ConnectTarget &target);
     void connectionFinished(ConnectionFile::Verdict verdict);
+    bool applyPostponed();
     void updateManualServers();
     void updateBrokerServers(const QString &address);
     QJsonObject root() const;
