@@ -536,6 +536,7 @@ void SettingsApp::setDualDisplay(bool inUse)
 {
     m_launcher.setDualDisplay(inUse);
     m_broker->setDualDisplay(inUse);
+    emit dualDisplayChanged(inUse);
 }
 
 void SettingsApp::checkResetPossible(int *result) const

@@ -121,6 +121,7 @@ signals:
     void applyConfig();
     /// What was merged during the session that has ended is to be applied.
     void handlePostponeConfiguration();
+    void dualDisplayChanged(bool inUse);
     /// The user wants to see the settings.
     void settingsRequested();
     /// The servers that a discovery has found.

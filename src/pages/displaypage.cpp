@@ -26,6 +26,12 @@ DisplayPage::DisplayPage(JsonModule &configuration, ResolutionContainer &resolut
 
 DisplayPage::~DisplayPage() = default;
 
+void DisplayPage::showDualDisplay(bool inUse)
+{
+    m_ui->dualDisplayLabel->setText(inUse ? tr("A second display is in use: sessions span both.")
+                                          : tr("No second display is in use."));
+}
+
 void DisplayPage::load(const QJsonObject &root)
 {
     getDisplayAvailable();
