@@ -40,7 +40,7 @@ signals:
     void pagesOutdated();
     /// A merged document has been written.
     void configurationMerged();
-    /// Merged network settings are in force on the device; the proxy is not yet.
+    /// Merged network settings are in force on the device.
     void networkApplied();
 
 private:

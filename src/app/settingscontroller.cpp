@@ -156,7 +156,6 @@ void SettingsController::connectRemote()
             &SettingsController::handlePostponeConfiguration);
     connect(&m_remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
     connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
-    connect(&m_remote, &RemoteConfiguration::networkApplied, this, &SettingsController::setupProxy);
     connect(&m_remote, &RemoteConfiguration::networkApplied, &m_networkStatus, &NetworkStatus::takeApplied);
 }
 

@@ -26,12 +26,6 @@ DisplayPage::DisplayPage(JsonModule &configuration, ResolutionContainer &resolut
 
 DisplayPage::~DisplayPage() = default;
 
-void DisplayPage::showDualDisplay(bool inUse)
-{
-    m_ui->dualDisplayLabel->setText(inUse ? tr("A second display is in use: sessions span both.")
-                                          : tr("No second display is in use."));
-}
-
 void DisplayPage::load(const QJsonObject &root)
 {
     getDisplayAvailable();
@@ -75,6 +69,12 @@ void DisplayPage::setDisplayTab(const QJsonObject &display)
     m_ui->bottomRadioButton->setChecked(position == QLatin1String("bottom"));
     m_ui->mirrorCheckBox->setChecked(display.value(Key::multiMonitorMode).toString() == mirror);
     m_ui->screenSaverSpinBox->setValue(display.value(Key::screenSaverTimeout).toInt(defaultTimeout));
+}
+
+void DisplayPage::showDualDisplay(bool inUse)
+{
+    m_ui->dualDisplayLabel->setText(inUse ? tr("A second display is in use: sessions span both.")
+                                          : tr("No second display is in use."));
 }
 
 QString DisplayPage::position() const
