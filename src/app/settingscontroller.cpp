@@ -155,6 +155,7 @@ void SettingsController::connectRemote()
     connect(m_window, &SettingsApp::handlePostponeConfiguration, this,
             &SettingsController::handlePostponeConfiguration);
     connect(&m_remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
+    connect(&m_remote, &RemoteConfiguration::configurationMerged, this, &SettingsController::setupProxy);
     connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
 }
 
@@ -353,7 +354,7 @@ void SettingsController::takeMessage(const QJsonObject &message)
 
 void SettingsController::fillProxyParameters(QJsonObject &proxy)
 {
-    m_configuration.readContent();
+    readAgain();
     proxy
         = m_configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
 }
