@@ -25,6 +25,8 @@ public:
     DisplayPage(JsonModule &configuration, ResolutionContainer &resolutions, QWidget *parent = nullptr);
     ~DisplayPage() override;
 
+    void discard() override;
+
 protected:
     void load(const QJsonObject &root) override;
     void save(QJsonObject &root) override;

@@ -132,6 +132,17 @@ void SettingsPage::markChanged()
     emit changed();
 }
 
+void SettingsPage::forgetChanges()
+{
+    m_changed = false;
+}
+
+void SettingsPage::discard()
+{
+    if (m_changed)
+        fill();
+}
+
 void SettingsPage::showAtOnce(QComboBox &box)
 {
     if (auto *list = qobject_cast<QListView *>(box.view()))
