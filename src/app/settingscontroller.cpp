@@ -201,7 +201,7 @@ void SettingsController::on_settingsButton_clicked()
 {
     SettingsPages &pages = settingsPages();
     pages.view().showPage(0);
-    readAgain();
+    m_configuration.readAgain(); // without a document there would be no password to ask for
     pages.fill();
     if (!AdministratorPassword::ask(m_window, m_configuration.getDocument().object()))
         return;
@@ -226,16 +226,6 @@ void SettingsController::on_backButton_clicked()
     leaveSettings();
 }
 
-/// What is held is better than a file that cannot be read: without a document there is no password to ask
-/// for.
-void SettingsController::readAgain()
-{
-    const QJsonDocument held = m_configuration.getDocument();
-    m_configuration.readContent();
-    if (m_configuration.getDocument().object().isEmpty())
-        m_configuration.getDocument() = held;
-}
-
 QString SettingsController::setQMDaddress()
 {
     return QmdAddress::url(m_configuration.getDocument().object().value(Key::management).toObject());
@@ -249,7 +239,7 @@ bool SettingsController::setupProxy()
 
 void SettingsController::leaveSettings()
 {
-    readAgain();
+    m_configuration.readAgain();
     settingsPages().discard();
     settingsPages().view().setApplyEnabled(false);
     m_window->loadConfiguration();
@@ -354,7 +344,7 @@ void SettingsController::takeMessage(const QJsonObject &message)
 
 void SettingsController::fillProxyParameters(QJsonObject &proxy)
 {
-    readAgain();
+    m_configuration.readAgain();
     proxy
         = m_configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
 }
@@ -393,14 +383,10 @@ void SettingsController::setInputAudio(const QString &name, const QString &numbe
 void SettingsController::storeAudio(AudioDirection direction, const AudioChoice &device,
                                     const AudioChoice &checked)
 {
-    const QJsonDocument held = m_configuration.getDocument();
-    m_configuration.readContent();
+    if (!m_configuration.readAgain())
+        return;
     const QJsonDocument stored = m_configuration.getDocument();
     QJsonObject document = stored.object();
-    if (document.isEmpty()) {
-        m_configuration.getDocument() = held;
-        return;
-    }
     QJsonObject audio = document.value(Key::audio).toObject();
     AudioSettings::setInUse(audio, direction, device);
     AudioSettings::setChecked(audio, direction, checked);
