@@ -5,12 +5,13 @@
 
 JOBS ?= $(shell nproc)
 
-.PHONY: help demo check bench build packages release debug sanitize format clean
+.PHONY: help demo check bench fuzz build packages release debug sanitize format clean
 
 help:
 	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
 	@echo "make check   build and run every test, plainly and with the sanitizers"
-	@echo "make bench   measure start-up, memory, long lists and firmware transfers"
+	@echo "make bench   measure start-up, memory, long lists, consoles, the agent and firmware transfers"
+	@echo "make fuzz    fuzz every decoder of what arrives, FUZZ_SECONDS (60) each"
 	@echo "make build   build the release binaries in build/release/bin"
 	@echo "make format  bring all sources into the house's format"
 
@@ -33,6 +34,12 @@ check: release sanitize
 bench: release
 	scripts/install-packages --bench
 	bench/run build/release/bin
+
+fuzz:
+	scripts/install-packages --fuzz
+	cmake --preset fuzz
+	cmake --build --preset fuzz --parallel $(JOBS)
+	tests/fuzz/run build/fuzz
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

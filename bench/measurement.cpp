@@ -3,7 +3,7 @@
 
 #include "measurement.h"
 
-#include "paintwatch.h"
+#include "figures.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int limitMs = 120000;
+constexpr int limitMs = 600000;
 
 qint64 monotonicClock()
 {
@@ -51,8 +51,6 @@ void Measurement::add(const QByteArray &output)
         if (words.size() == 2)
             figures.insert(QString::fromLatin1(words.first()), words.last().toDouble());
     }
-    if (!figures.contains(QStringLiteral("painted")))
-        qFatal("no window was painted");
     const auto value = [&](const char *figure) {
         return figures.value(QLatin1String(figure));
     };

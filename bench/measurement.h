@@ -35,4 +35,5 @@ struct Readings
     Measurement launcherOffScreen;
     Measurement sessions;
     Measurement servers;
+    Measurement month;
 };

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "figures.h"
+
 #include <QObject>
 
 /// Waits, in the process that is measured, for the first window to be painted, and prints when that was and
@@ -21,15 +23,6 @@ private:
 };
 
 namespace Bench {
-
-/// Milliseconds since whoever started this process took the time; see `startVariable`.
-double sinceStart();
-/// Holds CLOCK_MONOTONIC, in nanoseconds, from just before the process was started.
-constexpr char startVariable[] = "KT_BENCH_START";
-/// Prints one figure, to be read by the program `kt-bench`.
-void print(const char *figure, double value);
-/// Prints what this process holds: resident, its share of it, and the most so far, in MB.
-void printMemory(const QByteArray &when);
 
 /// Each measured program says what happens then.
 void loaded();

@@ -14,7 +14,7 @@ constexpr double timeFactor = 2;
 constexpr double memoryFactor = 1.3;
 constexpr double listLimitMs = 50;
 
-using Rows = QList<QStringList>;
+using Table::Rows;
 
 QString rounded(double value)
 {
@@ -35,29 +35,6 @@ QString cell(const Measurement &measurement, const char *name)
 QStringList verdict(double value, double limit)
 {
     return {rounded(limit), value <= limit ? QStringLiteral("yes") : QStringLiteral("**no**")};
-}
-
-void printRows(const Rows &rows)
-{
-    QVector<int> widths(rows.first().size());
-    for (const QStringList &row : rows) {
-        for (int column = 0; column < row.size(); ++column)
-            widths[column] = qMax(widths.at(column), row.at(column).size());
-    }
-    QTextStream out(stdout);
-    for (int number = 0; number < rows.size(); ++number) {
-        out << '|';
-        for (int column = 0; column < widths.size(); ++column)
-            out << ' ' << rows.at(number).value(column).leftJustified(widths.at(column)) << " |";
-        out << '\n';
-        if (number > 0)
-            continue;
-        out << '|';
-        for (const int width : qAsConst(widths))
-            out << QString(width + 2, QLatin1Char('-')) << '|';
-        out << '\n';
-    }
-    out << '\n';
 }
 
 Rows startRows(const Readings &all)
@@ -152,7 +129,53 @@ Rows phaseRows(const Measurement &launcher)
     };
 }
 
+QString whole(const Measurement &month, const char *figure)
+{
+    return QString::number(qRound(month.median(figure)));
+}
+
+QString exact(const Measurement &month, const char *figure)
+{
+    return QString::number(month.median(figure), 'f', 1);
+}
+
+Rows monthRows(const Measurement &month)
+{
+    const QString beats = QStringLiteral("%1 heartbeats, %2 of them answered")
+                              .arg(whole(month, "month-beats"), whole(month, "month-answered"));
+    return {
+        {beats, QStringLiteral("After two days"), QStringLiteral("After the month")},
+        {QStringLiteral("resident, MB"), exact(month, "days-rss"), exact(month, "month-rss")},
+        {QStringLiteral("- the most so far, MB"), exact(month, "days-peak"), exact(month, "month-peak")},
+        {QStringLiteral("open sockets"), whole(month, "days-sockets"), whole(month, "month-sockets")},
+        {QStringLiteral("- the most at any time"), {}, whole(month, "month-most-sockets")},
+    };
+}
+
 } // namespace
+
+void Table::printRows(const Rows &rows)
+{
+    QVector<int> widths(rows.first().size());
+    for (const QStringList &row : rows) {
+        for (int column = 0; column < row.size(); ++column)
+            widths[column] = qMax(widths.at(column), row.at(column).size());
+    }
+    QTextStream out(stdout);
+    for (int number = 0; number < rows.size(); ++number) {
+        out << '|';
+        for (int column = 0; column < widths.size(); ++column)
+            out << ' ' << rows.at(number).value(column).leftJustified(widths.at(column)) << " |";
+        out << '\n';
+        if (number > 0)
+            continue;
+        out << '|';
+        for (const int width : qAsConst(widths))
+            out << QString(width + 2, QLatin1Char('-')) << '|';
+        out << '\n';
+    }
+    out << '\n';
+}
 
 void Table::print(const Readings &all)
 {
@@ -161,4 +184,5 @@ void Table::print(const Readings &all)
             QStringLiteral("Launcher"), QStringLiteral("Limit"), QStringLiteral("Reached")}};
     printRows(heading + startRows(all) + memoryRows(all) + listRows(all.servers));
     printRows(phaseRows(all.launcher));
+    printRows(monthRows(all.month));
 }

@@ -3,9 +3,17 @@
 
 #pragma once
 
+#include <QList>
+#include <QStringList>
+
 struct Readings;
 
 namespace Table {
+
+using Rows = QList<QStringList>;
+
+/// Prints one table, its heading first.
+void printRows(const Rows &rows);
 
 /// Prints the figures beside their limits, as tables that can be read as they are and as Markdown.
 void print(const Readings &all);

@@ -50,6 +50,7 @@ set(KT_TEST_ENVIRONMENT
     "ASAN_OPTIONS=detect_leaks=1"
     "UBSAN_OPTIONS=print_stacktrace=1"
     "KT_BIN_DIR=${CMAKE_BINARY_DIR}/bin"
+    "LD_LIBRARY_PATH=${CMAKE_BINARY_DIR}/bin/stand-ins"
     "KT_SOURCE_DIR=${CMAKE_SOURCE_DIR}")
 
 # For tests with TLS connections, see the file named there.

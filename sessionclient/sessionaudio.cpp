@@ -15,6 +15,7 @@ Q_LOGGING_CATEGORY(lcSessionAudio, "kt.session.audio")
 namespace {
 
 const QLatin1String SystemDefinition("/usr/share/alsa/alsa.conf");
+const QLatin1String SilentDevice("null");
 
 QString configurationPath()
 {
@@ -28,17 +29,19 @@ QString chosenAudioDevice(const QByteArray &configuration)
     static const QRegularExpression cardAndDevice(QStringLiteral("\\A[0-9]{1,2},[0-9]{1,2}\\z"));
     const QJsonObject settings
         = QJsonDocument::fromJson(configuration).object().value(QLatin1String("audio settings")).toObject();
-    const QString number = settings.value(QLatin1String("output device"))
-                               .toObject()
-                               .value(QLatin1String("device number"))
-                               .toString();
-    // "Off", "None" and whatever else is no number leave the choice to the system.
+    const QJsonObject device = settings.value(QLatin1String("output device")).toObject();
+    if (device.value(QLatin1String("device name")).toString() == QLatin1String("Off"))
+        return SilentDevice;
+    const QString number = device.value(QLatin1String("device number")).toString();
+    // Whatever is no number leaves the choice to the system.
     return cardAndDevice.match(number).hasMatch() ? QStringLiteral("hw:") + number : QString();
 }
 
 // The mixer belongs to the card, and is looked up by the same name.
 QByteArray audioDefinition(const QString &device)
 {
+    if (device == SilentDevice)
+        return "pcm.kt_session { type null }\n";
     const QString card = device.section(QLatin1Char(':'), 1).section(QLatin1Char(','), 0, 0);
     return QStringLiteral(
                "pcm.kt_session { type plug slave.pcm \"%1\" }\nctl.kt_session { type hw card %2 }\n")

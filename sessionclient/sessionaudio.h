@@ -8,7 +8,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
-// The ALSA hardware device that a configuration document chooses for output ("hw:0,0"), or nothing.
+// The ALSA hardware device that a configuration document chooses for output ("hw:0,0"); "null" when it says
+// "Off", empty when it says nothing.
 QString chosenAudioDevice(const QByteArray &configuration);
 
 // The ALSA definitions that let such a device be called "kt_session".

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace {
@@ -39,6 +40,8 @@ int openSignalPipe()
         std::abort();
     for (const int number : {SIGTERM, SIGINT, SIGUSR1})
         installHandler(number);
+    // The launcher tells the process of this name that the sound has moved.
+    prctl(PR_SET_NAME, "zClient.bin");
     return signalPipe[0];
 }
 

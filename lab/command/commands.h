@@ -7,11 +7,14 @@
 int makeRootCommand();
 int cableCommand();
 int wifiCommand();
+int usbCommand();
 int faultCommand();
 int messageCommand();
 int callsCommand();
 int documentCommand();
 int corvidServerCommand();
 int brokerCommand();
+int qmdServerCommand();
+int qmdQueueCommand();
 int firmwareServerCommand();
 int linkCommand();

@@ -5,6 +5,7 @@
 #include "command/labcommand.h"
 #include "lab-device/faults.h"
 #include "lab-device/output.h"
+#include "lab-device/usbports.h"
 #include "lab-device/wifiair.h"
 
 #include <QFile>
@@ -84,6 +85,26 @@ int wifiCommand()
         command.fail(QStringLiteral("list, associate or leave, not %1").arg(action));
     else if (!air.associate(command.argument(1), !command.isSet(QStringLiteral("no-address"))))
         command.fail(QStringLiteral("no network named '%1'").arg(command.argument(1)));
+    return 0;
+}
+
+int usbCommand()
+{
+    LabCommand command(QStringLiteral("usb"),
+                       QStringLiteral("Shows the device's USB bus, plugs a device in or pulls one out."));
+    command.addArgument(QStringLiteral("list|plug|unplug"), QStringLiteral("What to do."));
+    command.addArgument(QStringLiteral("[VID:PID]"), QStringLiteral("The device, such as f0a1:0102."));
+    command.addRootOption();
+    command.process(1, 2);
+    const UsbPorts ports(command.root());
+    const QString action = command.argument(0);
+    const QString identifier = command.argument(1);
+    if (action == QLatin1String("list"))
+        printLine(ports.devices().join(QLatin1Char('\n')));
+    else if (action != QLatin1String("plug") && action != QLatin1String("unplug"))
+        command.fail(QStringLiteral("list, plug or unplug, not %1").arg(action));
+    else if (action == QLatin1String("plug") ? !ports.plug(identifier) : !ports.unplug(identifier))
+        command.fail(QStringLiteral("cannot %1 '%2'").arg(action, identifier));
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include "command/commands.h"
 #include "command/labcommand.h"
 #include "lab-device/toolbox.h"
+#include "lab-device/usbports.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -95,7 +96,7 @@ int makeRootCommand()
         if (!QDir().mkpath(root.file(QLatin1String(folder))))
             command.fail(QStringLiteral("cannot make %1").arg(root.file(QLatin1String(folder))));
     const QString self = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
-    if (!placeTools(root, self) || !placeFiles(root))
+    if (!placeTools(root, self) || !placeFiles(root) || !UsbPorts(root).furnish())
         command.fail(QStringLiteral("cannot fill %1").arg(root.path()));
     placeSessionClients(root, self);
     const QString name = command.value(QStringLiteral("hostname"));

@@ -66,6 +66,12 @@ std::optional<int> wait(int milliseconds)
     return std::nullopt;
 }
 
+std::optional<int> trickle(int milliseconds)
+{
+    trickleOutput(milliseconds);
+    return std::nullopt;
+}
+
 struct Fault
 {
     const char *kind;
@@ -74,7 +80,7 @@ struct Fault
 
 constexpr Fault faults[] = {
     {"hang", hang},   {"stubborn", hangStubbornly}, {"crash", crash}, {"garbage", printGarbage},
-    {"flood", flood}, {"exit", exitWith},           {"slow", wait},
+    {"flood", flood}, {"exit", exitWith},           {"slow", wait},   {"trickle", trickle},
 };
 } // namespace
 

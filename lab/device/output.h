@@ -3,8 +3,12 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 // A line on standard output or standard error, written at once.
 void printLine(const QString &line);
 void printError(const QString &line);
+void printBytes(const QByteArray &bytes);
+// From now on standard output gets one byte at a time, so many milliseconds apart.
+void trickleOutput(int milliseconds);

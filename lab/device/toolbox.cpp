@@ -10,8 +10,6 @@
 
 #include <QFile>
 
-#include <cstdio>
-
 namespace {
 constexpr int (*recordOnly)(const ToolCall &call) = nullptr;
 
@@ -21,8 +19,7 @@ bool printAnswer(const ToolCall &call)
     QFile file(call.fileAbout(QStringLiteral("answers")));
     if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
         return false;
-    const QByteArray answer = file.readAll();
-    std::fwrite(answer.constData(), 1, static_cast<size_t>(answer.size()), stdout);
+    printBytes(file.readAll());
     return true;
 }
 } // namespace
@@ -37,7 +34,7 @@ const std::vector<Tool> &toolTable()
         {"kt-enterprise-wifi", "usr/bin", runEnterpriseWifi},
         {"kt-lulling", "usr/bin", runLulling},
         {"kt-set-hostname", "usr/bin", runSetHostname},
-        {"kt-set-resolution", "usr/bin", recordOnly},
+        {"kt-set-resolution", "usr/bin", runSetResolution},
         {"kt-set-keyboard", "usr/bin", recordOnly},
         {"kt-set-timezone", "usr/bin", recordOnly},
         {"kt-set-ntp-server", "usr/bin", recordOnly},

@@ -17,5 +17,6 @@ int runHostname(const ToolCall &call);
 int runFtpProxyUpdate(const ToolCall &call);
 int runUpdateUi(const ToolCall &call);
 int runLulling(const ToolCall &call);
+int runSetResolution(const ToolCall &call);
 int runSudo(const ToolCall &call);
 int runPkill(const ToolCall &call);

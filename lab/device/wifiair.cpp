@@ -11,6 +11,7 @@
 namespace {
 // Members of a network's entry that the network knows but does not tell.
 constexpr const char *secrets[] = {"hidden", "key", "user", "password", "ca certificate"};
+const QString certificates = QStringLiteral("/var/lib/kt964/certificates/");
 
 QString text(const QJsonObject &object, const char *key)
 {
@@ -66,7 +67,9 @@ int WifiAir::signalStrength(const QString &ssid) const
 
 bool WifiAir::hasFile(const QString &devicePath) const
 {
-    return !devicePath.isEmpty() && QFileInfo(m_root.file(devicePath)).isFile();
+    // A bare name is one of the device's client certificates.
+    const QString path = devicePath.contains(QLatin1Char('/')) ? devicePath : certificates + devicePath;
+    return !devicePath.isEmpty() && QFileInfo(m_root.file(path)).isFile();
 }
 
 WifiVerdict WifiAir::checkEnterprise(const QJsonObject &network, const WifiCredentials &credentials) const
@@ -133,7 +136,6 @@ WifiCredentials configuredCredentials(const DeviceRoot &root)
     credentials.user = text(wlan, "user name");
     credentials.password = text(wlan, "user password");
     credentials.authenticationMethod = text(wlan, "authentication method");
-    const QString certificates = QStringLiteral("/var/lib/kt964/certificates/");
     if (!text(wlan, "ca certificate").isEmpty())
         credentials.caCertificate = certificates + QStringLiteral("cacerts") + text(wlan, "ca certificate");
     if (!text(wlan, "pkcs12 certificate").isEmpty())

@@ -20,9 +20,7 @@ QByteArray line(const BrokerDesktop &desktop)
 
 BrokerServer::BrokerServer(QObject *parent)
     : HttpPeer(parent)
-{
-    setEncrypted(true);
-}
+{ }
 
 bool BrokerServer::modeOf(const QString &word, Mode *mode)
 {

@@ -11,7 +11,9 @@
 FirmwareServer::FirmwareServer(const QString &folder, QObject *parent)
     : HttpPeer(parent)
     , m_folder(QFileInfo(folder).canonicalFilePath())
-{ }
+{
+    setEncrypted(false);
+}
 
 bool FirmwareServer::modeOf(const QString &word, Mode *mode)
 {

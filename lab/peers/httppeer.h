@@ -3,12 +3,9 @@
 
 #pragma once
 
-#include <QSslCertificate>
-#include <QSslKey>
-#include <QStringList>
-#include <QTcpServer>
+#include "lab-peers/tlsserver.h"
 
-class QTcpSocket;
+#include <QStringList>
 
 // A request without a body: all that these peers are asked.
 struct HttpRequest
@@ -21,20 +18,14 @@ struct HttpRequest
     QString user() const; // "-" where none is given
 };
 
-// What the lab's HTTP servers have in common: they listen, with a certificate of their own making or without
-// one, read requests, and keep a line of each.
-class HttpPeer : public QTcpServer
+// What the lab's HTTP servers for requests without a body have in common: they read requests and keep a line of
+// each.
+class HttpPeer : public TlsServer
 {
     Q_OBJECT
 
 public:
-    explicit HttpPeer(QObject *parent = nullptr);
-
-    void setEncrypted(bool encrypted) { m_encrypted = encrypted; }
-
-    // Makes the certificate first, with the openssl tool.
-    bool start(const QHostAddress &address, quint16 port);
-    QString fault() const { return m_fault; }
+    using TlsServer::TlsServer;
 
     // The requests so far, a line each: method, target, user ("-" for none) and the reply's status (0: none).
     QStringList requests() const { return m_requests; }
@@ -50,16 +41,10 @@ protected:
     // The head of a reply: further header lines each end with "\r\n".
     static QByteArray head(int status, qint64 length, const QByteArray &furtherLines = {});
 
-    void incomingConnection(qintptr descriptor) override;
+    void receive(QTcpSocket *socket) override;
 
 private:
-    bool makeCertificate();
-    void receive(QTcpSocket *socket);
     void reply(QTcpSocket *socket, const HttpRequest &request);
 
-    bool m_encrypted = false;
-    QSslCertificate m_certificate;
-    QSslKey m_key;
-    QString m_fault;
     QStringList m_requests;
 };

@@ -38,6 +38,32 @@ NetworkStatus::NetworkStatus(NetworkController &network, JsonModule &configurati
     connect(&m_cableWatchTimer, &QTimer::timeout, this, &NetworkStatus::checkEthernetPlugged);
     connect(&m_reconnectTimer, &QTimer::timeout, this, &NetworkStatus::reconnectEthernet);
     connect(&m_network, &NetworkController::setWifiStatus, this, &NetworkStatus::setWifiStatus);
+    remember();
+}
+
+void NetworkStatus::remember()
+{
+    connect(this, &NetworkStatus::ethernetAddress, this, [this](const QString &text, bool enabled) {
+        m_ethernetAddress = {text, enabled};
+    });
+    connect(this, &NetworkStatus::wifiAddress, this, [this](const QString &text, bool enabled) {
+        m_wifiAddress = {text, enabled};
+    });
+    connect(this, &NetworkStatus::ethernetIndicator, this,
+            [this](const QString &image) { m_ethernetIndicator = image; });
+    connect(this, &NetworkStatus::wifiIndicator, this,
+            [this](const QString &image) { m_wifiIndicator = image; });
+}
+
+void NetworkStatus::sayAgain()
+{
+    // By value: whoever hears a signal may make another be sent.
+    const Address ethernet = m_ethernetAddress;
+    const Address wifi = m_wifiAddress;
+    emit ethernetAddress(ethernet.text, ethernet.enabled);
+    emit wifiAddress(wifi.text, wifi.enabled);
+    emit ethernetIndicator(m_ethernetIndicator.isEmpty() ? red : m_ethernetIndicator);
+    emit wifiIndicator(m_wifiIndicator.isEmpty() ? red : m_wifiIndicator);
 }
 
 NetworkStatus::Link NetworkStatus::wiredState() const
@@ -269,6 +295,35 @@ void NetworkStatus::setWifiStatus(bool connected)
     emit wifiIndicator(green);
     m_wirelessState = Link::Connected;
     m_statusTimer.start(pollMs);
+}
+
+void NetworkStatus::takeWiredApplied(bool enabled)
+{
+    m_reconnectTimer.stop();
+    m_cableWatchTimer.stop();
+    m_pluggedCorrect = false; // the address that was taken off is not the one to put back
+    if (!enabled) {
+        applyWired(noLinkWord);
+        emit ethernetIndicator(red);
+        return;
+    }
+    const bool plugged = m_network.CheckWiredPlugged();
+    if (plugged) {
+        applyWired(m_network.isEthernetConnected() ? connectedWord : linkWord);
+        emit ethernetIndicator(green);
+    } else {
+        emit wiredIconShown(true);
+        m_wiredState = Link::Connected; // as soon as the cable is back
+        checkPluggedEthernet();
+    }
+    m_cableWatchTimer.start(cableWatchMs);
+}
+
+void NetworkStatus::takeWirelessLeft(bool turnedOff)
+{
+    setWifiStatus(false);
+    if (turnedOff)
+        turnOffWifi();
 }
 
 void NetworkStatus::turnOffWifi()

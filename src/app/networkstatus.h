@@ -45,7 +45,14 @@ public:
     /// What a device script says of a link: "eth0" or "wlan0", and "link", "connected" or "no link".
     void takeMessage(const QString &interface, const QString &message);
 
+    /// Says again what was said last of the addresses and the indicators: for a screen that was not there.
+    void sayAgain();
+
 public slots:
+    /// The wired interface has been connected as it is configured now, or disconnected.
+    void takeWiredApplied(bool enabled);
+    /// The wireless network has been left, to join one anew or for good.
+    void takeWirelessLeft(bool turnedOff);
     /// Joining a Wi-Fi network has ended.
     void setWifiStatus(bool connected);
     void turnOffWifi();
@@ -85,6 +92,13 @@ private:
     void cableAbsent();
     void takeAddressOff();
     void putAddressBack();
+    void remember();
+
+    struct Address
+    {
+        QString text;
+        bool enabled = false;
+    };
 
     NetworkController &m_network;
     JsonModule &m_configuration;
@@ -93,6 +107,12 @@ private:
     QTimer m_reconnectTimer;
     Link m_wiredState = Link::Absent;
     Link m_wirelessState = Link::Absent;
+
+    // What was said last.
+    Address m_ethernetAddress;
+    Address m_wifiAddress;
+    QString m_ethernetIndicator;
+    QString m_wifiIndicator;
 
     // While the cable is out its address is off the interface, so that nothing keeps routing through a dead
     // link.

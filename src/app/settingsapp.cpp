@@ -3,12 +3,14 @@
 
 #include "app/settingsapp.h"
 
+#include "app/agentorders.h"
 #include "app/servergroups.h"
 #include "app/stylesheets.h"
 #include "app/windowmemory.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "device/commands.h"
+#include "management/deviceagent.h"
 #include "widgets/generaldialog.h"
 
 #include "ui_settingsapp.h"
@@ -74,6 +76,7 @@ SettingsApp::SettingsApp(QWidget *parent)
     setUpTopBar();
     setUpLauncher();
     setUpSession();
+    setUpEndpoint();
     setUpBroker();
     setUpUpdate();
     showClientMode(ClientMode::Corvid);
@@ -86,6 +89,9 @@ void SettingsApp::setUpTopBar()
     m_ui->logoLabel->setPixmap(QPixmap(QStringLiteral(":/images/logo.png")));
     setIcon(m_ui->settingsButton, "settings.png");
     setIcon(m_ui->powerButton, "power.png");
+    setIcon(m_ui->outputAudioButton, "audio_output.png");
+    setIcon(m_ui->inputAudioButton, "audio_input.png");
+    m_audio = std::make_unique<AudioActionController>(*m_ui->outputAudioButton, *m_ui->inputAudioButton);
     connect(m_ui->settingsButton, &QToolButton::clicked, this, [this] {
         stopAutomatic();
         emit settingsRequested();
@@ -130,6 +136,18 @@ void SettingsApp::setUpSession()
     connect(&m_launcher, &SessionLauncher::getProxyParameters, this, &SettingsApp::getProxyParameters);
     connect(&m_launcher, &SessionLauncher::secondaryMonitorParameters, this,
             &SettingsApp::secondaryMonitorParameters);
+}
+
+void SettingsApp::setUpEndpoint()
+{
+    using Endpoint = TerminalServerModule;
+    connect(&m_endpoint, &Endpoint::firmwareUpdateLatest, this, &SettingsApp::on_updateLatest);
+    connect(&m_endpoint, &Endpoint::firmwareUpdateURL, this, &SettingsApp::on_updateByURL);
+    connect(&m_endpoint, &Endpoint::firmwareUpdateCORVID, this, &SettingsApp::on_updateByCORVID);
+    connect(&m_endpoint, &Endpoint::check_resetPossible, this, &SettingsApp::checkResetPossible);
+    connect(&m_endpoint, &Endpoint::ask_resetDevice, this, &SettingsApp::resetDevice);
+    connect(&m_endpoint, &Endpoint::saveConfiguration, this, &SettingsApp::mergeRemoteConfig);
+    connect(&m_endpoint, &Endpoint::applyConfig, this, &SettingsApp::applyConfig);
 }
 
 void SettingsApp::setUpBroker()
@@ -204,6 +222,9 @@ void SettingsApp::loadConfiguration()
     m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
                              rdp.value(Key::allowCustomRdpServers).toBool());
     showDeviceName(root().value(Key::general).toObject().value(Key::deviceName).toString());
+    m_endpoint.enableComunication(
+        root().value(Key::management).toObject().value(Key::consoleManagement).toBool());
+    m_audio->setSettings(root().value(Key::audio).toObject());
     updateConnectButton();
 }
 
@@ -276,9 +297,34 @@ SessionLauncher &SettingsApp::sessionLauncher()
     return m_launcher;
 }
 
+DeviceAgent &SettingsApp::deviceAgent()
+{
+    if (!m_agent) {
+        m_agent = std::make_unique<DeviceAgent>();
+        AgentOrders::connectTo(m_agent->dispatcher(), *this);
+    }
+    return *m_agent;
+}
+
 UpdateModule &SettingsApp::updateModule()
 {
     return m_update;
+}
+
+TerminalServerModule &SettingsApp::endpoint()
+{
+    return m_endpoint;
+}
+
+void SettingsApp::postponeConfiguration()
+{
+    m_configurationPostponed = true;
+    m_launcher.abandonWalk();
+}
+
+AudioActionController &SettingsApp::audioActions()
+{
+    return *m_audio;
 }
 
 UpdateLauncher &SettingsApp::updateLauncher()
@@ -415,6 +461,11 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     unsetCursor();
     if (m_updateLauncher->replayPostponed())
         return;
+    if (m_configurationPostponed) {
+        m_configurationPostponed = false;
+        emit handlePostponeConfiguration();
+        return;
+    }
     if (m_mode == ClientMode::Solva && m_launcher.clientIsMissing())
         GeneralDialog::showError(this, tr("Connection Error"),
                                  tr("The program that shows the desktop could not be started."));

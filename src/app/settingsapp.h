@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/audioactioncontroller.h"
 #include "app/brokerlauncher.h"
 #include "app/connecttarget.h"
 #include "app/sessionlauncher.h"
@@ -18,6 +19,7 @@
 #include <memory>
 #include <optional>
 
+class DeviceAgent;
 class JsonModule;
 class QShortcut;
 
@@ -66,7 +68,14 @@ public:
     ClientMode clientMode() const;
     SessionLauncher &sessionLauncher();
     UpdateModule &updateModule();
+    TerminalServerModule &endpoint();
+    /// A document has been merged during a session: when the client ends, that session is over and the rest
+    /// of the document is applied.
+    void postponeConfiguration();
+    AudioActionController &audioActions();
     UpdateLauncher &updateLauncher();
+    /// Made when it is first asked for: the first paint does not wait for the TLS library.
+    DeviceAgent &deviceAgent();
 
 public slots:
     /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
@@ -110,11 +119,12 @@ signals:
     void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
     /// A discovery is asked for; `error` becomes 1 when it could not be started everywhere.
     void refreshServerList(int &error);
-    /// A document from afar is to be merged into the held one. `result` becomes 1 when it is refused; a value
-    /// other than 0 at the start refuses it unseen.
+    /// A document from afar is to be merged into the held one. `result` becomes 1 when it is refused, else 0.
     void mergeRemoteConfig(const QJsonObject &remote, int *result);
     /// What a merged document left to be done is to be done now.
     void applyConfig();
+    /// What was merged during the session that has ended is to be applied.
+    void handlePostponeConfiguration();
     /// The user wants to see the settings.
     void settingsRequested();
     /// The servers that a discovery has found.
@@ -134,6 +144,7 @@ private:
     void stopAutomatic();
     void setUpLauncher();
     void setUpSession();
+    void setUpEndpoint();
     void setUpBroker();
     void setUpUpdate();
     void showClientMode(ClientMode mode);
@@ -153,7 +164,9 @@ private:
     TerminalServerModule m_endpoint;
     UpdateModule m_update;
     SessionLauncher m_launcher;
+    std::unique_ptr<DeviceAgent> m_agent;
     std::unique_ptr<BrokerLauncher> m_broker;
+    std::unique_ptr<AudioActionController> m_audio;
     std::unique_ptr<UpdateLauncher> m_updateLauncher;
     int m_pageBeforeUpdate = LauncherPage;
     QMenu m_powerMenu;
@@ -162,5 +175,6 @@ private:
     ClientMode m_mode = ClientMode::Corvid;
     bool m_modeShown = false;
     bool m_autoConnect = false;
+    bool m_configurationPostponed = false;
     ConnectTarget m_autoConnectTarget;
 };

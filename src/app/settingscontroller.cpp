@@ -5,6 +5,8 @@
 
 #include "app/settingsapp.h"
 #include "app/settingspages.h"
+#include "config/applicationproxy.h"
+#include "config/audiosettings.h"
 #include "config/compatibility.h"
 #include "config/defaults.h"
 #include "config/keys.h"
@@ -22,6 +24,7 @@
 #include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QNetworkInterface>
+#include <QTimer>
 
 Q_LOGGING_CATEGORY(lcController, "kt.app.controller")
 
@@ -29,6 +32,8 @@ namespace {
 
 /// A message is a few words; what is larger is not one.
 constexpr qint64 messageLimit = 64 * 1024;
+/// Sound cards may be slow to answer: the launcher is shown first.
+constexpr int firstAudioMs = 200;
 
 bool interfaceExists(const QString &name)
 {
@@ -50,10 +55,15 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     , m_window(window)
     , m_configuration(QStringLiteral("config.json"), true)
     , m_networkStatus(m_network, m_configuration)
+    , m_remote(*window, m_configuration, m_resolutions, m_network)
+    , m_agentFeed(*window, m_configuration)
 {
     connectWindow();
     connectNetworkStatus();
+    connectAudio();
+    connectRemote();
     loadConfiguration();
+    setupProxy();
     m_networkStatus.initNetworkStatus();
     m_networkStatus.checkPluggedEthernet();
     m_networkStatus.initNetworkIcons();
@@ -69,6 +79,48 @@ JsonModule &SettingsController::configuration()
 NetworkStatus &SettingsController::networkStatus()
 {
     return m_networkStatus;
+}
+
+ResolutionContainer &SettingsController::resolutions()
+{
+    return m_resolutions;
+}
+
+RemoteConfiguration &SettingsController::remoteConfiguration()
+{
+    return m_remote;
+}
+
+void SettingsController::mergeRemoteConfig(const QJsonObject &remote, int *result)
+{
+    m_remote.mergeRemoteConfig(remote, result);
+}
+
+void SettingsController::applyRemoteConfig()
+{
+    m_remote.applyRemoteConfig();
+}
+
+void SettingsController::handlePostponeConfiguration()
+{
+    m_remote.handlePostponeConfiguration();
+}
+
+/// The pages are filled anew whenever the settings are shown; until then it is enough that nothing counts as
+/// edited.
+void SettingsController::prepareGUI()
+{
+    if (m_pages) {
+        m_pages->discard();
+        m_pages->view().setApplyEnabled(false);
+    }
+    m_window->loadConfiguration();
+    m_window->showClientMode(m_configuration.getDocument()
+                                 .object()
+                                 .value(Key::general)
+                                 .toObject()
+                                 .value(Key::clientMode)
+                                 .toString());
 }
 
 void SettingsController::connectWindow()
@@ -96,6 +148,26 @@ void SettingsController::connectNetworkStatus()
             &SettingsApp::refreshServerGroups);
 }
 
+void SettingsController::connectRemote()
+{
+    connect(m_window, &SettingsApp::mergeRemoteConfig, this, &SettingsController::mergeRemoteConfig);
+    connect(m_window, &SettingsApp::applyConfig, this, &SettingsController::applyRemoteConfig);
+    connect(m_window, &SettingsApp::handlePostponeConfiguration, this,
+            &SettingsController::handlePostponeConfiguration);
+    connect(&m_remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
+    connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
+}
+
+void SettingsController::connectAudio()
+{
+    AudioActionController &actions = m_window->audioActions();
+    connect(this, &SettingsController::audioRefreshRequested, &m_audio, &AudioController::readDevices);
+    connect(&m_audio, &AudioController::sendAudioDevices, &actions, &AudioActionController::getAudioDevices);
+    connect(&actions, &AudioActionController::outputChosen, this, &SettingsController::setOutputAudio);
+    connect(&actions, &AudioActionController::inputChosen, this, &SettingsController::setInputAudio);
+    QTimer::singleShot(firstAudioMs, &m_audio, &AudioController::readDevices);
+}
+
 void SettingsController::loadConfiguration()
 {
     loadDefaultConfig(m_defaults);
@@ -112,7 +184,10 @@ void SettingsController::loadConfiguration()
 SettingsPages &SettingsController::settingsPages()
 {
     if (!m_pages) {
-        m_pages = std::make_unique<SettingsPages>(*m_window, m_configuration, m_network);
+        m_pages = std::make_unique<SettingsPages>(
+            *m_window, m_configuration,
+            SettingsPages::Device{m_network, m_networkStatus, m_resolutions, m_audio});
+        connect(m_pages.get(), &SettingsPages::networkApplied, this, &SettingsController::setupProxy);
         connect(&m_pages->view(), &SettingsView::applyRequested, this,
                 &SettingsController::on_applyButton_clicked);
         connect(&m_pages->view(), &SettingsView::backRequested, this,
@@ -136,8 +211,10 @@ void SettingsController::on_settingsButton_clicked()
 
 void SettingsController::on_applyButton_clicked()
 {
-    if (settingsPages().apply())
-        leaveSettings();
+    if (!settingsPages().apply())
+        return;
+    leaveSettings();
+    m_agentFeed.takeApplied();
 }
 
 void SettingsController::on_backButton_clicked()
@@ -161,6 +238,12 @@ void SettingsController::readAgain()
 QString SettingsController::setQMDaddress()
 {
     return QmdAddress::url(m_configuration.getDocument().object().value(Key::management).toObject());
+}
+
+bool SettingsController::setupProxy()
+{
+    const QJsonObject network = m_configuration.getDocument().object().value(Key::network).toObject();
+    return ApplicationProxy::install(ApplicationProxy::fromSettings(network.value(Key::proxy).toObject()));
 }
 
 void SettingsController::leaveSettings()
@@ -287,4 +370,42 @@ void SettingsController::fillSecondaryParameter(QString &resolution, int &atLeft
     resolution = secondary.value(Key::resolution).toString();
     atLeft = position == QLatin1String("left") ? 1 : 0;
     bottomAligned = position == QLatin1String("bottom") ? 1 : 0;
+}
+
+void SettingsController::testResolutionFromConsole(const QString &size)
+{
+    m_resolutions.setResolutionFromConsole(size);
+}
+
+void SettingsController::setOutputAudio(const QString &name, const QString &number,
+                                        const QString &checkedName, const QString &checkedNumber)
+{
+    storeAudio(AudioDirection::Output, {name, number}, {checkedName, checkedNumber});
+}
+
+void SettingsController::setInputAudio(const QString &name, const QString &number, const QString &checkedName,
+                                       const QString &checkedNumber)
+{
+    storeAudio(AudioDirection::Input, {name, number}, {checkedName, checkedNumber});
+}
+
+void SettingsController::storeAudio(AudioDirection direction, const AudioChoice &device,
+                                    const AudioChoice &checked)
+{
+    const QJsonDocument held = m_configuration.getDocument();
+    m_configuration.readContent();
+    const QJsonDocument stored = m_configuration.getDocument();
+    QJsonObject document = stored.object();
+    if (document.isEmpty()) {
+        m_configuration.getDocument() = held;
+        return;
+    }
+    QJsonObject audio = document.value(Key::audio).toObject();
+    AudioSettings::setInUse(audio, direction, device);
+    AudioSettings::setChecked(audio, direction, checked);
+    document.insert(Key::audio, audio);
+    if (m_configuration.setObject(document))
+        Commands::runShell(QStringLiteral("pkill -SIGUSR1 zClient.bin"));
+    else
+        m_configuration.getDocument() = stored;
 }

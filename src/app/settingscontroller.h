@@ -3,9 +3,13 @@
 
 #pragma once
 
+#include "app/agentfeed.h"
 #include "app/networkstatus.h"
+#include "app/remoteconfiguration.h"
 #include "config/jsonmodule.h"
+#include "device/audiocontroller.h"
 #include "device/networkcontroller.h"
+#include "device/resolutioncontainer.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -29,6 +33,8 @@ public:
 
     JsonModule &configuration();
     NetworkStatus &networkStatus();
+    ResolutionContainer &resolutions();
+    RemoteConfiguration &remoteConfiguration();
 
     /// The default "network settings" for what is connected now.
     QJsonObject generateDefaultNetwork();
@@ -42,6 +48,8 @@ public:
     bool checkConfigCompatibility(const QJsonObject &remote);
     /// The URL of the management server; "Unknown" without one.
     QString setQMDaddress();
+    /// Puts the stored proxy in force for the whole program. True when it is another than before.
+    bool setupProxy();
 
 public slots:
     /// The complete factory document for this device. Asks the device's tools.
@@ -59,6 +67,17 @@ public slots:
     void fillProxyParameters(QJsonObject &proxy);
     /// The stored second display: `atLeft` and `bottomAligned` are 1 where its position says so, else 0.
     void fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned);
+    /// Documents from afar, see `RemoteConfiguration`.
+    void mergeRemoteConfig(const QJsonObject &remote, int *result);
+    void applyRemoteConfig();
+    void handlePostponeConfiguration();
+    /// Sets a resolution at once, without a question.
+    void testResolutionFromConsole(const QString &size);
+    /// Stores which device the sessions use and which one the user has chosen, and tells a running session.
+    void setOutputAudio(const QString &name, const QString &number, const QString &checkedName,
+                        const QString &checkedNumber);
+    void setInputAudio(const QString &name, const QString &number, const QString &checkedName,
+                       const QString &checkedNumber);
 
 signals:
     /// The sound devices are to be read again.
@@ -71,6 +90,10 @@ private:
     void applyNetwork();
     void connectWindow();
     void connectNetworkStatus();
+    void connectAudio();
+    void connectRemote();
+    void prepareGUI();
+    void storeAudio(AudioDirection direction, const AudioChoice &device, const AudioChoice &checked);
     SettingsPages &settingsPages();
     void readAgain();
     void leaveSettings();
@@ -81,5 +104,9 @@ private:
     QJsonObject m_defaults;
     NetworkController m_network;
     NetworkStatus m_networkStatus;
+    ResolutionContainer m_resolutions;
+    AudioController m_audio;
+    RemoteConfiguration m_remote;
+    AgentFeed m_agentFeed;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };

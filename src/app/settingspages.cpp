@@ -3,19 +3,24 @@
 
 #include "app/settingspages.h"
 
+#include "app/networkstatus.h"
 #include "app/settingsapp.h"
 #include "config/jsonmodule.h"
 #include "device/log.h"
 #include "pages/aboutpage.h"
+#include "pages/audiopage.h"
 #include "pages/connectionpage.h"
 #include "pages/datetimepage.h"
 #include "pages/desktopmodedialog.h"
+#include "pages/displaypage.h"
 #include "pages/firmwarepage.h"
 #include "pages/generalpage.h"
 #include "pages/keyboardpage.h"
 #include "pages/kioskmodepage.h"
 #include "pages/logviewerdialog.h"
 #include "pages/managementpage.h"
+#include "pages/networkpage.h"
+#include "pages/peripheralspage.h"
 #include "pages/securitypage.h"
 #include "pages/servergroupspage.h"
 
@@ -24,15 +29,16 @@ namespace {
 constexpr int serverGroupsIndex = 2;
 } // namespace
 
-SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, NetworkController &network,
+SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, const Device &device,
                              QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_configuration(configuration)
+    , m_networkStatus(device.networkStatus)
     , m_certificates(configuration)
     , m_view(new SettingsView)
 {
-    build(network);
+    build(device);
     addTools();
     const auto listGroups = [this](SettingsApp::ClientMode mode) {
         m_view->setPageListed(serverGroupsIndex, mode == SettingsApp::ClientMode::Corvid);
@@ -42,7 +48,7 @@ SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, Net
     m_window.setSettingsView(m_view);
 }
 
-void SettingsPages::build(NetworkController &network)
+void SettingsPages::build(const Device &device)
 {
     auto *general = new GeneralPage(m_configuration);
     auto *kioskMode = new KioskModePage(m_configuration);
@@ -50,22 +56,28 @@ void SettingsPages::build(NetworkController &network)
     auto *connection = new ConnectionPage(
         m_configuration, [serverGroups] { return serverGroups->groups(); },
         [kioskMode] { return kioskMode->userName(); });
+    auto *display = new DisplayPage(m_configuration, device.resolutions);
+    auto *sound = new AudioPage(m_configuration, device.audio);
+    auto *networkPage = new NetworkPage(m_configuration, device.network, m_certificates);
     auto *keyboard = new KeyboardPage(m_configuration);
     auto *dateTime = new DateTimePage(m_configuration);
     auto *management = new ManagementPage(m_configuration);
+    auto *peripherals = new PeripheralsPage(m_configuration);
     auto *security = new SecurityPage(m_configuration, m_certificates);
     auto *firmware = new FirmwarePage(m_configuration);
-    auto *about = new AboutPage(m_configuration, network);
+    auto *about = new AboutPage(m_configuration, device.network);
 
-    const QVector<SettingsPage *> listed = {general,  connection, serverGroups, kioskMode, keyboard,
-                                            dateTime, management, security,     firmware,  about};
+    const QVector<SettingsPage *> listed
+        = {general,  connection, serverGroups, kioskMode,   display,  sound,    networkPage,
+           keyboard, dateTime,   management,   peripherals, security, firmware, about};
     for (SettingsPage *page : listed)
         m_view->addPage(page);
-    m_fillOrder = {general,    serverGroups, connection, kioskMode, keyboard,
-                   management, about,        security,   dateTime,  firmware};
-    m_applyOrder
-        = {general, connection, serverGroups, kioskMode, keyboard, management, security, dateTime, firmware};
+    m_fillOrder = {general, serverGroups, connection,  kioskMode,   sound,    keyboard, management,
+                   about,   display,      networkPage, peripherals, security, dateTime, firmware};
+    m_applyOrder = {general,  connection, serverGroups, kioskMode, display,  sound,   networkPage,
+                    keyboard, management, peripherals,  security,  dateTime, firmware};
     connectPages(general, connection, serverGroups, firmware);
+    connectNetworkPage(networkPage);
 }
 
 void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connection,
@@ -79,6 +91,20 @@ void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connectio
     connect(serverGroups, &ServerGroupsPage::refreshServerList, &m_window, &SettingsApp::refreshServerList);
     connect(&m_window, &SettingsApp::passServerList, serverGroups, &ServerGroupsPage::setServerList);
     connect(firmware, &FirmwarePage::updateRequested, &m_window, &SettingsApp::updateFirmware);
+}
+
+void SettingsPages::connectNetworkPage(NetworkPage *page)
+{
+    connect(&m_networkStatus, &NetworkStatus::ethernetAddress, page, &NetworkPage::showEthernetAddress);
+    connect(&m_networkStatus, &NetworkStatus::wifiAddress, page, &NetworkPage::showWifiAddress);
+    connect(&m_networkStatus, &NetworkStatus::ethernetIndicator, page, &NetworkPage::showEthernetIndicator);
+    connect(&m_networkStatus, &NetworkStatus::wifiIndicator, page, &NetworkPage::showWifiIndicator);
+    connect(&m_networkStatus, &NetworkStatus::wifiTurnedOff, page, &NetworkPage::turnOffWifi);
+    connect(page, &NetworkPage::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);
+    connect(page, &NetworkPage::wirelessLeft, &m_networkStatus, &NetworkStatus::takeWirelessLeft);
+    connect(page, &NetworkPage::busy, &m_window, &SettingsApp::setBusy);
+    connect(page, &NetworkPage::applied, this, &SettingsPages::networkApplied);
+    m_networkStatus.sayAgain();
 }
 
 void SettingsPages::addTools()

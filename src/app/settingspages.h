@@ -9,11 +9,15 @@
 #include <QObject>
 #include <QVector>
 
+class AudioController;
 class ConnectionPage;
 class FirmwarePage;
 class GeneralPage;
 class JsonModule;
 class NetworkController;
+class NetworkPage;
+class NetworkStatus;
+class ResolutionContainer;
 class ServerGroupsPage;
 class SettingsApp;
 class SettingsPage;
@@ -25,8 +29,17 @@ class SettingsPages : public QObject
     Q_OBJECT
 
 public:
-    /// Builds the pages into a view of the window's. All arguments outlive the object.
-    SettingsPages(SettingsApp &window, JsonModule &configuration, NetworkController &network,
+    /// What the pages show and change of the device.
+    struct Device
+    {
+        NetworkController &network;
+        NetworkStatus &networkStatus;
+        ResolutionContainer &resolutions;
+        AudioController &audio;
+    };
+
+    /// Builds the pages into a view of the window's. All that is referred to outlives the object.
+    SettingsPages(SettingsApp &window, JsonModule &configuration, const Device &device,
                   QObject *parent = nullptr);
 
     SettingsView &view();
@@ -38,14 +51,20 @@ public:
     /// as they are.
     bool apply();
 
+signals:
+    /// The network settings are stored and in force; the proxy is not yet.
+    void networkApplied();
+
 private:
-    void build(NetworkController &network);
+    void build(const Device &device);
     void connectPages(GeneralPage *general, ConnectionPage *connection, ServerGroupsPage *serverGroups,
                       FirmwarePage *firmware);
+    void connectNetworkPage(NetworkPage *page);
     void addTools();
 
     SettingsApp &m_window;
     JsonModule &m_configuration;
+    NetworkStatus &m_networkStatus;
     CertificateStore m_certificates;
     SettingsView *m_view; ///< owned by the window
     QVector<SettingsPage *> m_fillOrder;

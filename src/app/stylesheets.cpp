@@ -46,7 +46,16 @@ QString entrySheet(const char *colour)
 
 const QString &audioSheet()
 {
-    static const QString sheet = menuSheet();
+    static const QString sheet
+        = menuSheet()
+        + QStringLiteral(
+              "QMenu::item { padding-left: 24px; }"
+              "QMenu::indicator { width: 20px; height: 20px; left: 16px; border: 1px solid #7C8185;"
+              " border-radius: 11px; background: white; }"
+              "QMenu::indicator:checked { background: #4A7A10; border-color: #4A7A10;"
+              " image: url(:/images/radio.png); }"
+              "QLabel, QLabel:disabled { font-size: 13px; font-weight: bold; color: #2B2D2F;"
+              " padding: 8px 12px; }");
     return sheet;
 }
 

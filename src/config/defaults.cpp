@@ -18,7 +18,6 @@ const QString dhcp = QStringLiteral("dhcp");
 const QString fixed = QStringLiteral("static");
 
 // The wired object spells its address key in its own way, except when there is no wired interface.
-const QString wiredAddressKey = QStringLiteral("Ip address");
 
 QJsonObject appAutostart()
 {
@@ -79,15 +78,15 @@ QJsonObject mainWindow()
 
 QJsonObject redirection()
 {
-    return {{QStringLiteral("HIDs"), native},
-            {QStringLiteral("audio"), native},
+    return {{Key::hids, native},
+            {Key::audioDevices, native},
             {Key::customDevices, QJsonArray()},
-            {QStringLiteral("general policy"), QStringLiteral("default")},
-            {QStringLiteral("imaging"), generic},
-            {QStringLiteral("mass storage"), generic},
-            {QStringLiteral("printers"), generic},
-            {QStringLiteral("serial ports"), generic},
-            {QStringLiteral("smart cards"), generic}};
+            {Key::generalPolicy, QStringLiteral("default")},
+            {Key::imaging, generic},
+            {Key::massStorage, generic},
+            {Key::printers, generic},
+            {Key::serialPorts, generic},
+            {Key::smartCards, generic}};
 }
 
 QJsonObject autologon()
@@ -197,7 +196,7 @@ QJsonObject shadowing()
 QJsonObject proxy()
 {
     return {{Key::enabled, false}, {Key::address, none},  {Key::port, 8080},
-            {Key::userName, none}, {Key::password, none}, {QStringLiteral("no proxy for LAN"), true}};
+            {Key::userName, none}, {Key::password, none}, {Key::noProxyForLan, true}};
 }
 
 QJsonObject wiredInterface(bool present, const NetworkProperty &property)
@@ -208,11 +207,11 @@ QJsonObject wiredInterface(bool present, const NetworkProperty &property)
         insertAddresses(eth, Key::ipAddress, none, none, none);
     } else if (property.typeIp() == dhcp) {
         eth.insert(Key::type, dhcp);
-        insertAddresses(eth, wiredAddressKey, none, none, none);
+        insertAddresses(eth, Key::wiredIpAddress, none, none, none);
     } else if (property.typeIp() == fixed) {
         eth.insert(Key::type, fixed);
         // Mask and gateway stand crosswise here; devices in the field and their consoles rely on it.
-        insertAddresses(eth, wiredAddressKey, property.ip(), property.gateway(), property.netmask());
+        insertAddresses(eth, Key::wiredIpAddress, property.ip(), property.gateway(), property.netmask());
     }
     return eth;
 }
@@ -233,14 +232,14 @@ QJsonObject wirelessInterface(const NetworkState &state)
 
 QJsonObject wirelessAuthentication()
 {
-    return {{QStringLiteral("advanced security"), QStringLiteral("auto")},
-            {QStringLiteral("authentication method"), QStringLiteral("peap")},
+    return {{Key::advancedSecurity, QStringLiteral("auto")},
+            {Key::authenticationMethod, QStringLiteral("peap")},
             {Key::passphrase, none},
             {Key::userName, none},
-            {QStringLiteral("user password"), none},
-            {QStringLiteral("ca certificate"), none},
-            {QStringLiteral("pkcs12 certificate"), none},
-            {QStringLiteral("pkcs12 password"), none}};
+            {Key::userPassword, none},
+            {Key::caCertificate, none},
+            {Key::pkcs12Certificate, none},
+            {Key::pkcs12Password, none}};
 }
 
 QJsonObject networkSettings(const NetworkState &state)

@@ -91,6 +91,16 @@ QString propertyMailbox()
     return onDevice(QStringLiteral("/dev/vcio"));
 }
 
+QString usbBus()
+{
+    return onDevice(QStringLiteral("/dev/bus/usb"));
+}
+
+QString usbIdentifiers()
+{
+    return onDevice(QStringLiteral("/var/lib/usbutils/usb.ids"));
+}
+
 QString dhcpOptions()
 {
     return onDevice(QStringLiteral("/tmp/dhcp-options.conf"));

@@ -28,6 +28,8 @@ QString broadcastLog();
 QString nameServers();
 QString release();         ///< which firmware is installed, an INI file
 QString propertyMailbox(); ///< the board's firmware answers there
+QString usbBus();          ///< a folder for each bus, in it a descriptor file for each device
+QString usbIdentifiers();  ///< the names of USB vendors and products
 QString dhcpOptions();     ///< an INI file left by the DHCP client
 QString keyboardLayouts();
 QString timezones();

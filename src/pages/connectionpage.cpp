@@ -9,7 +9,6 @@
 #include "ui_connectionpage.h"
 
 #include <QListView>
-#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
@@ -40,16 +39,6 @@ bool hasBlanks(const QString &address)
 {
     const QString text = address.trimmed();
     return std::any_of(text.begin(), text.end(), [](QChar character) { return character.isSpace(); });
-}
-
-/// Puts the cursor where the mistake is.
-void pointAt(QWidget *field)
-{
-    for (QWidget *above = field->parentWidget(); above; above = above->parentWidget()) {
-        if (auto *area = qobject_cast<QScrollArea *>(above))
-            area->ensureWidgetVisible(field);
-    }
-    field->setFocus();
 }
 
 } // namespace

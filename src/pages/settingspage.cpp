@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QLoggingCategory>
+#include <QScrollArea>
 #include <QSpinBox>
 
 Q_LOGGING_CATEGORY(lcSettingsPage, "kt.pages.settings")
@@ -135,6 +136,15 @@ void SettingsPage::showAtOnce(QComboBox &box)
 {
     if (auto *list = qobject_cast<QListView *>(box.view()))
         list->setUniformItemSizes(true);
+}
+
+void SettingsPage::pointAt(QWidget *field)
+{
+    for (QWidget *above = field->parentWidget(); above; above = above->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(above))
+            area->ensureWidgetVisible(field);
+    }
+    field->setFocus();
 }
 
 void SettingsPage::watchEditors()

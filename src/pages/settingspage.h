@@ -66,6 +66,8 @@ protected:
     /// Lets every editor on the page mark it changed: lines, boxes, buttons that can be checked, numbers,
     /// dates.
     void watchEditors();
+    /// Puts the cursor where the mistake is, and shows that place.
+    static void pointAt(QWidget *field);
     /// Lets a box of thousands of entries unfold at once: not every row has to be measured.
     static void showAtOnce(QComboBox &box);
 

@@ -3,17 +3,29 @@
 
 #include "update/terminalservermodule.h"
 
+#include "config/jsontext.h"
 #include "device/diagnostics.h"
+#include "management/jsonstatus.h"
+#include "update/consoleformat.h"
 #include "update/wireformat.h"
 
+#include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QNetworkInterface>
+#include <QNetworkProxy>
 #include <QUdpSocket>
 
 Q_LOGGING_CATEGORY(lcEndpoint, "kt.update.endpoint")
 
+namespace {
+
+const QString serverPrefix = QStringLiteral("CORVID://");
+
+} // namespace
+
 TerminalServerModule::TerminalServerModule(QObject *parent)
     : QObject(parent)
+    , m_configuration(QStringLiteral("config.json"), true)
 {
     m_discoveryWindow.setInterval(discoveryWindowMs);
     connect(this, &TerminalServerModule::hasTsFindReplies, this, &TerminalServerModule::takeTsFindReplies);
@@ -24,6 +36,7 @@ TerminalServerModule::TerminalServerModule(QObject *parent)
 bool TerminalServerModule::open()
 {
     m_socket = new QUdpSocket(this);
+    m_socket->setProxy(QNetworkProxy::NoProxy); // an HTTP proxy carries no datagrams
     connect(m_socket, &QUdpSocket::readyRead, this, &TerminalServerModule::checkCommand);
     if (!m_socket->bind(QHostAddress::Any, WireFormat::devicePort))
         Diagnostics::print(QStringLiteral("Error binding address"));
@@ -33,21 +46,126 @@ bool TerminalServerModule::open()
 void TerminalServerModule::checkCommand()
 {
     // One is there when this is called: asking for it first would cost every block of a file a system call
-    // more.
+    // more. What is left when the time is over makes the socket call again.
+    QElapsedTimer turn;
+    turn.start();
     do {
         QByteArray datagram(WireFormat::receiveLimit, '\0');
-        QHostAddress sender;
-        const qint64 size = m_socket->readDatagram(datagram.data(), datagram.size(), &sender);
+        const qint64 size
+            = m_socket->readDatagram(datagram.data(), datagram.size(), &m_sender, &m_senderPort);
         if (size < 0) {
             qCCritical(lcEndpoint, "%s: %s", Q_FUNC_INFO, qPrintable(m_socket->errorString()));
             continue;
         }
         datagram.truncate(static_cast<int>(size));
-        if (const auto block = WireFormat::decodeFileBlock(datagram))
-            emit ask_HasUdpFileData({sender, block->position, block->total, block->data});
-        else if (const auto list = WireFormat::decodeServerList(datagram))
-            emit hasTsFindReplies(list->names, list->addresses);
-    } while (m_socket->hasPendingDatagrams());
+        takeDatagram(datagram);
+    } while (m_socket->hasPendingDatagrams() && !turn.hasExpired(turnMs));
+}
+
+void TerminalServerModule::takeDatagram(const QByteArray &datagram)
+{
+    if (const auto block = WireFormat::decodeFileBlock(datagram))
+        emit ask_HasUdpFileData({m_sender, block->position, block->total, block->data});
+    else if (const auto list = WireFormat::decodeServerList(datagram))
+        emit hasTsFindReplies(list->names, list->addresses);
+    // What comes from a device's own port is an answer, and looks like a command: one forged datagram would
+    // set two devices to answering each other for good.
+    else if (m_enabled && m_senderPort != WireFormat::devicePort)
+        takeCommand(datagram);
+}
+
+void TerminalServerModule::takeCommand(const QByteArray &request)
+{
+    using ConsoleFormat::Command;
+    const quint16 code = ConsoleFormat::decodeRequest(request).command;
+    switch (static_cast<Command>(code)) {
+    case Command::DeviceInfo:
+        return replyDeviceInfo(request);
+    case Command::Reset:
+        return resetDevice(request);
+    case Command::UpdateLatest:
+        return udpUpdate(request);
+    case Command::UpdateByUrl:
+        return urlUpdate(request);
+    case Command::GetJson:
+        return getJSONConfiguration(request);
+    case Command::SetJsonPartial:
+        return setJSONPartialConfiguration(request);
+    }
+    Diagnostics::print(QStringLiteral("ANOTHER COMMAND %1").arg(code));
+}
+
+void TerminalServerModule::enableComunication(bool enabled)
+{
+    m_enabled = enabled;
+}
+
+void TerminalServerModule::replyDeviceInfo(const QByteArray &request)
+{
+    Diagnostics::print(QStringLiteral("GET INFO"));
+    const JSONStatus status;
+    reply(ConsoleFormat::deviceInfoReply(
+              {ConsoleFormat::decodeRequest(request).version, status.getSerialNumber(), status.get()}),
+          Q_FUNC_INFO);
+}
+
+void TerminalServerModule::resetDevice(const QByteArray &request)
+{
+    int result = 0;
+    emit check_resetPossible(&result);
+    Diagnostics::print(QStringLiteral("3 ERROR CODE =%1").arg(result));
+    reply(ConsoleFormat::actionReply(request, static_cast<quint32>(result)), Q_FUNC_INFO);
+    if (result == 0)
+        emit ask_resetDevice();
+}
+
+void TerminalServerModule::udpUpdate(const QByteArray &request)
+{
+    int result = 0;
+    emit firmwareUpdateLatest(&result);
+    Diagnostics::print(QStringLiteral("1 ERROR CODE =%1").arg(result));
+    reply(ConsoleFormat::actionReply(request, static_cast<quint32>(result)), Q_FUNC_INFO);
+}
+
+void TerminalServerModule::urlUpdate(const QByteArray &request)
+{
+    int result = 0;
+    ConsoleFormat::UpdateSource source = ConsoleFormat::decodeUpdateSource(request);
+    if (source.url.startsWith(serverPrefix)) {
+        const QString server = source.url.mid(serverPrefix.size());
+        emit firmwareUpdateCORVID(server, source.file.remove(QLatin1Char('/')), &result);
+    } else {
+        emit firmwareUpdateURL(source.url, source.password, source.user, source.file, &result);
+    }
+    Diagnostics::print(QStringLiteral("2 ERROR CODE =%1").arg(result));
+    reply(ConsoleFormat::actionReply(request, static_cast<quint32>(result)), Q_FUNC_INFO);
+}
+
+void TerminalServerModule::getJSONConfiguration(const QByteArray &request)
+{
+    Diagnostics::print(QStringLiteral("GET JSON"));
+    m_configuration.readContent();
+    const QByteArray text = m_configuration.getJsonString().toLatin1();
+    const bool known = ConsoleFormat::decodeRequest(request).version == ConsoleFormat::documentVersion;
+    reply(known ? ConsoleFormat::documentReply(request, text) : ConsoleFormat::documentRefusal(request, text),
+          Q_FUNC_INFO);
+}
+
+void TerminalServerModule::setJSONPartialConfiguration(const QByteArray &request)
+{
+    Diagnostics::print(QStringLiteral("SET JSON PARTIAL"));
+    int result = 0;
+    emit check_resetPossible(&result);
+    emit saveConfiguration(JsonText::parsed(ConsoleFormat::decodeJsonText(request)), &result);
+    reply(ConsoleFormat::mergeReply(request, static_cast<quint32>(result)), Q_FUNC_INFO);
+    if (result == 0)
+        emit applyConfig();
+}
+
+void TerminalServerModule::reply(const QByteArray &datagram, const char *operation)
+{
+    if (m_socket->writeDatagram(datagram, m_sender, m_senderPort) != datagram.size())
+        qCCritical(lcEndpoint, "%s: %s", operation, qPrintable(m_socket->errorString()));
 }
 
 void TerminalServerModule::findTerminalServer(int &error)

@@ -87,9 +87,9 @@ std::optional<FileBlock> decodeFileBlock(const QByteArray &datagram)
 
 std::optional<ServerList> decodeServerList(const QByteArray &datagram)
 {
-    if (datagram.size() < entriesOffset || read32(datagram, magicOffset) != serverListMagic)
+    if (read32(datagram, magicOffset) != serverListMagic)
         return std::nullopt;
-    const quint32 carried = static_cast<quint32>((datagram.size() - entriesOffset) / entrySize);
+    const auto carried = static_cast<quint32>(qMax(0, datagram.size() - entriesOffset) / entrySize);
     const int count = static_cast<int>(qMin(read32(datagram, countOffset), carried));
     ServerList list;
     for (int entry = 0; entry < count; ++entry) {

@@ -234,9 +234,12 @@ mkdir running || echo >>two
 echo >>client-calls
 rmdir running
 )");
+    connect(&launcher.window->sessionLauncher(), &SessionLauncher::ended, this, [&launcher] {
+        if (launcher.ended->count() == 100)
+            launcher.part<AutoConnectPage>("autoConnectPage")->stop();
+    });
     open(launcher);
-    QTRY_VERIFY_WITH_TIMEOUT(launcher.ended->count() >= 100, 60000);
-    launcher.part<AutoConnectPage>("autoConnectPage")->stop();
+    QTRY_COMPARE_WITH_TIMEOUT(launcher.ended->count(), 100, 60000);
     QVERIFY(!launcher.window->sessionLauncher().isRunning());
     QCOMPARE(launcher.runs(), launcher.ended->count());
     QVERIFY(!launcher.device.exists(QStringLiteral("/lab/two")));

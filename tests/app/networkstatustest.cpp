@@ -91,6 +91,7 @@ private slots:
     void doesWhatScriptsSay();
     void followsAJoin();
     void showsEnabledInterfacesOnly();
+    void followsWhatThePageApplies();
 
 private:
     struct Fixture
@@ -333,6 +334,37 @@ void NetworkStatusTest::showsEnabledInterfacesOnly()
         R"({"network settings": {"interfaces": {"wlan": {"enabled": true}}}})");
     m_fixture->status.initNetworkIcons();
     QCOMPARE(m_fixture->said.take(), QStringLiteral("wifi red"));
+}
+
+void NetworkStatusTest::followsWhatThePageApplies()
+{
+    NetworkStatus &status = m_fixture->status;
+    const auto said = [this] {
+        return m_fixture->said.take();
+    };
+    status.takeWiredApplied(true);
+    QCOMPARE(said(), QStringLiteral("wired connected, eth 10.77.0.10, eth green"));
+    status.sayAgain(); // for a page that has just been built
+    QCOMPARE(said(), QStringLiteral("eth 10.77.0.10, wifi  off, eth green, wifi red"));
+    setState("wired-address", "");
+    status.takeWiredApplied(true);
+    QCOMPARE(said(), QStringLiteral("wired link, eth green"));
+    // The cable comes back later: what is connected then is what was applied.
+    setState("wired-address", "10.77.0.10");
+    setState("cable", "unplugged");
+    status.checkEthernetPlugged();
+    status.takeWiredApplied(true);
+    setState("cable", "plugged");
+    m_fixture->device.forgetCalls();
+    status.reconnectEthernet();
+    status.checkEthernetPlugged();
+    QCOMPARE(m_fixture->device.calls(QStringLiteral("kt-ip-settings")), QStringList());
+    QVERIFY(said().endsWith(QStringLiteral("eth green, wired connected, eth 10.77.0.10, groups")));
+    status.takeWiredApplied(false);
+    QCOMPARE(said(), QStringLiteral("eth  off, eth red"));
+    QCOMPARE(status.wiredState(), Link::Absent);
+    status.takeWirelessLeft(true);
+    QCOMPARE(said(), QStringLiteral("wifi Disconnected off, wireless no link 0, wifi red"));
 }
 
 QTEST_GUILESS_MAIN(NetworkStatusTest)

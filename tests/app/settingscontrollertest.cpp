@@ -8,6 +8,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QNetworkProxy>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -43,6 +44,7 @@ private slots:
     void doesWhatAMessageSays();
     void hearsTheSignal();
     void answersTheWindow();
+    void putsTheStoredProxyInForce();
 
 private:
     std::unique_ptr<TestDevice> m_device;
@@ -186,6 +188,30 @@ void SettingsControllerTest::answersTheWindow()
     QJsonObject proxy;
     emit program.window.getProxyParameters(proxy);
     QCOMPARE(proxy.value(QStringLiteral("port")).toInt(), 2);
+}
+
+void SettingsControllerTest::putsTheStoredProxyInForce()
+{
+    Program program;
+    QVERIFY(!program.controller.setupProxy());
+    QJsonObject document = m_device->document();
+    const auto store = [&](const char *proxy) {
+        const QJsonObject parsed = QJsonDocument::fromJson(proxy).object();
+        document.insert(QStringLiteral("network settings"), QJsonObject{{QStringLiteral("proxy"), parsed}});
+        program.controller.configuration().setObject(document);
+    };
+    store(R"({"enabled": true, "address": "p", "port": 3128, "user name": "u", "password": "w"})");
+    QVERIFY(program.controller.setupProxy());
+    QVERIFY(!program.controller.setupProxy());
+    const QNetworkProxy expected(QNetworkProxy::HttpProxy, QStringLiteral("p"), 3128, QStringLiteral("u"),
+                                 QStringLiteral("w"));
+    QCOMPARE(QNetworkProxy::applicationProxy(), expected);
+    store(R"({"enabled": true, "address": "p", "port": 70000})");
+    QVERIFY(program.controller.setupProxy());
+    QCOMPARE(QNetworkProxy::applicationProxy().port(), quint16(0));
+    store(R"({"enabled": false, "address": "p", "port": 3128})");
+    QVERIFY(program.controller.setupProxy());
+    QCOMPARE(QNetworkProxy::applicationProxy(), QNetworkProxy(QNetworkProxy::NoProxy));
 }
 
 QTEST_MAIN(SettingsControllerTest)

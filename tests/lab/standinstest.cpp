@@ -60,10 +60,12 @@ private slots:
     void autoconnect();
     void scanKeepsSecrets();
     void hostNames();
+    void displayModes();
     void sudoRunsStandInsOnly();
     void pkillReachesThisDeviceOnly();
     void rootIsKept();
     void documentIsChanged();
+    void usbDevicesComeAndGo();
 };
 
 void StandInsTest::wiredConnection_data()
@@ -174,6 +176,7 @@ void StandInsTest::wifi_data()
     row("wrong password", staff + "peap" + known + R"(.p12 x '')", wrongKey);
     row("other CA", staff + "peap" + other + R"(.p12 staff-password '')", wrongCertificate);
     row("certificate", staff + "tls" + known + R"(/tmp/me.p12 '' '')", connected);
+    row("stored certificate", staff + "tls" + known + R"(mine.p12 '' '')", connected);
     row("no certificate", staff + "tls" + known + R"(.p12 '' '')", wrongCertificate);
 }
 
@@ -183,7 +186,8 @@ void StandInsTest::wifi()
     QFETCH(QByteArray, verdict);
     const LabDevice device;
     for (const char *file : {"var/lib/kt964/certificates/cacerts/hospital-ca.pem",
-                             "var/lib/kt964/certificates/cacerts/other.pem", "tmp/me.p12"})
+                             "var/lib/kt964/certificates/cacerts/other.pem", "tmp/me.p12",
+                             "var/lib/kt964/certificates/mine.p12"})
         device.write(file, "certificate");
     QCOMPARE(device.call(call.constData()).output.split('\n').value(1), verdict);
 
@@ -240,6 +244,16 @@ void StandInsTest::hostNames()
     QCOMPARE(device.call("hostname").output, QByteArray("Ward 3's\n"));
     QCOMPARE(device.call("kt-set-hostname -r").status, 0);
     QCOMPARE(device.call("hostname").output, original);
+}
+
+void StandInsTest::displayModes()
+{
+    const LabDevice device;
+    QCOMPARE(device.call("kt-set-resolution DMT 58").status, 0);
+    QCOMPARE(device.call("kt-set-resolution -m").output, QByteArray("1680x1050 60Hz\n"));
+    QCOMPARE(device.call("kt-set-resolution DMT").status, 2);
+    QCOMPARE(device.call("kt-set-resolution").status, 0);
+    QCOMPARE(device.read("lab/state/display-mode").trimmed(), QByteArray("CEA 16"));
 }
 
 void StandInsTest::sudoRunsStandInsOnly()
@@ -308,6 +322,19 @@ void StandInsTest::documentIsChanged()
     device.write(documentPath, "garbage");
     QVERIFY(device.lab("document a 1").status != 0);
     QCOMPARE(device.read(documentPath), QByteArray("garbage"));
+}
+
+void StandInsTest::usbDevicesComeAndGo()
+{
+    const LabDevice device;
+    QCOMPARE(device.lab("usb unplug f0a1:0101").status, 0);
+    QCOMPARE(device.lab("usb unplug f0d4:0401").status, 0);
+    QCOMPARE(device.lab("usb plug F0A1:0102").status, 0);
+    device.makeAgain();
+    const QByteArray listed = device.lab("usb list").output;
+    QVERIFY2(listed.endsWith("005 f0a1:0101\n006 f0b2:0210\n007 f0c3:0301\n009 f0a1:0102\n"), listed);
+    for (const char *wrong : {"usb unplug f0d4:0401", "usb unplug", "usb plug f0d4", "usb shake"})
+        QVERIFY2(device.lab(wrong).status != 0, wrong);
 }
 
 QTEST_GUILESS_MAIN(StandInsTest)

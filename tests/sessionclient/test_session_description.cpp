@@ -114,6 +114,8 @@ private slots:
         QCOMPARE(chosenAudioDevice(QByteArray(document).replace("@", "\"1,0\"")), QStringLiteral("hw:1,0"));
         for (const char *none : {"\"\"", "\"Off\"", "\"None\"", "7", "\"0,0\\\" }\"", "\"0,0\\n\""})
             QCOMPARE(chosenAudioDevice(QByteArray(document).replace("@", none)), QString());
+        QCOMPARE(chosenAudioDevice(QByteArray(document).replace("@", R"("0,0", "device name": "Off")")),
+                 QStringLiteral("null"));
     }
 
     void tailIsBoundedAndClean()

@@ -103,6 +103,8 @@ private slots:
         QFile definition(QString::fromUtf8(standIn.read("alsa").trimmed().split(':').last()));
         QVERIFY(definition.open(QIODevice::ReadOnly) && definition.readAll().contains("\"hw:0,3\""));
         QVERIFY(choose("1,0"));
+        QFile name(QStringLiteral("/proc/%1/comm").arg(m_client->processId()));
+        QVERIFY(name.open(QIODevice::ReadOnly) && name.readAll() == "zClient.bin\n");
         signalClient(SIGUSR1);
         QTRY_VERIFY((definition.close(), definition.open(QIODevice::ReadOnly))
                     && definition.readAll().contains("\"hw:1,0\""));

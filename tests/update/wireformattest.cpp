@@ -66,6 +66,7 @@ void WireFormatTest::believesNoCount_data()
     QTest::newRow("overflow") << QByteArray("\xc4\xc3\xc3\x03", 4) << whole << 2; // times 68 is 16
     QTest::newRow("cut in an entry") << QByteArray("\2\0\0\0", 4) << whole - 1 << 1;
     QTest::newRow("no entry") << QByteArray("\2\0\0\0", 4) << headerSize << 0;
+    QTest::newRow("cut in the count") << QByteArray("\5\0\0\0", 4) << headerSize - 1 << 0;
 }
 
 void WireFormatTest::believesNoCount()
@@ -84,7 +85,7 @@ void WireFormatTest::passesOverOtherDatagrams_data()
     QTest::addColumn<QByteArray>("datagram");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("one byte") << QByteArray(1, '\xaa');
-    QTest::newRow("cut header") << twoServers().left(headerSize - 1);
+    QTest::newRow("cut header") << twoServers().left(15);
     QTest::newRow("other magic") << twoServers().replace(12, 1, "\x04");
     QTest::newRow("magic in network order") << twoServers().replace(12, 4, QByteArray("\xaa\x55\0\3", 4));
 }

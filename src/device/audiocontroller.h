@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "device/audiodevice.h"
+
+#include <QObject>
+
+#include <optional>
+
+/// Knows the sound cards, by way of ALSA. What goes wrong with one of them is printed, and the others are
+/// read all the same.
+class AudioController : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit AudioController(QObject *parent = nullptr);
+
+    /// The devices as last read.
+    const QList<AudioDevice> &devices() const;
+    /// Asks the board's firmware.
+    bool checkHDMIAudioAvailable() const;
+
+public slots:
+    /// Reads the devices anew and passes them on.
+    void readDevices();
+
+signals:
+    void sendAudioDevices(const QList<AudioDevice> &devices);
+
+private:
+    void hwDeviceList();
+    void readCard(int card);
+    void addCard(const QString &name, const QString &longname, int card, int device, const QString &pcmName,
+                 AudioDevice::AUDIO_TYPE type);
+
+    QList<AudioDevice> m_devices;
+    std::optional<bool>
+        m_hdmiAvailable; ///< asked for once in a reading, and only when there is such a device
+};

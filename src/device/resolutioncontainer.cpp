@@ -1,0 +1,170 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "device/resolutioncontainer.h"
+
+#include "device/commands.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLoggingCategory>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <array>
+
+Q_LOGGING_CATEGORY(lcResolution, "kt.device.resolution")
+
+namespace {
+
+constexpr int smallestWidth = 1024;
+constexpr int slowestRate = 60;
+/// Monitors have some dozens of modes; what has more is no list of a monitor.
+constexpr std::size_t modeLimit = 1000;
+constexpr int damagedLimit = 256 * 1024;
+
+const QString resolutionTool = QStringLiteral("/usr/bin/kt-set-resolution");
+const QString cea = QStringLiteral("CEA");
+
+/// The objects of a JSON array. Of a list that is cut or damaged, those that are whole.
+QList<QJsonObject> objectsIn(const QByteArray &output)
+{
+    QList<QJsonObject> objects;
+    const QJsonDocument document = QJsonDocument::fromJson(output);
+    if (document.isArray()) {
+        for (const QJsonValue &value : document.array())
+            objects += value.toObject();
+        return objects;
+    }
+    qCWarning(lcResolution) << "not a list of modes:" << output.left(80);
+    static const QRegularExpression flatObject(QStringLiteral("\\{[^{}]*\\}"));
+    auto match = flatObject.globalMatch(QString::fromUtf8(output.left(damagedLimit)));
+    while (match.hasNext())
+        objects += QJsonDocument::fromJson(match.next().captured().toUtf8()).object();
+    return objects;
+}
+
+/// Width, height and rate of a display text; "Automatic" has none, and so comes first.
+std::array<int, 3> numbersOf(const QString &text)
+{
+    const QString size = text.section(QLatin1Char(' '), 0, 0);
+    QString rate = text.section(QLatin1Char(' '), 1);
+    rate.remove(QLatin1String("Hz"));
+    return {size.section(QLatin1Char('x'), 0, 0).toInt(), size.section(QLatin1Char('x'), 1).toInt(),
+            rate.toInt()};
+}
+
+int number(const QJsonObject &mode, const char *key)
+{
+    return mode.value(QLatin1String(key)).toInt();
+}
+
+} // namespace
+
+const std::vector<Item> &ResolutionContainer::getResolutions()
+{
+    m_modes.assign(1, Item(automatic));
+    QElapsedTimer clock;
+    clock.start();
+    readModes(QStringLiteral("DMT"));
+    // A tool that did not answer in time is not waited for twice.
+    if (clock.elapsed() < Commands::timeLimitMs)
+        readModes(cea);
+    std::stable_sort(m_modes.begin(), m_modes.end(), compare_name);
+    qCInfo(lcResolution) << m_modes.size() - 1 << "modes";
+    return m_modes;
+}
+
+void ResolutionContainer::readModes(const QString &group)
+{
+    const QByteArray output = Commands::query(QStringLiteral("/opt/vc/bin/tvservice"),
+                                              {QStringLiteral("-j"), QStringLiteral("-m"), group});
+    for (const QJsonObject &object : objectsIn(output)) {
+        const int width = number(object, "width");
+        const int height = number(object, "height");
+        const int rate = number(object, "rate");
+        const bool interlaced
+            = group == cea && object.value(QLatin1String("scan")).toString() != QLatin1String("p");
+        if (width < smallestWidth || height < 1 || rate < slowestRate || interlaced)
+            continue;
+        if (m_modes.size() > modeLimit)
+            return;
+        m_modes.emplace_back(QStringLiteral("%1x%2 %3Hz").arg(width).arg(height).arg(rate));
+        m_modes.back().setValue(Code, QString::number(number(object, "code")));
+        m_modes.back().setValue(Group, group);
+    }
+}
+
+bool ResolutionContainer::compare_name(const Item &left, const Item &right)
+{
+    return numbersOf(left.getValue(Text)) < numbersOf(right.getValue(Text));
+}
+
+int ResolutionContainer::getCurrentPrimaryResolution(const QString &stored) const
+{
+    for (const bool sizeAlone : {false, true}) {
+        const auto found = std::find_if(m_modes.begin(), m_modes.end(), [&](const Item &mode) {
+            const QString text = mode.getValue(Text);
+            return (sizeAlone ? text.section(QLatin1Char(' '), 0, 0) : text) == stored;
+        });
+        if (found != m_modes.end())
+            return static_cast<int>(found - m_modes.begin());
+    }
+    return -1;
+}
+
+int ResolutionContainer::rowOf(const QString &stored)
+{
+    const int row = getCurrentPrimaryResolution(stored);
+    if (row >= 0)
+        return row;
+    // Another monitor may have come, or none been looked at so far.
+    getResolutions();
+    return getCurrentPrimaryResolution(stored);
+}
+
+bool ResolutionContainer::isCheckedResolution(const QString &size)
+{
+    return rowOf(size) >= 0;
+}
+
+void ResolutionContainer::setResolution(const QString &text)
+{
+    if (m_modes.empty())
+        getResolutions();
+    for (const Item &mode : m_modes) {
+        if (mode.getValue(Text) == text) {
+            setPrimaryResolution(&mode);
+            return;
+        }
+    }
+}
+
+void ResolutionContainer::setPrimaryResolution(const Item *mode) const
+{
+    if (!mode)
+        return;
+    if (mode->getValue(Text) == automatic)
+        Commands::runShell(Commands::line(resolutionTool));
+    else if (!mode->getValue(Code).isEmpty())
+        Commands::runShell(
+            Commands::line(resolutionTool, mode->getValue(Group) + QLatin1Char(' ') + mode->getValue(Code)));
+}
+
+void ResolutionContainer::setResolutionFromConsole(const QString &size)
+{
+    // "Automatic" needs no monitor to be asked.
+    if (size == automatic)
+        Commands::runShell(Commands::line(resolutionTool));
+    else if (const int row = rowOf(size); row >= 0)
+        setPrimaryResolution(&m_modes.at(static_cast<std::size_t>(row)));
+    else
+        qCWarning(lcResolution) << "the monitor has no mode" << size;
+}
+
+QString ResolutionContainer::getActualMode() const
+{
+    return QString::fromUtf8(Commands::query(resolutionTool, {QStringLiteral("-m")}).left(200)).trimmed();
+}

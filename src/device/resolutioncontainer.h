@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "models/item.h"
+
+#include <vector>
+
+/// The modes of the connected monitor: reads them from the board's firmware, and sets them.
+///
+/// A mode is an Item: its display text ("1920x1080 60Hz"), its code, and its group ("DMT" or "CEA"). The
+/// first of the list is "Automatic", which leaves the choice to the device. A stored resolution is a display
+/// text, or a size alone ("1920x1080"), which means the first mode of that size.
+class ResolutionContainer
+{
+public:
+    enum Column { Text = 0, Code = 1, Group = 2 };
+    static inline const QString automatic = QStringLiteral("Automatic");
+
+    /// Reads the modes anew; asks the firmware twice. What cannot be read is left out.
+    const std::vector<Item> &getResolutions();
+
+    /// Whether a size, or the size and rate of a display text, is one that the monitor offers.
+    bool isCheckedResolution(const QString &size);
+    /// The row of a stored resolution in the list as last read; -1 when it is not among them.
+    int getCurrentPrimaryResolution(const QString &stored) const;
+    /// What the resolution tool says is set now.
+    QString getActualMode() const;
+
+    /// Sets the mode of a display text. One that is not in the list changes nothing.
+    void setResolution(const QString &text);
+    /// Sets a mode of the list.
+    void setPrimaryResolution(const Item *mode) const;
+    /// Sets a stored resolution, as a console sends it. One that the monitor does not offer changes nothing.
+    void setResolutionFromConsole(const QString &size);
+
+    /// The order of the list: "Automatic", then by width, height and rate.
+    static bool compare_name(const Item &left, const Item &right);
+
+private:
+    void readModes(const QString &group);
+    /// As `getCurrentPrimaryResolution`, but in a list that knows the monitor as it is now.
+    int rowOf(const QString &stored);
+
+    std::vector<Item> m_modes; ///< empty until first read
+};

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "pages/displaypage.h"
+
+#include "config/keys.h"
+#include "device/commands.h"
+
+#include "ui_displaypage.h"
+
+namespace {
+
+constexpr int defaultTimeout = 20;
+const QString mirror = QStringLiteral("mirror");
+
+} // namespace
+
+DisplayPage::DisplayPage(JsonModule &configuration, ResolutionContainer &resolutions, QWidget *parent)
+    : SettingsPage(configuration, tr("Display"), QStringLiteral(":/images/page_display.png"), parent)
+    , m_ui(std::make_unique<Ui::DisplayPage>())
+    , m_resolutions(resolutions)
+{
+    m_ui->setupUi(this);
+    watchEditors();
+}
+
+DisplayPage::~DisplayPage() = default;
+
+void DisplayPage::load(const QJsonObject &root)
+{
+    getDisplayAvailable();
+    setDisplayTab(root.value(Key::display).toObject());
+}
+
+void DisplayPage::getDisplayAvailable()
+{
+    m_modes = m_resolutions.getResolutions();
+    for (QComboBox *box : {m_ui->primaryResolutionComboBox, m_ui->secondaryResolutionComboBox}) {
+        box->clear();
+        for (const Item &mode : m_modes) {
+            box->addItem(mode.getValue(ResolutionContainer::Text));
+            box->setItemData(box->count() - 1, mode.getValue(ResolutionContainer::Group), Qt::ToolTipRole);
+        }
+    }
+    const QString actual = m_resolutions.getActualMode();
+    m_ui->actualModeLabel->setText(actual.isEmpty() ? QString() : tr("Now: %1").arg(actual.simplified()));
+}
+
+/// A resolution that the monitor does not offer stays what it is until another is chosen.
+void DisplayPage::select(QComboBox &box, const QString &stored) const
+{
+    const QString wanted = stored.isEmpty() ? ResolutionContainer::automatic : stored;
+    const int row = m_resolutions.getCurrentPrimaryResolution(wanted);
+    if (row < 0)
+        box.addItem(wanted);
+    box.setCurrentIndex(row < 0 ? box.count() - 1 : row);
+}
+
+void DisplayPage::setDisplayTab(const QJsonObject &display)
+{
+    const QJsonObject secondary = display.value(Key::secondary).toObject();
+    select(*m_ui->primaryResolutionComboBox,
+           display.value(Key::primary).toObject().value(Key::resolution).toString());
+    select(*m_ui->secondaryResolutionComboBox, secondary.value(Key::resolution).toString());
+    const QString position = secondary.value(Key::position).toString();
+    m_ui->rightRadioButton->setChecked(true);
+    m_ui->leftRadioButton->setChecked(position == QLatin1String("left"));
+    m_ui->topRadioButton->setChecked(position == QLatin1String("top"));
+    m_ui->bottomRadioButton->setChecked(position == QLatin1String("bottom"));
+    m_ui->mirrorCheckBox->setChecked(display.value(Key::multiMonitorMode).toString() == mirror);
+    m_ui->screenSaverSpinBox->setValue(display.value(Key::screenSaverTimeout).toInt(defaultTimeout));
+}
+
+QString DisplayPage::position() const
+{
+    if (m_ui->leftRadioButton->isChecked())
+        return QStringLiteral("left");
+    if (m_ui->topRadioButton->isChecked())
+        return QStringLiteral("top");
+    return m_ui->bottomRadioButton->isChecked() ? QStringLiteral("bottom") : QStringLiteral("right");
+}
+
+void DisplayPage::save(QJsonObject &root)
+{
+    QJsonObject display = root.value(Key::display).toObject();
+    saveDisplayTab(display);
+    root.insert(Key::display, display);
+}
+
+void DisplayPage::saveDisplayTab(QJsonObject &display) const
+{
+    QJsonObject primary = display.value(Key::primary).toObject();
+    primary.insert(Key::resolution, m_ui->primaryResolutionComboBox->currentText());
+    display.insert(Key::primary, primary);
+    QJsonObject secondary = display.value(Key::secondary).toObject();
+    secondary.insert(Key::resolution, m_ui->secondaryResolutionComboBox->currentText());
+    secondary.insert(Key::position, position());
+    display.insert(Key::secondary, secondary);
+    display.insert(Key::multiMonitorMode,
+                   m_ui->mirrorCheckBox->isChecked() ? mirror : QStringLiteral("extend"));
+    display.insert(Key::screenSaverTimeout, m_ui->screenSaverSpinBox->value());
+}
+
+void DisplayPage::runTools(const QJsonObject &)
+{
+    const auto row = static_cast<std::size_t>(m_ui->primaryResolutionComboBox->currentIndex());
+    m_resolutions.setPrimaryResolution(row < m_modes.size() ? &m_modes.at(row) : nullptr);
+    Commands::runShell(
+        Commands::line(QStringLiteral("/etc/init.d/kt964-sleep"), QStringLiteral("restart"), true));
+}

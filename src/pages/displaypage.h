@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "device/resolutioncontainer.h"
+#include "pages/settingspage.h"
+
+#include <memory>
+#include <vector>
+
+class QComboBox;
+
+namespace Ui {
+class DisplayPage;
+}
+
+/// The monitor's mode, where a second display stands, and the screen saver.
+class DisplayPage : public SettingsPage
+{
+    Q_OBJECT
+
+public:
+    /// `resolutions` outlives the page.
+    DisplayPage(JsonModule &configuration, ResolutionContainer &resolutions, QWidget *parent = nullptr);
+    ~DisplayPage() override;
+
+protected:
+    void load(const QJsonObject &root) override;
+    void save(QJsonObject &root) override;
+    void runTools(const QJsonObject &root) override;
+
+private:
+    /// Reads what the monitor offers into the boxes.
+    void getDisplayAvailable();
+    void setDisplayTab(const QJsonObject &display);
+    void saveDisplayTab(QJsonObject &display) const;
+    void select(QComboBox &box, const QString &stored) const;
+    QString position() const;
+
+    std::unique_ptr<Ui::DisplayPage> m_ui;
+    ResolutionContainer &m_resolutions;
+    std::vector<Item> m_modes; ///< the rows of the boxes
+};

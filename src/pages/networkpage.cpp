@@ -1,0 +1,320 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "pages/networkpage.h"
+
+#include "config/keys.h"
+#include "config/wifisettings.h"
+#include "device/networkcontroller.h"
+#include "device/paths.h"
+#include "pages/addresseditor.h"
+#include "pages/ipv4validator.h"
+#include "pages/wifichooser.h"
+
+#include "ui_networkpage.h"
+
+#include <QFile>
+
+namespace {
+
+const QString red = QStringLiteral(":/images/network_indicator_red.png");
+const QString dhcp = QStringLiteral("dhcp");
+const QString fixed = QStringLiteral("static");
+
+QJsonObject member(const QJsonObject &object, QLatin1String key)
+{
+    return object.value(key).toObject();
+}
+
+/// Whether an interface has to be connected anew. One that is and was disabled has not; nor has one by whose
+/// settings nothing is meant but what they said before, completed.
+bool differs(const QJsonObject &before, const QJsonObject &after)
+{
+    if (!before.value(Key::enabled).toBool() && !after.value(Key::enabled).toBool())
+        return false;
+    const QJsonObject old = AddressEditor::normalized(before);
+    for (auto now = after.begin(); now != after.end(); ++now) {
+        const QJsonValue nothing = now.value().isBool() ? QJsonValue(false) : QJsonValue(QString());
+        const QJsonValue value = old.value(now.key());
+        if ((value.isUndefined() || value.isNull() ? nothing : value) != now.value())
+            return true;
+    }
+    return false;
+}
+
+/// A field for a name server: an address, or nothing.
+bool isUsable(const QLineEdit *field)
+{
+    return field->text().isEmpty() || field->hasAcceptableInput();
+}
+
+} // namespace
+
+NetworkPage::NetworkPage(JsonModule &configuration, NetworkController &network,
+                         CertificateStore &certificates, QWidget *parent)
+    : SettingsPage(configuration, tr("Network"), QStringLiteral(":/images/page_network.png"), parent)
+    , m_ui(std::make_unique<Ui::NetworkPage>())
+    , m_network(network)
+    , m_wifi(new WifiChooser(network, certificates))
+    , m_ethernetImage(red)
+    , m_wifiImage(red)
+{
+    m_ui->setupUi(this);
+    for (QLineEdit *field : {m_ui->dns1LineEdit, m_ui->dns2LineEdit})
+        field->setValidator(new Ipv4Validator(Ipv4Validator::Kind::Host, field));
+    connectEditors();
+    m_ui->wifiLayout->insertWidget(0, m_wifi);
+    m_wifi->putIntoTabOrder(m_ui->wifiCheckBox);
+    updateParts();
+}
+
+NetworkPage::~NetworkPage() = default;
+
+void NetworkPage::connectEditors()
+{
+    watchEditors();
+    connect(m_wifi, &WifiChooser::changed, this, &NetworkPage::markChanged);
+    connect(m_wifi, &WifiChooser::busy, this, &NetworkPage::busy);
+    for (QCheckBox *box : {m_ui->ethernetCheckBox, m_ui->wifiCheckBox, m_ui->proxyCheckBox})
+        connect(box, &QCheckBox::toggled, this, &NetworkPage::updateParts);
+    connect(m_ui->dnsStaticRadioButton, &QRadioButton::toggled, this, &NetworkPage::chooseStaticDns);
+}
+
+void NetworkPage::updateParts()
+{
+    m_ui->ethernetEditor->setEnabled(m_ui->ethernetCheckBox->isChecked());
+    m_ui->wifiWidget->setVisible(m_ui->wifiCheckBox->isChecked());
+    m_ui->proxyWidget->setEnabled(m_ui->proxyCheckBox->isChecked());
+    m_ui->dnsWidget->setEnabled(m_ui->dnsStaticRadioButton->isChecked());
+}
+
+void NetworkPage::chooseStaticDns(bool isStatic)
+{
+    updateParts();
+    if (isFilling() || isStatic)
+        return;
+    m_ui->dns1LineEdit->setText(m_liveDns1);
+    m_ui->dns2LineEdit->setText(m_liveDns2);
+}
+
+void NetworkPage::load(const QJsonObject &root)
+{
+    setNetworkTab(member(root, Key::network));
+}
+
+void NetworkPage::setNetworkTab(const QJsonObject &network)
+{
+    const QJsonObject interfaces = member(network, Key::interfaces);
+    const QJsonObject eth = member(interfaces, Key::eth);
+    NetworkProperty live;
+    m_network.getNetworkByInterface(QStringLiteral("eth0"), live);
+    m_liveDns1 = live.dns1();
+    m_liveDns2 = live.dns2();
+    m_ui->ethernetCheckBox->setChecked(eth.value(Key::enabled).toBool());
+    m_ui->ethernetEditor->load(eth, live);
+    setWifiTab(member(interfaces, Key::wlan));
+    setDns(member(network, Key::dns));
+    setProxy(member(network, Key::proxy));
+    updateParts();
+    updateIndicators();
+}
+
+void NetworkPage::setWifiTab(const QJsonObject &wlan)
+{
+    m_ui->wifiCheckBox->setChecked(wlan.value(Key::enabled).toBool());
+    m_wifi->setConfigured(WifiSettings::read(wlan));
+    m_ui->wifiEditor->load(wlan, NetworkProperty());
+}
+
+void NetworkPage::setDns(const QJsonObject &dns)
+{
+    const bool isStatic = dns.value(Key::type).toString() == fixed;
+    m_ui->dnsStaticRadioButton->setChecked(isStatic);
+    m_ui->dnsDhcpRadioButton->setChecked(!isStatic);
+    m_ui->dns1LineEdit->setText(isStatic ? dns.value(Key::dns1).toString() : m_liveDns1);
+    m_ui->dns2LineEdit->setText(isStatic ? dns.value(Key::dns2).toString() : m_liveDns2);
+    m_ui->domainLineEdit->setText(dns.value(Key::domain).toString());
+}
+
+void NetworkPage::setProxy(const QJsonObject &proxy)
+{
+    m_ui->proxyCheckBox->setChecked(proxy.value(Key::enabled).toBool());
+    m_ui->proxyAddressLineEdit->setText(proxy.value(Key::address).toString());
+    m_ui->proxyPortSpinBox->setValue(proxy.value(Key::port).toInt());
+    m_ui->proxyUserLineEdit->setText(proxy.value(Key::userName).toString());
+    m_ui->proxyPasswordLineEdit->setText(proxy.value(Key::password).toString());
+    m_ui->proxyLanCheckBox->setChecked(proxy.value(Key::noProxyForLan).toBool());
+}
+
+bool NetworkPage::wiredIsStatic() const
+{
+    return m_ui->ethernetCheckBox->isChecked() && m_ui->ethernetEditor->isStatic();
+}
+
+bool NetworkPage::wirelessIsStatic() const
+{
+    return m_ui->wifiCheckBox->isChecked() && m_ui->wifiEditor->isStatic();
+}
+
+/// There are enabled interfaces, and none of them asks a DHCP server.
+bool NetworkPage::onlyStatic() const
+{
+    const bool wired = m_ui->ethernetCheckBox->isChecked();
+    const bool wireless = m_ui->wifiCheckBox->isChecked();
+    return (wired || wireless) && wired == wiredIsStatic() && wireless == wirelessIsStatic();
+}
+
+QString NetworkPage::refusal() const
+{
+    if (wiredIsStatic() && !m_ui->ethernetEditor->isComplete()) {
+        pointAt(m_ui->ethernetEditor->incompleteField());
+        return tr("Fill all ethernet parametrs and try again");
+    }
+    const bool dnsIsStatic = m_ui->dnsStaticRadioButton->isChecked();
+    const bool noServer = m_ui->dns1LineEdit->text().isEmpty() && m_ui->dns2LineEdit->text().isEmpty();
+    if (dnsIsStatic && (noServer || !isUsable(m_ui->dns1LineEdit) || !isUsable(m_ui->dns2LineEdit))) {
+        pointAt(isUsable(m_ui->dns2LineEdit) ? m_ui->dns1LineEdit : m_ui->dns2LineEdit);
+        return tr("Fill at least one dns parameter and try again");
+    }
+    if (!dnsIsStatic && onlyStatic())
+        return tr("You have configured the DNS to obtain the configuration form DHCP server, while all "
+                  "enabled network interfaces\nuse static configuration.\n\nDNS configuration can only be "
+                  "obtained from DHCP, when Ethernet or WiFi are also configured to use DHCP.");
+    if (wirelessIsStatic() && !m_ui->wifiEditor->isComplete()) {
+        pointAt(m_ui->wifiEditor->incompleteField());
+        return tr("Fill all WiFi parameters and try again");
+    }
+    return QString();
+}
+
+void NetworkPage::save(QJsonObject &root)
+{
+    QJsonObject network = member(root, Key::network);
+    saveNetworkTab(network);
+    root.insert(Key::network, network);
+}
+
+void NetworkPage::saveNetworkTab(QJsonObject &network)
+{
+    QJsonObject interfaces = member(network, Key::interfaces);
+    QJsonObject eth = member(interfaces, Key::eth);
+    QJsonObject wlan = member(interfaces, Key::wlan);
+    const QJsonObject ethBefore = eth;
+    const QJsonObject wlanBefore = wlan;
+    m_ui->ethernetEditor->save(eth, m_ui->ethernetCheckBox->isChecked());
+    m_ui->wifiEditor->save(wlan, m_ui->wifiCheckBox->isChecked());
+    const WifiItem chosen = m_wifi->chosen();
+    if (chosen.essid().isEmpty())
+        wlan.insert(Key::ssid, QString());
+    else
+        WifiSettings::write(chosen, wlan);
+    m_wiredChanged = differs(ethBefore, eth);
+    m_wirelessChanged = differs(wlanBefore, wlan);
+    interfaces.insert(Key::eth, eth);
+    interfaces.insert(Key::wlan, wlan);
+    network.insert(Key::interfaces, interfaces);
+    network.insert(Key::dns, savedDns(member(network, Key::dns)));
+    network.insert(Key::proxy, savedProxy(member(network, Key::proxy)));
+    updateIndicators();
+    // What the DHCP client was told belongs to the network as it was.
+    QFile::remove(Paths::dhcpOptions());
+}
+
+QJsonObject NetworkPage::savedDns(QJsonObject dns) const
+{
+    const bool isStatic = m_ui->dnsStaticRadioButton->isChecked();
+    dns.insert(Key::type, isStatic ? fixed : dhcp);
+    dns.insert(Key::dns1, isStatic ? m_ui->dns1LineEdit->text() : QString());
+    dns.insert(Key::dns2, isStatic ? m_ui->dns2LineEdit->text() : QString());
+    dns.insert(Key::domain, m_ui->domainLineEdit->text());
+    return dns;
+}
+
+QJsonObject NetworkPage::savedProxy(QJsonObject proxy) const
+{
+    proxy.insert(Key::enabled, m_ui->proxyCheckBox->isChecked());
+    proxy.insert(Key::address, m_ui->proxyAddressLineEdit->text().trimmed());
+    proxy.insert(Key::port, m_ui->proxyPortSpinBox->value());
+    proxy.insert(Key::userName, m_ui->proxyUserLineEdit->text());
+    proxy.insert(Key::password, m_ui->proxyPasswordLineEdit->text());
+    proxy.insert(Key::noProxyForLan, m_ui->proxyLanCheckBox->isChecked());
+    return proxy;
+}
+
+void NetworkPage::runTools(const QJsonObject &)
+{
+    emit busy(true);
+    m_network.setNetworkConfig();
+    if (m_wiredChanged)
+        applyWired();
+    if (m_wirelessChanged)
+        applyWireless();
+    emit busy(false);
+    emit applied();
+}
+
+void NetworkPage::applyWired()
+{
+    const bool enabled = m_ui->ethernetCheckBox->isChecked();
+    if (enabled) {
+        m_network.connectWired();
+        m_network.setRoutingTable();
+    } else {
+        m_network.disconnect();
+    }
+    emit wiredApplied(enabled);
+}
+
+void NetworkPage::applyWireless()
+{
+    const bool enabled = m_ui->wifiCheckBox->isChecked();
+    const WifiItem item = m_wifi->chosen();
+    m_network.disconnectWifi();
+    emit wirelessLeft(!enabled);
+    if (!enabled || item.essid().isEmpty())
+        return;
+    if (item.security == QLatin1String("enterprise"))
+        m_network.connectToWifi(item);
+    else if (item.security == QLatin1String("personal"))
+        m_network.connectToWifi(item.essid(), item.password, item.hidden);
+    else
+        m_network.connectToWifi(item.essid(), QString(), item.hidden);
+}
+
+void NetworkPage::updateIndicators()
+{
+    m_ui->ethernetIndicatorLabel->setPixmap(m_ui->ethernetCheckBox->isChecked() ? m_ethernetImage : red);
+    m_ui->wifiIndicatorLabel->setPixmap(m_ui->wifiCheckBox->isChecked() ? m_wifiImage : red);
+}
+
+void NetworkPage::showEthernetIndicator(const QString &image)
+{
+    m_ethernetImage = image;
+    updateIndicators();
+}
+
+void NetworkPage::showWifiIndicator(const QString &image)
+{
+    m_wifiImage = image;
+    updateIndicators();
+}
+
+void NetworkPage::showEthernetAddress(const QString &text, bool enabled)
+{
+    m_ui->ethernetAddressLabel->setText(text);
+    m_ui->ethernetAddressLabel->setEnabled(enabled);
+}
+
+void NetworkPage::showWifiAddress(const QString &text, bool enabled)
+{
+    m_ui->wifiAddressLabel->setText(text);
+    m_ui->wifiAddressLabel->setEnabled(enabled);
+}
+
+void NetworkPage::turnOffWifi()
+{
+    const QSignalBlocker quiet(m_ui->wifiCheckBox);
+    m_ui->wifiCheckBox->setChecked(false);
+    updateParts();
+    updateIndicators();
+}

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "device/peripheralcontroller.h"
+#include "pages/settingspage.h"
+
+#include <QJsonArray>
+
+#include <memory>
+
+class QComboBox;
+
+namespace Ui {
+class PeripheralsPage;
+}
+
+/// Which USB devices are used locally and which a session gets: a policy for each class of devices, and a
+/// choice for single devices, plugged in or not.
+class PeripheralsPage : public SettingsPage
+{
+    Q_OBJECT
+
+public:
+    explicit PeripheralsPage(JsonModule &configuration, QWidget *parent = nullptr);
+    ~PeripheralsPage() override;
+
+protected:
+    void load(const QJsonObject &root) override;
+    void save(QJsonObject &root) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    struct Policy
+    {
+        QLatin1String key;
+        QComboBox *box;
+    };
+
+    void setUpPolicies();
+    void setUpList();
+
+    void setRedirectionTab(const QJsonObject &redirection);
+    void saveRedirectionTab(QJsonObject &redirection) const;
+    /// Lists what is plugged in, and the stored devices with what was chosen for them.
+    void initPeripheralDevices(const QJsonArray &stored);
+    QJsonArray customDevices() const;
+
+    void addDevice();
+    void removeDevice();
+    void refresh();
+    void toggleRedirection();
+    void redirectionPageChanged(int index);
+
+    Item *current() const;
+    void select(int row);
+    void updateButtons();
+    void updatePolicies();
+
+    std::unique_ptr<Ui::PeripheralsPage> m_ui;
+    PeripheralController m_peripherals;
+    QVector<Policy> m_policies;
+};

@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "pages/wifichooser.h"
+
+#include "config/wifisettings.h"
+#include "device/networkcontroller.h"
+#include "models/itemmodel.h"
+#include "pages/wpacredentialdialog.h"
+#include "widgets/generaldialog.h"
+
+#include "ui_wifichooser.h"
+
+#include <QListView>
+#include <QSignalBlocker>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+
+WifiChooser::WifiChooser(NetworkController &network, CertificateStore &certificates, QWidget *parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::WifiChooser>())
+    , m_network(network)
+    , m_certificates(certificates)
+    , m_model(new ItemModel(1, this))
+{
+    m_ui->setupUi(this);
+    m_ui->wifiComboBox->setItemDelegate(new QStyledItemDelegate(m_ui->wifiComboBox)); // rows as styled
+    if (auto *view = qobject_cast<QListView *>(m_ui->wifiComboBox->view()))
+        view->setUniformItemSizes(true);
+    m_ui->wifiComboBox->setModel(m_model);
+    connect(m_ui->scanButton, &QPushButton::clicked, this, &WifiChooser::scanWifiList);
+    connect(m_ui->editWifiButton, &QPushButton::clicked, this, &WifiChooser::editWifiParameters);
+    connect(m_ui->hiddenSsidLineEdit, &QLineEdit::textChanged, this, &WifiChooser::hiddenSsidChanged);
+    connect(m_ui->wifiComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &WifiChooser::currentChanged);
+}
+
+WifiChooser::~WifiChooser() = default;
+
+void WifiChooser::putIntoTabOrder(QWidget *before)
+{
+    for (QWidget *field :
+         {static_cast<QWidget *>(m_ui->wifiComboBox), static_cast<QWidget *>(m_ui->scanButton),
+          static_cast<QWidget *>(m_ui->editWifiButton), static_cast<QWidget *>(m_ui->hiddenSsidLineEdit)}) {
+        setTabOrder(before, field);
+        before = field;
+    }
+}
+
+WifiItem *WifiChooser::currentItem() const
+{
+    return static_cast<WifiItem *>(m_model->topLevelItem(m_ui->wifiComboBox->currentIndex()));
+}
+
+WifiItem WifiChooser::chosen() const
+{
+    const WifiItem *item = currentItem();
+    return item ? *item : WifiItem();
+}
+
+void WifiChooser::list(const QList<WifiItem> &items, int current)
+{
+    QList<Item *> rows;
+    rows.reserve(items.size());
+    for (const WifiItem &item : items)
+        rows += new WifiItem(item);
+    m_listing = true;
+    m_rowBefore = -1;
+    m_model->remAllItems();
+    m_model->appendChildren(rows);
+    m_ui->wifiComboBox->setCurrentIndex(current);
+    m_listing = false;
+    showHiddenName();
+}
+
+void WifiChooser::showHiddenName()
+{
+    const WifiItem item = chosen();
+    const QSignalBlocker quiet(m_ui->hiddenSsidLineEdit);
+    m_ui->hiddenSsidLineEdit->setText(item.hidden ? item.essid() : QString());
+}
+
+void WifiChooser::setConfigured(const WifiItem &item)
+{
+    const bool any = !item.essid().isEmpty();
+    list(any ? QList<WifiItem>{item} : QList<WifiItem>(), any ? 0 : -1);
+}
+
+void WifiChooser::scanWifiList()
+{
+    const WifiItem known = chosen();
+    emit busy(true);
+    QList<WifiItem> found;
+    m_network.GetWifiNetworkList(found);
+    emit busy(false);
+    for (WifiItem &item : found)
+        WifiSettings::complete(item);
+    int current = -1;
+    if (!known.essid().isEmpty()) {
+        const auto same = std::find_if(found.begin(), found.end(), [&known](const WifiItem &item) {
+            return item.essid() == known.essid();
+        });
+        current = static_cast<int>(same - found.begin());
+        if (same == found.end())
+            found += known;
+        else
+            WifiSettings::copyCredentials(known, *same);
+    }
+    list(found, current);
+}
+
+void WifiChooser::currentChanged(int)
+{
+    if (m_listing)
+        return;
+    showHiddenName();
+    emit changed();
+}
+
+/// A name typed here makes a row of its own; it goes when the name is taken back.
+void WifiChooser::hiddenSsidChanged(const QString &name)
+{
+    WifiItem *item = currentItem();
+    const int row = m_ui->wifiComboBox->currentIndex();
+    m_listing = true;
+    if (item && item->hidden && name.isEmpty()) {
+        m_model->removeByIndex(row);
+        m_ui->wifiComboBox->setCurrentIndex(m_rowBefore < row ? m_rowBefore : -1);
+    } else if (item && item->hidden) {
+        item->setEssid(name);
+        emit m_model->dataChanged(m_model->index(row, 0), m_model->index(row, 0));
+    } else {
+        m_rowBefore = row;
+        auto *fresh = new WifiItem(name);
+        fresh->hidden = true;
+        WifiSettings::complete(*fresh);
+        m_model->appendChild(fresh);
+        m_ui->wifiComboBox->setCurrentIndex(m_model->rowCount() - 1);
+    }
+    m_listing = false;
+    emit changed();
+}
+
+void WifiChooser::editWifiParameters()
+{
+    WifiItem *item = currentItem();
+    if (!item || item->essid().isEmpty()) {
+        GeneralDialog::showError(window(), tr("Warning"),
+                                 item ? tr("WiFi SSID is too short, please try again!")
+                                      : tr("Please scan WiFi and try again!"));
+        return;
+    }
+    WpaCredentialDialog dialog(m_certificates, window());
+    dialog.setItem(*item);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    dialog.copyTo(*item);
+    emit changed();
+}

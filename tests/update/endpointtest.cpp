@@ -1,0 +1,263 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "device/log.h"
+#include "testdevice.h"
+#include "update/consoleformat.h"
+#include "update/terminalservermodule.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSignalSpy>
+#include <QTest>
+#include <QUdpSocket>
+
+#include <functional>
+
+using namespace ConsoleFormat;
+
+namespace {
+
+const QHostAddress loopback(QHostAddress::LocalHost);
+const QString documentPath = QStringLiteral("/var/lib/kt964/config.json");
+
+class Console : public QUdpSocket
+{
+public:
+    Console() { bind(loopback); }
+    void tell(const QByteArray &datagram) { writeDatagram(datagram, loopback, WireFormat::devicePort); }
+    /// The next answer; empty when none comes.
+    QByteArray answer()
+    {
+        if (!QTest::qWaitFor([this] { return hasPendingDatagrams(); }))
+            return QByteArray();
+        QByteArray datagram(static_cast<int>(pendingDatagramSize()), '\0');
+        readDatagram(datagram.data(), datagram.size());
+        return datagram;
+    }
+    QByteArray ask(const QByteArray &datagram)
+    {
+        tell(datagram);
+        return answer();
+    }
+};
+
+/// The endpoint, and receivers of its signals that write down what they were asked for.
+struct Device
+{
+    explicit Device(int resultOfAll = 0)
+        : result(resultOfAll)
+    {
+        using Endpoint = TerminalServerModule;
+        QObject::connect(&endpoint, &Endpoint::check_resetPossible, &endpoint, answering("check"));
+        QObject::connect(&endpoint, &Endpoint::firmwareUpdateLatest, &endpoint, answering("latest"));
+        QObject::connect(&endpoint, &Endpoint::ask_resetDevice, &endpoint, [this] { asked += "reset"; });
+        QObject::connect(&endpoint, &Endpoint::applyConfig, &endpoint, [this] { asked += "apply"; });
+        QObject::connect(
+            &endpoint, &Endpoint::firmwareUpdateURL, &endpoint,
+            [this](const QString &url, const QString &password, const QString &user, const QString &file,
+                   int *answer) {
+                asked += QStringList({url, password, user, file}).join(QLatin1Char(' ')).toLatin1();
+                *answer = result;
+            });
+        QObject::connect(&endpoint, &Endpoint::firmwareUpdateCORVID, &endpoint,
+                         [this](const QString &server, const QString &file, int *answer) {
+                             asked += QStringList({server, file}).join(QLatin1Char(' ')).toLatin1();
+                             *answer = result;
+                         });
+        QObject::connect(&endpoint, &Endpoint::saveConfiguration, &endpoint,
+                         [this](const QJsonObject &remote, int *answer) {
+                             asked += "save " + QJsonDocument(remote).toJson(QJsonDocument::Compact)
+                                 + QByteArray::number(*answer);
+                         });
+    }
+    std::function<void(int *)> answering(const char *name)
+    {
+        return [this, name](int *answer) {
+            asked += name;
+            *answer = result;
+        };
+    }
+
+    TestDevice device;
+    TerminalServerModule endpoint;
+    int result;
+    QByteArrayList asked;
+};
+
+QString lastLine()
+{
+    return Log::ring().since(0).entries.last().text;
+}
+
+} // namespace
+
+/// The endpoint against consoles with sockets of their own.
+class EndpointTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void answersWithTheStatus();
+    void answersWithTheDocument();
+    void mergesAPart_data();
+    void mergesAPart();
+    void actsAndAnswers_data();
+    void actsAndAnswers();
+    void keepsSilent();
+    void outlivesAFlood();
+    void failsToSendWhatIsTooLong();
+};
+
+void EndpointTest::initTestCase()
+{
+    if (qgetenv("KT_LAB_NAMESPACE") != "inside")
+        QSKIP("the port belongs into the lab's network namespace");
+    Log::install();
+}
+
+void EndpointTest::answersWithTheStatus()
+{
+    Device device;
+    Console console;
+    const auto info = decodeDeviceInfo(console.ask(request(Command::DeviceInfo, 0x55)));
+    QVERIFY(info && info->version == 0x55);
+    const QJsonObject status = QJsonDocument::fromJson(info->status).object();
+    QCOMPARE(status.value(QStringLiteral("network info")).toObject().value(QStringLiteral("IP address")),
+             QJsonValue(QStringLiteral("10.77.0.10")));
+}
+
+void EndpointTest::answersWithTheDocument()
+{
+    Device device;
+    Console console;
+    const QByteArray text = "{\n    \"name\": \"\xc5\xbb\"\n}\n";
+    device.device.write(documentPath, text);
+    const QByteArray asked = request(Command::GetJson);
+    QCOMPARE(console.ask(asked).toHex(), documentReply(asked, text).toHex());
+    QCOMPARE(lastLine(), QStringLiteral("GET JSON"));
+    const QByteArray other = request(Command::GetJson, 0x0121);
+    QCOMPARE(console.ask(other).toHex(), documentRefusal(other, text).toHex());
+    // A datagram that ends early is the same request; the answer shows nothing of the ones before.
+    console.ask(QByteArray(4500, '\xee').replace(16, 4, QByteArray("\x13\0\x20\1", 4)));
+    QCOMPARE(console.ask(asked.left(20)).toHex(), documentReply(asked, text).toHex());
+}
+
+void EndpointTest::mergesAPart_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("merged");
+    const QByteArray nothing = "{}";
+    QTest::newRow("part") << QByteArray(R"({"a":1})") << QByteArray(R"({"a":1})");
+    QTest::newRow("UTF-8") << QByteArray("{\"a\":\"\xc3\xb3\"}") << QByteArray("{\"a\":\"\xc3\xb3\"}");
+    QTest::newRow("Latin-1") << QByteArray("{\"a\":\"\xf3\"}") << QByteArray("{\"a\":\"\xc3\xb3\"}");
+    QTest::newRow("no JSON") << QByteArray("hello") << nothing;
+    QTest::newRow("deep") << QByteArray(10000, '[') << nothing;
+    QTest::newRow("cut") << "{\"a\":\"" + QByteArray(5000, 'x') + "\"}" << nothing;
+}
+
+void EndpointTest::mergesAPart()
+{
+    QFETCH(const QByteArray, text);
+    QFETCH(const QByteArray, merged);
+    Device device;
+    Console console;
+    const QByteArray asked = request(Command::SetJsonPartial) + text;
+    QCOMPARE(console.ask(asked).toHex(), mergeReply(asked, 0).toHex());
+    QTRY_COMPARE(device.asked, QByteArrayList({"check", "save " + merged + "0", "apply"}));
+    device.result = 1;
+    device.asked.clear();
+    QVERIFY(decodeMergeReply(console.ask(asked)) == 1u);
+    QCOMPARE(device.asked, QByteArrayList({"check", "save " + merged + "1"}));
+}
+
+void EndpointTest::actsAndAnswers_data()
+{
+    QTest::addColumn<QByteArray>("asked");
+    QTest::addColumn<QByteArrayList>("done");
+    QTest::addColumn<QByteArrayList>("refused");
+    QTest::addColumn<QString>("line");
+    const auto source = [](const char *url, const char *file) {
+        return *updateRequest(
+            {QLatin1String(url), QStringLiteral("joe"), QStringLiteral("pw"), QLatin1String(file)});
+    };
+    QTest::newRow("reset") << request(Command::Reset) << QByteArrayList({"check", "reset"})
+                           << QByteArrayList({"check"}) << QStringLiteral("3 ERROR CODE =");
+    const QByteArrayList latest({"latest"});
+    QTest::newRow("latest") << request(Command::UpdateLatest) << latest << latest
+                            << QStringLiteral("1 ERROR CODE =");
+    const QByteArrayList url({"ftp://h/d pw joe /a.img"});
+    QTest::newRow("URL") << source("ftp://h/d", "/a.img") << url << url << QStringLiteral("2 ERROR CODE =");
+    const QByteArrayList server({"srv fwa.img"});
+    QTest::newRow("server") << source("CORVID://srv", "/fw/a.img") << server << server
+                            << QStringLiteral("2 ERROR CODE =");
+}
+
+void EndpointTest::actsAndAnswers()
+{
+    QFETCH(const QByteArray, asked);
+    QFETCH(const QByteArrayList, done);
+    QFETCH(const QByteArrayList, refused);
+    QFETCH(const QString, line);
+    for (const int result : {0, 1}) {
+        Device device(result);
+        Console console;
+        QCOMPARE(console.ask(asked).toHex(), actionReply(asked, static_cast<quint32>(result)).toHex());
+        QTRY_COMPARE(device.asked, result == 0 ? done : refused);
+        QCOMPARE(lastLine(), line + QString::number(result));
+    }
+}
+
+void EndpointTest::keepsSilent()
+{
+    Device device;
+    Console console;
+    const QByteArray reset = request(Command::Reset);
+    const auto silent = [&](const QByteArray &datagram) {
+        console.tell(datagram);
+        return console.ask(request(Command::GetJson)).size() != actionReplySize && device.asked.isEmpty();
+    };
+    // Unknown codes, nothing at all, a server list and a block that nobody asked for.
+    QVERIFY(silent(request(static_cast<Command>(6))));
+    QVERIFY(silent(QByteArray()));
+    QVERIFY(silent(QByteArray(reset).replace(12, 1, "\3")));
+    QVERIFY(silent(QByteArray(reset).replace(12, 4, "abcd").replace(4, 1, "x").leftJustified(1036, '\0')));
+    console.tell(request(static_cast<Command>(0xffff)));
+    QTRY_COMPARE(lastLine(), QStringLiteral("ANOTHER COMMAND 65535"));
+    device.endpoint.enableComunication(false);
+    const QSignalSpy lists(&device.endpoint, &TerminalServerModule::hasTsFindReplies);
+    console.tell(reset);
+    console.tell(QByteArray(reset).replace(12, 1, "\3"));
+    QTRY_COMPARE(lists.size(), 1);
+    QVERIFY(device.asked.isEmpty() && !console.hasPendingDatagrams());
+    // With a total of zero it is no block.
+    device.endpoint.enableComunication(true);
+    QVERIFY(decodeActionReply(console.ask(reset.leftJustified(1036, '\0'))));
+}
+
+void EndpointTest::outlivesAFlood()
+{
+    Device device;
+    Console console;
+    for (int i = 0; i < 2000; ++i)
+        console.tell(request(static_cast<Command>(6)));
+    device.endpoint.checkCommand(); // one turn need not empty what the kernel keeps; the turns after it do
+    QTRY_VERIFY(decodeDeviceInfo(console.ask(request(Command::DeviceInfo))));
+}
+
+void EndpointTest::failsToSendWhatIsTooLong()
+{
+    Device device;
+    Console console;
+    QJsonObject document{{QStringLiteral("a"), QString(70000, QLatin1Char('x'))}};
+    device.device.setDocument(document);
+    console.tell(request(Command::GetJson));
+    QTRY_VERIFY(lastLine().contains(QLatin1String("getJSONConfiguration")));
+    QCOMPARE(Log::ring().since(0).entries.last().severity, LogSeverity::Critical);
+    device.device.setDocument({});
+    QVERIFY(decodeDocumentReply(console.ask(request(Command::GetJson))));
+}
+
+QTEST_GUILESS_MAIN(EndpointTest)
+#include "endpointtest.moc"
