@@ -67,10 +67,15 @@ void TerminalServerModule::takeDatagram(const QByteArray &datagram)
         emit ask_HasUdpFileData({m_sender, block->position, block->total, block->data});
     else if (const auto list = WireFormat::decodeServerList(datagram))
         emit hasTsFindReplies(list->names, list->addresses);
-    // What comes from a device's own port is an answer, and looks like a command: one forged datagram would
-    // set two devices to answering each other for good.
-    else if (m_enabled && m_senderPort != WireFormat::devicePort)
+    // Most answers would do as requests: one forged datagram would set two devices to answering each other
+    // for good. A device answers from its own port, as a console may ask from it.
+    else if (m_enabled && !(isFromADevicesPort() && ConsoleFormat::isAnswer(datagram)))
         takeCommand(datagram);
+}
+
+bool TerminalServerModule::isFromADevicesPort() const
+{
+    return m_senderPort == WireFormat::devicePort;
 }
 
 void TerminalServerModule::takeCommand(const QByteArray &request)
@@ -163,6 +168,8 @@ void TerminalServerModule::setJSONPartialConfiguration(const QByteArray &request
 
 void TerminalServerModule::reply(const QByteArray &datagram, const char *operation)
 {
+    if (isFromADevicesPort() && !ConsoleFormat::isAnswer(datagram))
+        return; // another device would take it for a request
     if (m_socket->writeDatagram(datagram, m_sender, m_senderPort) != datagram.size())
         qCCritical(lcEndpoint, "%s: %s", operation, qPrintable(m_socket->errorString()));
 }

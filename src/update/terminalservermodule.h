@@ -73,6 +73,7 @@ signals:
 
 private:
     void takeDatagram(const QByteArray &datagram);
+    bool isFromADevicesPort() const;
     void takeCommand(const QByteArray &request);
     void replyDeviceInfo(const QByteArray &request);
     void resetDevice(const QByteArray &request);
