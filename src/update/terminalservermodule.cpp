@@ -186,16 +186,17 @@ void TerminalServerModule::findTerminalServer(int &error)
         return;
     }
     for (const QString &broadcast : qAsConst(broadcasts)) {
-        if (!sendToServer(WireFormat::discoveryRequest(), QHostAddress(broadcast)))
+        if (!sendToServer(WireFormat::discoveryRequest(), QHostAddress(broadcast), Q_FUNC_INFO))
             error = 1;
     }
 }
 
-bool TerminalServerModule::sendToServer(const QByteArray &request, const QHostAddress &server)
+bool TerminalServerModule::sendToServer(const QByteArray &request, const QHostAddress &server,
+                                        const char *operation)
 {
     const bool sent = m_socket->writeDatagram(request, server, WireFormat::serverPort) == request.size();
     if (!sent)
-        qCCritical(lcEndpoint, "%s: %s", Q_FUNC_INFO, qPrintable(m_socket->errorString()));
+        qCCritical(lcEndpoint, "%s: %s", operation, qPrintable(m_socket->errorString()));
     return sent;
 }
 
@@ -208,7 +209,8 @@ void TerminalServerModule::getUdpFileData(const UdpFileRequest &request, int &er
         error = 1;
         return;
     }
-    if (!sendToServer(WireFormat::fileBlockRequest(request.fileName, request.position), request.server))
+    if (!sendToServer(WireFormat::fileBlockRequest(request.fileName, request.position), request.server,
+                      Q_FUNC_INFO))
         error = 1;
 }
 

@@ -82,7 +82,7 @@ private:
     void getJSONConfiguration(const QByteArray &request);
     void setJSONPartialConfiguration(const QByteArray &request);
     void reply(const QByteArray &datagram, const char *operation);
-    bool sendToServer(const QByteArray &request, const QHostAddress &server);
+    bool sendToServer(const QByteArray &request, const QHostAddress &server, const char *operation);
 
     JsonModule m_configuration;
     QTimer m_discoveryWindow;
