@@ -55,7 +55,8 @@ void AgentFeed::takeMerged()
 void AgentFeed::takeNetworkStatus()
 {
     // An offer that is gone was made by a network that may come back.
-    if (!m_url.isEmpty() && url() != m_url && RestClient::canReach(QUrl(url())))
+    const bool wanted = !m_url.isEmpty() && management().value(Key::qmdManagement).toBool();
+    if (wanted && url() != m_url && RestClient::canReach(QUrl(url())))
         m_turn.start(0);
 }
 
