@@ -172,7 +172,7 @@ int main(int argc, char *argv[])
     ConsoleLoad load;
     if (!load.waitForDevice(startLimitMs))
         qFatal("the launcher does not answer");
-    std::fprintf(stderr, "the console's requests, then many datagrams: some minutes\n");
+    std::fprintf(stderr, "the console's requests, then many datagrams: half a minute\n");
     Table::printRows(measure(launcher, load));
     Table::printRows(measureMemory(launcher, load));
     return 0;

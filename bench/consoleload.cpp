@@ -19,6 +19,8 @@
 namespace {
 
 constexpr int answerLimitMs = 30000;
+constexpr int resultOffset = 32;
+constexpr int resultSize = 4;
 constexpr int retryMs = 100;
 constexpr int unansweredInARow = 32; ///< fewer than fit into the device's receive buffer
 constexpr int refusedEvery = 64;     ///< datagrams
@@ -90,11 +92,16 @@ void ConsoleLoad::send(const QByteArray &datagram) const
         qFatal("a datagram cannot be sent");
 }
 
-bool ConsoleLoad::receive(int limitMs) const
+bool ConsoleLoad::receive(int limitMs, bool accepted) const
 {
     pollfd waiting{m_socket, POLLIN, 0};
     char buffer[65536];
-    return ::poll(&waiting, 1, limitMs) == 1 && ::recv(m_socket, buffer, sizeof buffer, 0) > 0;
+    if (::poll(&waiting, 1, limitMs) != 1)
+        return false;
+    const ssize_t size = ::recv(m_socket, buffer, sizeof buffer, 0);
+    // Answers have their result here, and the status a zero.
+    const auto result = QByteArray::fromRawData(buffer, sizeof buffer).mid(resultOffset, resultSize);
+    return size >= resultOffset + resultSize && (!accepted || result == QByteArray(resultSize, '\0'));
 }
 
 bool ConsoleLoad::waitForDevice(int limitMs) const
@@ -120,8 +127,8 @@ Latencies ConsoleLoad::askInTurn(const std::function<QByteArray(int)> &request, 
         QElapsedTimer clock;
         clock.start();
         send(datagram);
-        if (!receive(answerLimitMs))
-            qFatal("no answer");
+        if (!receive(answerLimitMs, true))
+            qFatal("no answer, or a refusal");
         times += static_cast<double>(clock.nsecsElapsed()) / 1e6;
     }
     return Latencies(times);

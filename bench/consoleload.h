@@ -40,7 +40,8 @@ public:
 
 private:
     void send(const QByteArray &datagram) const;
-    bool receive(int limitMs) const;
+    /// Whether an answer has come, and none that refuses where it must be `accepted`.
+    bool receive(int limitMs, bool accepted = false) const;
 
     int m_socket;
 };

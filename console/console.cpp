@@ -133,6 +133,7 @@ void Console::work()
     if (!mayGoOn())
         return;
     m_total = m_devices.size() + m_results.size();
+    m_progress.show(QStringLiteral("%1 of %2").arg(m_results.size()).arg(m_total));
     auto *crew = new Crew(m_task, m_devices, m_options.parallel, this);
     connect(crew, &Crew::deviceEnded, this, &Console::take);
     connect(crew, &Crew::ended, this, &Console::end);

@@ -21,7 +21,8 @@ QString refusal(Command command)
     case Command::UpdateServer:
         return QStringLiteral("busy: an update is running; or a session is, and the update follows it");
     case Command::SetConfig:
-        return QStringLiteral("a firmware update is running, or the document does not suit the device");
+        return QStringLiteral(
+            "a firmware update is running, the document does not suit it, or its disk is full");
     case Command::GetConfig:
     case Command::Info:
         break;

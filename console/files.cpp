@@ -44,7 +44,7 @@ std::optional<QString> readPassword(const QString &fileName, QString *error)
     const auto content = read(fileName, error);
     if (!content)
         return std::nullopt;
-    QByteArray line = content->left(content->indexOf('\n'));
+    QByteArray line = content->split('\n').first();
     if (line.endsWith('\r'))
         line.chop(1);
     return QString::fromUtf8(line);

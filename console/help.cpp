@@ -59,7 +59,7 @@ Exit status
   1  a device has refused, or has sent what cannot be used
   2  the command line is wrong
   3  a device has not answered (and none has refused)
-  4  a file could not be read or written, or a name is unknown; or you said no
+  4  trouble on this side: a file, an unknown name, a configuration of another version; or you said no
 
 Examples
   kt-console info --subnet

@@ -38,7 +38,7 @@ QStringList parse(const QByteArray &list)
 {
     QStringList names;
     for (const QByteArray &line : list.split('\n')) {
-        const QString name = QString::fromUtf8(line.left(line.indexOf('#'))).trimmed();
+        const QString name = QString::fromUtf8(line.split('#').first()).trimmed();
         if (!name.isEmpty())
             names += name;
     }

@@ -3,9 +3,9 @@
 
 #include "management/messagedispatcher.h"
 
+#include "config/jsontext.h"
 #include "device/diagnostics.h"
 
-#include <QJsonDocument>
 #include <QLoggingCategory>
 
 Q_LOGGING_CATEGORY(lcDispatcher, "kt.management.dispatcher")
@@ -13,7 +13,7 @@ Q_LOGGING_CATEGORY(lcDispatcher, "kt.management.dispatcher")
 void MessageDispatcher::dispatch(const QByteArray &body, bool mergeAllowed)
 {
     // A copy: an action may let the next message in.
-    const QJsonObject message = QJsonDocument::fromJson(body).object();
+    const QJsonObject message = JsonText::parsed(body);
     m_message = message;
     const QJsonValue data = message.value(QLatin1String("data"));
     if (data.isObject() && mergeAllowed)

@@ -14,7 +14,7 @@ UdpFileModule::UdpFileModule(QObject *parent)
 {
     m_stepTimer.setSingleShot(true);
     m_stepTimer.setInterval(0);
-    connect(&m_stepTimer, &QTimer::timeout, this, [this] { (this->*m_step)(); });
+    connect(&m_stepTimer, &QTimer::timeout, this, &UdpFileModule::takeStep);
     m_dataTimer.setSingleShot(true);
     m_dataTimer.setInterval(dataTimeoutMs);
     m_progressTimer.setInterval(progressMs);
@@ -44,6 +44,11 @@ void UdpFileModule::post(void (UdpFileModule::*step)())
 {
     m_step = step;
     m_stepTimer.start();
+}
+
+void UdpFileModule::takeStep()
+{
+    (this->*m_step)();
 }
 
 void UdpFileModule::end(Error error)

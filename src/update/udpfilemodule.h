@@ -62,6 +62,7 @@ private:
     enum class Error { None = 0, LocalFile = 1, Transfer = 2 };
 
     void post(void (UdpFileModule::*step)());
+    void takeStep();
     void end(Error error);
     void reportProgress();
     bool isStraggler(const UdpFileReply &reply);

@@ -3,8 +3,9 @@
 
 #include "update/udpserver.h"
 
+#include "config/jsontext.h"
+
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QLoggingCategory>
 #include <QTemporaryFile>
@@ -67,7 +68,7 @@ void UdpServer::setRxUpdateJson(QTemporaryFile *index)
 {
     if (!index || !index->seek(0) || index->size() > indexLimit)
         return;
-    const QJsonObject root = QJsonDocument::fromJson(index->read(indexLimit)).object();
+    const QJsonObject root = JsonText::parsed(index->read(indexLimit));
     m_version = QStringLiteral("0.0");
     for (const QJsonValue entry : root.value(QLatin1String("FIRMWARES")).toArray()) {
         const QJsonObject firmware = entry.toObject();

@@ -8,7 +8,6 @@
 
 #include <QJsonDocument>
 #include <QProcess>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -38,10 +37,9 @@ private:
 int ConsoleEndpointTest::console(const QString &line)
 {
     QProcess process;
-    QSignalSpy ended(&process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished));
     process.start(qEnvironmentVariable("KT_BIN_DIR") + QLatin1String("/kt-console"),
                   line.split(QLatin1Char(' ')));
-    if (ended.isEmpty() && !ended.wait(60000))
+    if (!QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, 60000))
         return -1;
     m_output = process.readAllStandardOutput();
     return process.exitCode();

@@ -52,7 +52,7 @@ public:
             m_console.readDatagram(answer.data(), answer.size());
             check(datagram.left(WireFormat::receiveLimit), answer);
         }
-        require(answers <= 1, "one answer");
+        require(answers <= 1, "at most one answer");
     }
 
 private:

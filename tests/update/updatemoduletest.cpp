@@ -4,6 +4,7 @@
 #include "update/updatemodule.h"
 
 #include "lab-peers/corvidserver.h"
+#include "lab-peers/linkproxy.h"
 #include "testdevice.h"
 #include "update/terminalservermodule.h"
 
@@ -45,6 +46,7 @@ private slots:
     void endsWithTheServer_data();
     void endsWithTheServer();
     void copesWithTheNetwork();
+    void copesWithABadLink();
     void findsNobody();
 
 private:
@@ -220,6 +222,24 @@ void UpdateModuleTest::copesWithTheNetwork()
         m_servers->setFaults(addresses.at(i), faults);
     QCOMPARE(run(), QStringList(QString()));
     QCOMPARE(placed(), image(QStringLiteral("2.0Accounts")));
+}
+
+/// What is lost, late and twice there is lost both ways, discovery and all.
+void UpdateModuleTest::copesWithABadLink()
+{
+    const QHostAddress hidden(QStringLiteral("127.0.0.25"));
+    m_servers->addServer(QStringLiteral("Far away"), hidden);
+    m_servers->files(hidden).add(QStringLiteral("far.img"), image(QStringLiteral("far")));
+    LinkFaults faults;
+    faults.dropped = 3;
+    faults.duplicated = 20;
+    faults.heldBack = 10;
+    LinkProxy link(hidden, faults);
+    QVERIFY2(m_servers->listen() && link.listen(addresses.at(2)), qPrintable(link.errorString()));
+    m_update->setCorvidServerUpdate(QStringLiteral("Far away"), QStringLiteral("far.img"));
+    QCOMPARE(run(UpdateMethod::CorvidServer), QStringList(QString()));
+    QCOMPARE(placed(), image(QStringLiteral("far")));
+    QVERIFY(link.requests().dropped > 0 && link.requests().duplicated > 0);
 }
 
 void UpdateModuleTest::findsNobody()

@@ -72,6 +72,7 @@ private slots:
     void refusesUrls();
     void keepsTheOldImageWithoutRoom_data();
     void keepsTheOldImageWithoutRoom();
+    void asksAProxyForHttp();
     void leavesFtpThroughAProxyToTheTool_data();
     void leavesFtpThroughAProxyToTheTool();
     void forgetsWhatTheToolHadNotFinished();
@@ -222,6 +223,20 @@ void UrlFileTest::keepsTheOldImageWithoutRoom()
     QCOMPARE(end, localError);
     const bool full = obstacle == QLatin1String("full disk");
     QCOMPARE(m_device->read(imagePath), full ? QByteArray("old") : QByteArray());
+}
+
+void UrlFileTest::asksAProxyForHttp()
+{
+    WebServer proxy([](const QByteArray &request) {
+        if (!request.contains("Proxy-Authorization: Basic " + QByteArray("u:p w").toBase64()))
+            return answer("407 Who", "", "Proxy-Authenticate: Basic realm=\"proxy\"\r\n");
+        return request.startsWith("GET http://firmware.lan/fw.img ") ? answer("200 OK", image) : QByteArray();
+    });
+    QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"),
+                                                     proxy.serverPort(), QStringLiteral("u"),
+                                                     QStringLiteral("p w")));
+    QCOMPARE(fetch(QUrl(QStringLiteral("http://firmware.lan/fw.img"))), QString());
+    QCOMPARE(m_device->read(imagePath), image);
 }
 
 void UrlFileTest::leavesFtpThroughAProxyToTheTool_data()
