@@ -75,7 +75,6 @@ class UdpFileTest : public QObject
 private slots:
     void fetches_data();
     void fetches();
-    void passesOverWhatItDoesNotWaitFor();
     void failsWithoutAFile_data();
     void failsWithoutAFile();
     void asksThreeTimes();
@@ -88,44 +87,34 @@ private slots:
 void UdpFileTest::fetches_data()
 {
     QTest::addColumn<int>("size");
-    QTest::addColumn<int>("requests");
-    QTest::newRow("one block") << 1024 << 1;
-    QTest::newRow("one byte more") << 1025 << 2;
+    QTest::addColumn<QList<quint32>>("asked");
+    QTest::newRow("one block") << 1024 << QList<quint32>({0});
+    QTest::newRow("one byte more") << 1025 << QList<quint32>({0, 1024});
+    QTest::newRow("three blocks") << 3000 << QList<quint32>({0, 1024, 2048});
 }
 
+/// Each block arrives among others that it does not wait for, and in answer to a request that was not sent.
 void UdpFileTest::fetches()
 {
     QFETCH(const int, size);
     const QByteArray file = content(size);
     Transfer transfer;
-    transfer.answer = [&](const UdpFileRequest &request, int &error) {
-        error = 1; // a request that was not sent is a lost one
-        transfer.module.fsm_SaveData(block(file, request.position));
+    const auto feed = [&](const UdpFileReply &reply) {
+        transfer.module.fsm_SaveData(reply);
     };
-    QVERIFY(transfer.run());
-    QCOMPARE(transfer.received(), file);
-    QTEST(transfer.asked.size(), "requests");
-    QCOMPARE(transfer.messages.count(), 0);
-    QCOMPARE(transfer.module.state(), UdpFileModule::State::Idle);
-}
-
-void UdpFileTest::passesOverWhatItDoesNotWaitFor()
-{
-    const QByteArray file = content(3000);
-    Transfer transfer;
-    transfer.answer = [&](const UdpFileRequest &request, int &) {
-        const auto feed = [&](const UdpFileReply &reply) {
-            transfer.module.fsm_SaveData(reply);
-        };
+    transfer.answer = [&](const UdpFileRequest &request, int &error) {
+        error = 1;
         feed(block(file, request.position, QHostAddress(QStringLiteral("10.77.0.22"))));
         feed(block(file, request.position + 1024));
         feed(block(file, request.position, QHostAddress(QStringLiteral("::ffff:10.77.0.21"))));
         feed(block(file, request.position));
     };
-    transfer.module.fsm_SaveData(block(file, 0));
+    feed(block(file, 0));
     QVERIFY(transfer.run());
     QCOMPARE(transfer.received(), file);
-    QCOMPARE(transfer.asked, QList<quint32>({0, 1024, 2048}));
+    QTEST(transfer.asked, "asked");
+    QCOMPARE(transfer.messages.count(), 0);
+    QCOMPARE(transfer.module.state(), UdpFileModule::State::Idle);
 }
 
 void UdpFileTest::failsWithoutAFile_data()
