@@ -23,6 +23,8 @@
 #include <QTextDocument>
 #include <QVBoxLayout>
 
+#include <utility>
+
 Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
 
 namespace {
@@ -186,8 +188,12 @@ void SettingsApp::setUpUpdate()
         closePopups();
         m_ui->mainStackedWidget->setCurrentIndex(UpdatePage);
     });
-    connect(m_updateLauncher.get(), &UpdateLauncher::windowDone, this,
-            [this] { m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate); });
+    connect(m_updateLauncher.get(), &UpdateLauncher::windowDone, this, [this] {
+        m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate);
+        // A session's end went to the update first.
+        if (std::exchange(m_configurationPostponed, false))
+            emit handlePostponeConfiguration();
+    });
 }
 
 void SettingsApp::setConfiguration(JsonModule *configuration)
@@ -461,8 +467,7 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     unsetCursor();
     if (m_updateLauncher->replayPostponed())
         return;
-    if (m_configurationPostponed) {
-        m_configurationPostponed = false;
+    if (std::exchange(m_configurationPostponed, false)) {
         emit handlePostponeConfiguration();
         return;
     }
