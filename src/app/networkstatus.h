@@ -87,7 +87,8 @@ private:
     void applyWireless(const QString &word);
     void takeWiredMessage(const QString &message);
     void takeWirelessMessage(const QString &message);
-    void showWirelessConnected();
+    NetworkProperty readWireless();
+    void showWireless(const NetworkProperty &property);
     void showWirelessAbsent();
     /// False when the interface has no address after all.
     bool showWiredConnected();

@@ -503,7 +503,7 @@ void SettingsApp::updateBrokerServers(const QString &address)
 void SettingsApp::refreshServerGroups()
 {
     if (m_configuration)
-        m_configuration->readContent();
+        m_configuration->readAgain();
     loadServerGroups();
     autoDetectServers();
 }

@@ -132,10 +132,8 @@ void SettingsPages::fill()
 
 void SettingsPages::discard()
 {
-    for (SettingsPage *page : qAsConst(m_fillOrder)) {
-        if (page->isChanged())
-            page->fill();
-    }
+    for (SettingsPage *page : qAsConst(m_fillOrder))
+        page->discard();
 }
 
 bool SettingsPages::apply()

@@ -26,6 +26,11 @@ DisplayPage::DisplayPage(JsonModule &configuration, ResolutionContainer &resolut
 
 DisplayPage::~DisplayPage() = default;
 
+void DisplayPage::discard()
+{
+    forgetChanges();
+}
+
 void DisplayPage::load(const QJsonObject &root)
 {
     getDisplayAvailable();

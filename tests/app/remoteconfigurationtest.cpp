@@ -8,8 +8,10 @@
 #include "widgets/generaldialog.h"
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QDir>
 #include <QJsonDocument>
+#include <QNetworkProxy>
 #include <QStackedWidget>
 #include <QTest>
 
@@ -93,7 +95,10 @@ void RemoteConfigurationTest::refuses()
 void RemoteConfigurationTest::showsAtOnceAndAppliesOnRequest()
 {
     Device device;
-    device.window->showSettings();
+    device.controller.on_settingsButton_clicked();
+    device.part<QCheckBox>("proxyCheckBox")->click();
+    device.part<QCheckBox>("mirrorCheckBox")->click();
+    device.device.forgetCalls();
     GeneralDialog question(device.window.get(), GeneralDialog::Question);
     question.open();
     QCOMPARE(device.merge(R"({"general settings": {"device name": "Ward 3", "client mode": "rdp"},
@@ -103,8 +108,8 @@ void RemoteConfigurationTest::showsAtOnceAndAppliesOnRequest()
     QCOMPARE(device.page(), int(SettingsApp::LauncherPage));
     QCOMPARE(device.window->clientMode(), SettingsApp::ClientMode::Rdp);
     QVERIFY(!device.device.document().contains(QStringLiteral("unknown")));
-    QCOMPARE(device.device.calls(QStringLiteral("kt-set-hostname")), QStringList("kt-set-hostname -j"));
-    QCOMPARE(device.device.calls(tool), QStringList());
+    // What was edited goes without a question to the device.
+    QCOMPARE(device.device.calls(), QStringList("kt-set-hostname -j"));
     device.apply();
     device.apply();
     QCOMPARE(device.device.calls(tool), QStringList("kt-set-resolution DMT 28"));
@@ -163,6 +168,8 @@ void RemoteConfigurationTest::upgradesFirst()
              0);
     QCOMPARE(device.stored(Key::connection)[Key::corvidConnection][Key::autoconnect][Key::enabled],
              QJsonValue(true));
+    QCOMPARE(device.merge(R"({"network settings": {"proxy": {"enabled": true, "port": 3128}}})"), 0);
+    QCOMPARE(QNetworkProxy::applicationProxy().port(), quint16(3128));
 }
 
 void RemoteConfigurationTest::waitsForTheEndOfASession()

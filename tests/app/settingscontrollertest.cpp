@@ -188,6 +188,9 @@ void SettingsControllerTest::answersTheWindow()
     QJsonObject proxy;
     emit program.window.getProxyParameters(proxy);
     QCOMPARE(proxy.value(QStringLiteral("port")).toInt(), 2);
+    m_device->write(documentPath, "{");
+    emit program.window.getProxyParameters(proxy); // or, where it says nothing, what it said
+    QCOMPARE(proxy.value(QStringLiteral("port")).toInt(), 2);
 }
 
 void SettingsControllerTest::putsTheStoredProxyInForce()
