@@ -269,17 +269,18 @@ void NetworkStatus::checkPluggedEthernet()
     m_reconnectTimer.start(reconnectMs);
 }
 
+bool NetworkStatus::isEnabled(QLatin1String interface) const
+{
+    const QJsonObject network = m_configuration.getDocument().object().value(Key::network).toObject();
+    const QJsonObject interfaces = network.value(Key::interfaces).toObject();
+    return interfaces.value(interface).toObject().value(Key::enabled).toBool();
+}
+
 void NetworkStatus::initNetworkIcons()
 {
-    const QJsonObject interfaces = m_configuration.getDocument()
-                                       .object()
-                                       .value(Key::network)
-                                       .toObject()
-                                       .value(Key::interfaces)
-                                       .toObject();
-    if (interfaces.value(Key::wlan).toObject().value(Key::enabled).toBool())
+    if (isEnabled(Key::wlan))
         emit wifiIndicator(m_network.isWifiConnected() ? green : red);
-    if (interfaces.value(Key::eth).toObject().value(Key::enabled).toBool())
+    if (isEnabled(Key::eth))
         emit ethernetIndicator(m_network.CheckWiredPlugged() ? green : red);
 }
 
@@ -294,6 +295,13 @@ void NetworkStatus::setWifiStatus(bool connected)
     emit wifiIndicator(green);
     m_wirelessState = Link::Connected;
     m_statusTimer.start(pollMs);
+}
+
+void NetworkStatus::takeApplied()
+{
+    takeWiredApplied(isEnabled(Key::eth));
+    if (!isEnabled(Key::wlan))
+        takeWirelessLeft(true);
 }
 
 void NetworkStatus::takeWiredApplied(bool enabled)

@@ -5,6 +5,7 @@
 
 #include "app/settingsapp.h"
 #include "app/settingspages.h"
+#include "app/topbar.h"
 #include "config/applicationproxy.h"
 #include "config/audiosettings.h"
 #include "config/compatibility.h"
@@ -135,14 +136,13 @@ void SettingsController::connectWindow()
 
 void SettingsController::connectNetworkStatus()
 {
-    connect(&m_networkStatus, &NetworkStatus::wiredStatus, m_window, &SettingsApp::setWiredNetworkStatus);
-    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, m_window,
-            &SettingsApp::setWirelessNetworkStatus);
-    connect(&m_networkStatus, &NetworkStatus::wiredIconShown, m_window, &SettingsApp::setWiredIconShown);
-    connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, m_window,
-            &SettingsApp::setWirelessIconShown);
-    connect(&m_networkStatus, &NetworkStatus::wiredToolTip, m_window, &SettingsApp::setWiredToolTip);
-    connect(&m_networkStatus, &NetworkStatus::wirelessToolTip, m_window, &SettingsApp::setWirelessToolTip);
+    TopBar *bar = &m_window->topBar();
+    connect(&m_networkStatus, &NetworkStatus::wiredStatus, bar, &TopBar::setWiredNetworkStatus);
+    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, bar, &TopBar::setWirelessNetworkStatus);
+    connect(&m_networkStatus, &NetworkStatus::wiredIconShown, bar, &TopBar::setWiredIconShown);
+    connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, bar, &TopBar::setWirelessIconShown);
+    connect(&m_networkStatus, &NetworkStatus::wiredToolTip, bar, &TopBar::setWiredToolTip);
+    connect(&m_networkStatus, &NetworkStatus::wirelessToolTip, bar, &TopBar::setWirelessToolTip);
     connect(&m_networkStatus, &NetworkStatus::busy, m_window, &SettingsApp::setBusy);
     connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
             &SettingsApp::refreshServerGroups);
@@ -159,6 +159,7 @@ void SettingsController::connectRemote()
     connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
     connect(&m_networkStatus, &NetworkStatus::wiredStatus, &m_agentFeed, &AgentFeed::takeNetworkStatus);
     connect(&m_networkStatus, &NetworkStatus::wirelessStatus, &m_agentFeed, &AgentFeed::takeNetworkStatus);
+    connect(&m_remote, &RemoteConfiguration::networkApplied, &m_networkStatus, &NetworkStatus::takeApplied);
 }
 
 void SettingsController::connectAudio()

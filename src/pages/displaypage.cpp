@@ -76,6 +76,12 @@ void DisplayPage::setDisplayTab(const QJsonObject &display)
     m_ui->screenSaverSpinBox->setValue(display.value(Key::screenSaverTimeout).toInt(defaultTimeout));
 }
 
+void DisplayPage::showDualDisplay(bool inUse)
+{
+    m_ui->dualDisplayLabel->setText(inUse ? tr("A second display is in use: sessions span both.")
+                                          : tr("No second display is in use."));
+}
+
 QString DisplayPage::position() const
 {
     if (m_ui->leftRadioButton->isChecked())

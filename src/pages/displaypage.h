@@ -27,6 +27,10 @@ public:
 
     void discard() override;
 
+public slots:
+    /// Whether a second display is in use. Its settings can be changed in any case.
+    void showDualDisplay(bool inUse);
+
 protected:
     void load(const QJsonObject &root) override;
     void save(QJsonObject &root) override;

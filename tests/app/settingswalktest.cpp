@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QDateTimeEdit>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -348,6 +349,10 @@ void SettingsWalkTest::setsTheDisplay()
     m_device->setDocument(document);
     enter();
     QTEST(part<QComboBox>("primaryResolutionComboBox")->currentText(), "shown");
+    const QString alone = part<QLabel>("dualDisplayLabel")->text();
+    m_window->setDualDisplay(true);
+    QVERIFY(part<QLabel>("dualDisplayLabel")->text() != alone);
+    QVERIFY(!page("DisplayPage")->isChanged());
     part<QRadioButton>("bottomRadioButton")->click();
     part<QCheckBox>("mirrorCheckBox")->click();
     m_device->forgetCalls();

@@ -7,10 +7,12 @@
 #include "launcherfixture.h"
 #include "update/updatemodule.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QStackedWidget>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -37,6 +39,14 @@ public:
     }
 };
 
+Launcher::Setting autoConnect()
+{
+    return {{Key::connection, Key::corvidConnection, Key::autoconnect},
+            QJsonObject{{Key::enabled, true},
+                        {Key::type, QStringLiteral("server")},
+                        {Key::server, QJsonObject{{Key::serverAddress, QStringLiteral("10.1.1.1")}}}}};
+}
+
 } // namespace
 
 /// Firmware updates as the main window starts, shows, postpones and leaves them.
@@ -49,6 +59,7 @@ private slots:
     void installsAndRefusesASecond();
     void returnsFromAFailure();
     void holdsSessionsBack();
+    void isNotLeftForACountdown();
     void waitsForTheSession();
     void endsTheWalkThroughAGroup();
     void completesAddresses();
@@ -103,10 +114,7 @@ void UpdateTest::returnsFromAFailure()
 
 void UpdateTest::holdsSessionsBack()
 {
-    const QJsonObject target{{Key::enabled, true},
-                             {Key::type, QStringLiteral("server")},
-                             {Key::server, QJsonObject{{Key::serverAddress, QStringLiteral("10.1.1.1")}}}};
-    const UpdatingLauncher launcher({{{Key::connection, Key::corvidConnection, Key::autoconnect}, target}});
+    const UpdatingLauncher launcher({autoConnect()});
     launcher.window->openLauncher(QStringLiteral("corvid"));
     Countdown &countdown = launcher.part<AutoConnectPage>("autoConnectPage")->countdown();
     QVERIFY(countdown.isRunning());
@@ -122,6 +130,22 @@ void UpdateTest::holdsSessionsBack()
     QVERIFY(countdown.isRunning());
 }
 
+void UpdateTest::isNotLeftForACountdown()
+{
+    UpdatingLauncher launcher({autoConnect()});
+    launcher.window->updateLauncher().countdown().setTick(60000);
+    launcher.tellClient({failure});
+    QTimer begin;
+    connect(&begin, &QTimer::timeout, this, [&] {
+        if (QApplication::activeModalWidget()) // the connection's error
+            launcher.updateFrom(nowhere);
+    });
+    begin.start(20);
+    QVERIFY(launcher.connectAndWait());
+    QVERIFY(!launcher.update().ifUpdateIdle());
+    QCOMPARE(launcher.page(), int(SettingsApp::UpdatePage));
+}
+
 void UpdateTest::waitsForTheSession()
 {
     UpdatingLauncher launcher;
@@ -132,17 +156,17 @@ void UpdateTest::waitsForTheSession()
     launcher.window->on_updateLatest(&result);
     QCOMPARE(result, 1);
     QCOMPARE(launcher.updateFrom(nowhere), 1);
-    const QSignalSpy applied(launcher.window.get(), &SettingsApp::handlePostponeConfiguration);
-    launcher.window->postponeConfiguration();
     launcher.window->checkResetPossible(&result);
     QCOMPARE(result, 0);
+    const QSignalSpy configured(launcher.window.get(), &SettingsApp::handlePostponeConfiguration);
+    launcher.window->postponeConfiguration();
     QCOMPARE(launcher.page(), int(SettingsApp::LauncherPage));
     launcher.letGo();
     QTRY_COMPARE(launcher.page(), int(SettingsApp::UpdatePage));
     QCOMPARE(launcher.text(), notFound); // the last one asked for
-    QCOMPARE(applied.count(), 0);
+    QCOMPARE(configured.size(), 0);
     QTRY_COMPARE(launcher.page(), int(SettingsApp::LauncherPage));
-    QCOMPARE(applied.count(), 1);
+    QCOMPARE(configured.size(), 1);
     QVERIFY(launcher.window->isVisible());
     // It was done once.
     launcher.tellClient({QStringLiteral("none"), QStringLiteral("none")});

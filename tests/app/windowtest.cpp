@@ -4,6 +4,7 @@
 #include "launcherfixture.h"
 
 #include "app/stylesheets.h"
+#include "app/topbar.h"
 #include "config/keys.h"
 #include "dialoganswer.h"
 
@@ -191,9 +192,9 @@ void WindowTest::drawsTheNetworkState()
     const bool wired = signal < 0;
     const auto *label = launcher.part<QLabel>(wired ? "wiredStatusLabel" : "wirelessStatusLabel");
     if (wired)
-        launcher.window->setWiredNetworkStatus(state);
+        launcher.window->topBar().setWiredNetworkStatus(state);
     else
-        launcher.window->setWirelessNetworkStatus(state, signal);
+        launcher.window->topBar().setWirelessNetworkStatus(state, signal);
     QCOMPARE(label->styleSheet().count(QLatin1String(".png")), images.size());
     for (const QString &image : images)
         QVERIFY2(label->styleSheet().contains(image), qPrintable(label->styleSheet()));
@@ -207,7 +208,8 @@ void WindowTest::showsNamesAsTheyAreAndInTheirPlace()
     QCOMPARE(device->text(), markup);
     QCOMPARE(device->textFormat(), Qt::PlainText);
     for (const char *ip : {"10.0.0.1", ""}) {
-        launcher.window->setWirelessToolTip(QLatin1String(ip) + QStringLiteral("\n<img src=x>\n50%"));
+        launcher.window->topBar().setWirelessToolTip(QLatin1String(ip)
+                                                     + QStringLiteral("\n<img src=x>\n50%"));
         const QString tip = launcher.part<QLabel>("wirelessStatusLabel")->toolTip();
         QVERIFY2(!Qt::mightBeRichText(tip) || tip.contains(QLatin1String("&lt;img")), qPrintable(tip));
     }
