@@ -157,9 +157,9 @@ void SettingsController::connectRemote()
     connect(&m_remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
     connect(&m_remote, &RemoteConfiguration::configurationMerged, this, &SettingsController::setupProxy);
     connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
-    connect(&m_remote, &RemoteConfiguration::networkApplied, &m_networkStatus, &NetworkStatus::takeApplied);
     connect(&m_networkStatus, &NetworkStatus::wiredStatus, &m_agentFeed, &AgentFeed::takeNetworkStatus);
     connect(&m_networkStatus, &NetworkStatus::wirelessStatus, &m_agentFeed, &AgentFeed::takeNetworkStatus);
+    connect(&m_remote, &RemoteConfiguration::networkApplied, &m_networkStatus, &NetworkStatus::takeApplied);
 }
 
 void SettingsController::connectAudio()
