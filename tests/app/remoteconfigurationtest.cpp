@@ -109,7 +109,8 @@ void RemoteConfigurationTest::showsAtOnceAndAppliesOnRequest()
     QCOMPARE(device.window->clientMode(), SettingsApp::ClientMode::Rdp);
     QVERIFY(!device.device.document().contains(QStringLiteral("unknown")));
     // What was edited goes without a question to the device.
-    QCOMPARE(device.device.calls(), QStringList("kt-set-hostname -j"));
+    QCOMPARE(device.device.calls(),
+             QStringList({"tvservice -j -m DMT", "tvservice -j -m CEA", "kt-set-hostname -j"}));
     device.apply();
     device.apply();
     QCOMPARE(device.device.calls(tool), QStringList("kt-set-resolution DMT 28"));

@@ -158,6 +158,8 @@ void UpdateTest::waitsForTheSession()
     QCOMPARE(launcher.updateFrom(nowhere), 1);
     launcher.window->checkResetPossible(&result);
     QCOMPARE(result, 0);
+    const QSignalSpy configured(launcher.window.get(), &SettingsApp::handlePostponeConfiguration);
+    launcher.window->postponeConfiguration();
     QCOMPARE(launcher.page(), int(SettingsApp::LauncherPage));
     launcher.letGo();
     QTRY_COMPARE(launcher.page(), int(SettingsApp::UpdatePage));
