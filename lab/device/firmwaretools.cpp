@@ -7,6 +7,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QSettings>
 #include <QThread>
 
 namespace {
@@ -36,6 +37,18 @@ QByteArray servedImage(const DeviceRoot &root)
     for (int i = 0; i < parts * defaultPartSize; ++i)
         image += static_cast<char>(i % 251);
     return image;
+}
+
+// An image of the lab says in its first line which firmware it is, "KT964 firmware 1.2.0".
+void takeVersion(const DeviceRoot &root, QFile *image)
+{
+    image->seek(0);
+    const QString title = QString::fromLatin1(image->readLine(64)).trimmed();
+    const QString start = QStringLiteral("KT964 firmware ");
+    if (!title.startsWith(start))
+        return;
+    QSettings release(root.file(QStringLiteral("/etc/kt-release")), QSettings::IniFormat);
+    release.setValue(QStringLiteral("firmware/version"), title.mid(start.size()));
 }
 } // namespace
 
@@ -68,7 +81,7 @@ int runFtpProxyUpdate(const ToolCall &call)
     return end.constFirst() == QLatin1String("fail") ? 1 : 0;
 }
 
-// update-ui: notes what it would install, and restarts the device.
+// update-ui: notes what it is given, takes the version over, and restarts the device.
 int runUpdateUi(const ToolCall &call)
 {
     QFile file(imagePath(call.root));
@@ -79,6 +92,7 @@ int runUpdateUi(const ToolCall &call)
     }
     const QString note
         = QStringLiteral("%1 %2").arg(file.size()).arg(QString::fromLatin1(hash.result().toHex()));
+    takeVersion(call.root, &file);
     const bool noted = call.root.setState(QStringLiteral("installed-image"), note);
     return noted && call.root.setState(QStringLiteral("power"), QStringLiteral("restarted")) ? 0 : 1;
 }

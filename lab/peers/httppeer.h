@@ -18,8 +18,8 @@ struct HttpRequest
     QString user() const; // "-" where none is given
 };
 
-// What the lab's HTTP servers for requests without a body have in common: they read requests and keep a line of
-// each.
+// What the lab's HTTP servers for requests without a body have in common: they read requests and keep a line
+// of each.
 class HttpPeer : public TlsServer
 {
     Q_OBJECT

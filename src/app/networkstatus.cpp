@@ -96,7 +96,7 @@ void NetworkStatus::applyWireless(const QString &word)
         emit wirelessIconShown(true);
         m_wirelessState = Link::Present;
     } else if (word == connectedWord) {
-        showWirelessConnected();
+        showWireless(readWireless());
         m_wirelessState = Link::Connected;
         m_statusTimer.start(pollMs);
     } else {
@@ -126,11 +126,16 @@ void NetworkStatus::applyWired(const QString &word)
     }
 }
 
-void NetworkStatus::showWirelessConnected()
+NetworkProperty NetworkStatus::readWireless()
 {
     NetworkProperty property;
     m_network.getNetworkByInterface(wlan0, property);
     m_network.getActualWifi(property);
+    return property;
+}
+
+void NetworkStatus::showWireless(const NetworkProperty &property)
+{
     emit wirelessToolTip(property.ip() + QLatin1Char('\n') + property.essid() + QLatin1Char('\n')
                          + property.signalQuality() + QLatin1Char('%'));
     emit wirelessStatus(connectedWord, property.signalQuality().toInt());
@@ -160,16 +165,10 @@ void NetworkStatus::updateNetworkStatus()
 {
     m_statusTimer.stop();
     if (m_wirelessState != Link::Absent) {
-        NetworkProperty property;
-        m_network.getNetworkByInterface(wlan0, property);
-        m_network.getActualWifi(property);
+        const NetworkProperty property = readWireless();
         if (!property.ip().isEmpty() && !property.essid().isEmpty()) {
             m_wirelessState = Link::Connected;
-            emit wirelessToolTip(property.ip() + QLatin1Char('\n') + property.essid() + QLatin1Char('\n')
-                                 + property.signalQuality() + QLatin1Char('%'));
-            emit wirelessStatus(connectedWord, property.signalQuality().toInt());
-            emit wirelessIconShown(true);
-            emit wifiAddress(property.ip(), true);
+            showWireless(property);
         }
     }
     if (m_wiredState != Link::Present)
@@ -270,17 +269,18 @@ void NetworkStatus::checkPluggedEthernet()
     m_reconnectTimer.start(reconnectMs);
 }
 
+bool NetworkStatus::isEnabled(QLatin1String interface) const
+{
+    const QJsonObject network = m_configuration.getDocument().object().value(Key::network).toObject();
+    const QJsonObject interfaces = network.value(Key::interfaces).toObject();
+    return interfaces.value(interface).toObject().value(Key::enabled).toBool();
+}
+
 void NetworkStatus::initNetworkIcons()
 {
-    const QJsonObject interfaces = m_configuration.getDocument()
-                                       .object()
-                                       .value(Key::network)
-                                       .toObject()
-                                       .value(Key::interfaces)
-                                       .toObject();
-    if (interfaces.value(Key::wlan).toObject().value(Key::enabled).toBool())
+    if (isEnabled(Key::wlan))
         emit wifiIndicator(m_network.isWifiConnected() ? green : red);
-    if (interfaces.value(Key::eth).toObject().value(Key::enabled).toBool())
+    if (isEnabled(Key::eth))
         emit ethernetIndicator(m_network.CheckWiredPlugged() ? green : red);
 }
 
@@ -291,10 +291,17 @@ void NetworkStatus::setWifiStatus(bool connected)
         emit wifiIndicator(red);
         return;
     }
-    showWirelessConnected();
+    showWireless(readWireless());
     emit wifiIndicator(green);
     m_wirelessState = Link::Connected;
     m_statusTimer.start(pollMs);
+}
+
+void NetworkStatus::takeApplied()
+{
+    takeWiredApplied(isEnabled(Key::eth));
+    if (!isEnabled(Key::wlan))
+        takeWirelessLeft(true);
 }
 
 void NetworkStatus::takeWiredApplied(bool enabled)

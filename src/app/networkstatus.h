@@ -49,6 +49,8 @@ public:
     void sayAgain();
 
 public slots:
+    /// The stored network settings have been put in force as a whole.
+    void takeApplied();
     /// The wired interface has been connected as it is configured now, or disconnected.
     void takeWiredApplied(bool enabled);
     /// The wireless network has been left, to join one anew or for good.
@@ -80,11 +82,13 @@ signals:
     void busy(bool busy);
 
 private:
+    bool isEnabled(QLatin1String interface) const;
     void applyWired(const QString &word);
     void applyWireless(const QString &word);
     void takeWiredMessage(const QString &message);
     void takeWirelessMessage(const QString &message);
-    void showWirelessConnected();
+    NetworkProperty readWireless();
+    void showWireless(const NetworkProperty &property);
     void showWirelessAbsent();
     /// False when the interface has no address after all.
     bool showWiredConnected();

@@ -20,6 +20,8 @@
 #include <QJsonDocument>
 #include <QLoggingCategory>
 
+#include <utility>
+
 Q_LOGGING_CATEGORY(lcRemote, "kt.app.remote")
 
 namespace {
@@ -116,6 +118,8 @@ bool RemoteConfiguration::saveRemoteConfig(QJsonObject merged)
     Diagnostics::print(QStringLiteral("Save Configuration"));
     const bool inSession = m_window.updateModule().ifSessionConnected();
     const QJsonObject stored = m_configuration.getDocument().object();
+    if (std::exchange(m_postponedDone, false))
+        m_postponed = Deferred();
     const Deferred before = m_postponed;
     defer(stored, merged);
     if (!m_configuration.setObject(merged)) {
@@ -135,9 +139,6 @@ bool RemoteConfiguration::saveRemoteConfig(QJsonObject merged)
 /// Finds what has to wait, and puts what this device is to have of its own into the document.
 void RemoteConfiguration::defer(const QJsonObject &stored, QJsonObject &merged)
 {
-    if (m_postponedDone)
-        m_postponed = Deferred();
-    m_postponedDone = false;
     if (valueIn(stored, Key::general, Key::clientMode).toString() == QLatin1String("application"))
         m_postponed.clientSwitch = true;
     keepSoundDevices(stored, merged);
@@ -200,6 +201,7 @@ void RemoteConfiguration::carryOut(const Deferred &deferred)
         m_network.setNetworkConfig();
         m_network.autoconnect();
         m_window.setBusy(false);
+        emit networkApplied();
     }
     if (deferred.resolutionChange && !deferred.resolution.isEmpty())
         m_resolutions.setResolutionFromConsole(deferred.resolution);

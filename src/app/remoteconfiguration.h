@@ -40,6 +40,8 @@ signals:
     void pagesOutdated();
     /// A merged document has been written.
     void configurationMerged();
+    /// Merged network settings are in force on the device.
+    void networkApplied();
 
 private:
     /// What a document asks of the device beyond being written.

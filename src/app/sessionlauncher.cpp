@@ -68,6 +68,11 @@ void SessionLauncher::setDualDisplay(bool inUse)
     m_dualDisplay = inUse;
 }
 
+bool SessionLauncher::isDualDisplay() const
+{
+    return m_dualDisplay;
+}
+
 bool SessionLauncher::isRunning() const
 {
     return m_running;

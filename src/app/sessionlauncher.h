@@ -29,6 +29,7 @@ public:
 
     void setConfiguration(JsonModule *configuration);
     void setDualDisplay(bool inUse);
+    bool isDualDisplay() const;
     bool isRunning() const;
     /// The last client could not be started.
     bool clientIsMissing() const;

@@ -6,6 +6,7 @@
 #include "app/agentorders.h"
 #include "app/servergroups.h"
 #include "app/stylesheets.h"
+#include "app/topbar.h"
 #include "app/windowmemory.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
@@ -20,15 +21,14 @@
 #include <QJsonArray>
 #include <QLoggingCategory>
 #include <QShortcut>
-#include <QTextDocument>
 #include <QVBoxLayout>
+
+#include <utility>
 
 Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
 
 namespace {
 
-constexpr int iconSize = 32;
-constexpr int widestDeviceName = 480;
 constexpr int deepestDialog = 4;
 const QPoint powerMenuOffset(-80, 38);
 
@@ -39,31 +39,9 @@ SettingsApp::ClientMode modeOf(const QString &word)
     return word == QLatin1String("rdp") ? SettingsApp::ClientMode::Rdp : SettingsApp::ClientMode::Corvid;
 }
 
-QString signalImage(int signal)
-{
-    if (signal < 1)
-        return QStringLiteral("thin_client_icon_wifi_0.png");
-    if (signal <= 33)
-        return QStringLiteral("thin_client_icon_wifi_1.png");
-    return signal <= 66 ? QStringLiteral("thin_client_icon_wifi_2.png")
-                        : QStringLiteral("thin_client_icon_wifi_full.png");
-}
-
-/// A tool tip takes for markup what looks like it, and anybody may name a wireless network.
-QString plain(const QString &text)
-{
-    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
-}
-
 void runPowerTool(const char *option)
 {
     Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-lulling"), QLatin1String(option)));
-}
-
-void setIcon(QAbstractButton *button, const char *image)
-{
-    button->setIcon(QIcon(QStringLiteral(":/images/") + QLatin1String(image)));
-    button->setIconSize(QSize(iconSize, iconSize));
 }
 
 } // namespace
@@ -86,17 +64,12 @@ SettingsApp::~SettingsApp() = default;
 
 void SettingsApp::setUpTopBar()
 {
-    m_ui->logoLabel->setPixmap(QPixmap(QStringLiteral(":/images/logo.png")));
-    setIcon(m_ui->settingsButton, "settings.png");
-    setIcon(m_ui->powerButton, "power.png");
-    setIcon(m_ui->outputAudioButton, "audio_output.png");
-    setIcon(m_ui->inputAudioButton, "audio_input.png");
+    m_topBar = std::make_unique<TopBar>(*m_ui);
     m_audio = std::make_unique<AudioActionController>(*m_ui->outputAudioButton, *m_ui->inputAudioButton);
     connect(m_ui->settingsButton, &QToolButton::clicked, this, [this] {
         stopAutomatic();
         emit settingsRequested();
     });
-    m_ui->wirelessStatusLabel->hide();
     m_ui->actionSleep->setIcon(QIcon(QStringLiteral(":/images/sleep.png")));
     m_ui->actionReboot->setIcon(QIcon(QStringLiteral(":/images/reboot.png")));
     m_ui->actionShutdown->setIcon(QIcon(QStringLiteral(":/images/shutdown.png")));
@@ -186,8 +159,10 @@ void SettingsApp::setUpUpdate()
         closePopups();
         m_ui->mainStackedWidget->setCurrentIndex(UpdatePage);
     });
-    connect(m_updateLauncher.get(), &UpdateLauncher::windowDone, this,
-            [this] { m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate); });
+    connect(m_updateLauncher.get(), &UpdateLauncher::windowDone, this, [this] {
+        applyPostponed();
+        m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate);
+    });
 }
 
 void SettingsApp::setConfiguration(JsonModule *configuration)
@@ -221,7 +196,7 @@ void SettingsApp::loadConfiguration()
     const QJsonObject rdp = connectionSettings(Key::rdpConnection);
     m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
                              rdp.value(Key::allowCustomRdpServers).toBool());
-    showDeviceName(root().value(Key::general).toObject().value(Key::deviceName).toString());
+    m_topBar->showDeviceName(root().value(Key::general).toObject().value(Key::deviceName).toString());
     m_endpoint.enableComunication(
         root().value(Key::management).toObject().value(Key::consoleManagement).toBool());
     m_audio->setSettings(root().value(Key::audio).toObject());
@@ -234,14 +209,6 @@ void SettingsApp::loadServerGroups()
     const QJsonObject corvid = connectionSettings(Key::corvidConnection);
     m_autoConnectTarget = ServerGroups::autoConnectTarget(corvid.value(Key::autoconnect).toObject(), groups);
     m_ui->corvidPage->setGroups(groups);
-}
-
-void SettingsApp::showDeviceName(const QString &name)
-{
-    QLabel *label = m_ui->deviceNameLabel;
-    label->ensurePolished();
-    label->setText(label->fontMetrics().elidedText(name, Qt::ElideMiddle, widestDeviceName));
-    label->setAccessibleName(name);
 }
 
 void SettingsApp::openLauncher(const QString &clientMode)
@@ -320,6 +287,11 @@ void SettingsApp::postponeConfiguration()
 {
     m_configurationPostponed = true;
     m_launcher.abandonWalk();
+}
+
+TopBar &SettingsApp::topBar()
+{
+    return *m_topBar;
 }
 
 AudioActionController &SettingsApp::audioActions()
@@ -459,13 +431,8 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     activateWindow();
     m_update.setIdleState();
     unsetCursor();
-    if (m_updateLauncher->replayPostponed())
+    if (m_updateLauncher->replayPostponed() || applyPostponed())
         return;
-    if (m_configurationPostponed) {
-        m_configurationPostponed = false;
-        emit handlePostponeConfiguration();
-        return;
-    }
     if (m_mode == ClientMode::Solva && m_launcher.clientIsMissing())
         GeneralDialog::showError(this, tr("Connection Error"),
                                  tr("The program that shows the desktop could not be started."));
@@ -478,7 +445,16 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     if (m_ui->mainStackedWidget->currentIndex() == AutoConnectPage)
         on_mainStackedWidget_currentChanged(AutoConnectPage);
     else
-        m_ui->mainStackedWidget->setCurrentIndex(AutoConnectPage);
+        showPage(AutoConnectPage); // an update may have begun while the error was shown
+}
+
+/// An update that was asked for in the same session comes first; this follows when it has failed.
+bool SettingsApp::applyPostponed()
+{
+    if (!std::exchange(m_configurationPostponed, false))
+        return false;
+    emit handlePostponeConfiguration();
+    return true;
 }
 
 void SettingsApp::showConnectionError()
@@ -527,7 +503,7 @@ void SettingsApp::updateBrokerServers(const QString &address)
 void SettingsApp::refreshServerGroups()
 {
     if (m_configuration)
-        m_configuration->readContent();
+        m_configuration->readAgain();
     loadServerGroups();
     autoDetectServers();
 }
@@ -548,49 +524,6 @@ void SettingsApp::setServerList(const QMap<QString, QHostAddress> &servers)
     emit passServerList(servers);
 }
 
-void SettingsApp::setWiredNetworkStatus(const QString &state)
-{
-    if (state == QLatin1String("no link"))
-        m_ui->wiredStatusLabel->setStyleSheet(StyleSheets::noLinkWiredSheet());
-    else if (state == QLatin1String("link"))
-        m_ui->wiredStatusLabel->setStyleSheet(StyleSheets::linkWiredSheet());
-    else if (state == QLatin1String("connected"))
-        m_ui->wiredStatusLabel->setStyleSheet(StyleSheets::connectedWiredSheet());
-}
-
-void SettingsApp::setWirelessNetworkStatus(const QString &state, int signal)
-{
-    QString stateImage;
-    if (state == QLatin1String("link"))
-        stateImage = QStringLiteral("40_vexa_icon_yellow.png");
-    else if (state == QLatin1String("connected"))
-        stateImage = QStringLiteral("40_vexa_icon_ok.png");
-    else
-        return;
-    m_ui->wirelessStatusLabel->setStyleSheet(
-        StyleSheets::wirelessIconSheet().arg(signalImage(signal), stateImage));
-}
-
-void SettingsApp::setWiredIconShown(bool shown)
-{
-    m_ui->wiredStatusLabel->setVisible(shown);
-}
-
-void SettingsApp::setWirelessIconShown(bool shown)
-{
-    m_ui->wirelessStatusLabel->setVisible(shown);
-}
-
-void SettingsApp::setWiredToolTip(const QString &text)
-{
-    m_ui->wiredStatusLabel->setToolTip(plain(text));
-}
-
-void SettingsApp::setWirelessToolTip(const QString &text)
-{
-    m_ui->wirelessStatusLabel->setToolTip(plain(text));
-}
-
 void SettingsApp::setBusy(bool busy)
 {
     if (busy)
@@ -603,6 +536,7 @@ void SettingsApp::setDualDisplay(bool inUse)
 {
     m_launcher.setDualDisplay(inUse);
     m_broker->setDualDisplay(inUse);
+    emit dualDisplayChanged(inUse);
 }
 
 void SettingsApp::checkResetPossible(int *result) const

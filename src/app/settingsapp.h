@@ -22,6 +22,7 @@
 class DeviceAgent;
 class JsonModule;
 class QShortcut;
+class TopBar;
 
 namespace Ui {
 class SettingsApp;
@@ -72,6 +73,7 @@ public:
     /// A document has been merged during a session: when the client ends, that session is over and the rest
     /// of the document is applied.
     void postponeConfiguration();
+    TopBar &topBar();
     AudioActionController &audioActions();
     UpdateLauncher &updateLauncher();
     /// Made when it is first asked for: the first paint does not wait for the TLS library.
@@ -89,12 +91,6 @@ public slots:
     void on_updateByURL(const QString &url, const QString &password, const QString &user, const QString &file,
                         int *result);
     void on_updateByCORVID(const QString &server, const QString &file, int *result);
-    void setWiredNetworkStatus(const QString &state);
-    void setWirelessNetworkStatus(const QString &state, int signal);
-    void setWiredIconShown(bool shown);
-    void setWirelessIconShown(bool shown);
-    void setWiredToolTip(const QString &text);
-    void setWirelessToolTip(const QString &text);
     void setBusy(bool busy);
     void setDualDisplay(bool inUse);
     /// Reads the groups from the file again, and searches for servers anew.
@@ -125,6 +121,7 @@ signals:
     void applyConfig();
     /// What was merged during the session that has ended is to be applied.
     void handlePostponeConfiguration();
+    void dualDisplayChanged(bool inUse);
     /// The user wants to see the settings.
     void settingsRequested();
     /// The servers that a discovery has found.
@@ -138,7 +135,6 @@ protected:
 private:
     void setUpTopBar();
     void loadServerGroups();
-    void showDeviceName(const QString &name);
     void closePopups();
     void showPage(int page);
     void stopAutomatic();
@@ -154,6 +150,7 @@ private:
     void pressEnter();
     void connectTo(const ConnectTarget &target);
     void connectionFinished(ConnectionFile::Verdict verdict);
+    bool applyPostponed();
     void updateManualServers();
     void updateBrokerServers(const QString &address);
     QJsonObject root() const;
@@ -166,6 +163,7 @@ private:
     SessionLauncher m_launcher;
     std::unique_ptr<DeviceAgent> m_agent;
     std::unique_ptr<BrokerLauncher> m_broker;
+    std::unique_ptr<TopBar> m_topBar;
     std::unique_ptr<AudioActionController> m_audio;
     std::unique_ptr<UpdateLauncher> m_updateLauncher;
     int m_pageBeforeUpdate = LauncherPage;

@@ -5,6 +5,7 @@
 
 #include "app/settingsapp.h"
 #include "app/settingspages.h"
+#include "app/topbar.h"
 #include "config/applicationproxy.h"
 #include "config/audiosettings.h"
 #include "config/compatibility.h"
@@ -135,14 +136,13 @@ void SettingsController::connectWindow()
 
 void SettingsController::connectNetworkStatus()
 {
-    connect(&m_networkStatus, &NetworkStatus::wiredStatus, m_window, &SettingsApp::setWiredNetworkStatus);
-    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, m_window,
-            &SettingsApp::setWirelessNetworkStatus);
-    connect(&m_networkStatus, &NetworkStatus::wiredIconShown, m_window, &SettingsApp::setWiredIconShown);
-    connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, m_window,
-            &SettingsApp::setWirelessIconShown);
-    connect(&m_networkStatus, &NetworkStatus::wiredToolTip, m_window, &SettingsApp::setWiredToolTip);
-    connect(&m_networkStatus, &NetworkStatus::wirelessToolTip, m_window, &SettingsApp::setWirelessToolTip);
+    TopBar *bar = &m_window->topBar();
+    connect(&m_networkStatus, &NetworkStatus::wiredStatus, bar, &TopBar::setWiredNetworkStatus);
+    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, bar, &TopBar::setWirelessNetworkStatus);
+    connect(&m_networkStatus, &NetworkStatus::wiredIconShown, bar, &TopBar::setWiredIconShown);
+    connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, bar, &TopBar::setWirelessIconShown);
+    connect(&m_networkStatus, &NetworkStatus::wiredToolTip, bar, &TopBar::setWiredToolTip);
+    connect(&m_networkStatus, &NetworkStatus::wirelessToolTip, bar, &TopBar::setWirelessToolTip);
     connect(&m_networkStatus, &NetworkStatus::busy, m_window, &SettingsApp::setBusy);
     connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
             &SettingsApp::refreshServerGroups);
@@ -155,7 +155,11 @@ void SettingsController::connectRemote()
     connect(m_window, &SettingsApp::handlePostponeConfiguration, this,
             &SettingsController::handlePostponeConfiguration);
     connect(&m_remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
+    connect(&m_remote, &RemoteConfiguration::configurationMerged, this, &SettingsController::setupProxy);
     connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
+    connect(&m_networkStatus, &NetworkStatus::wiredStatus, &m_agentFeed, &AgentFeed::takeNetworkStatus);
+    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, &m_agentFeed, &AgentFeed::takeNetworkStatus);
+    connect(&m_remote, &RemoteConfiguration::networkApplied, &m_networkStatus, &NetworkStatus::takeApplied);
 }
 
 void SettingsController::connectAudio()
@@ -200,7 +204,7 @@ void SettingsController::on_settingsButton_clicked()
 {
     SettingsPages &pages = settingsPages();
     pages.view().showPage(0);
-    readAgain();
+    m_configuration.readAgain(); // without a document there would be no password to ask for
     pages.fill();
     if (!AdministratorPassword::ask(m_window, m_configuration.getDocument().object()))
         return;
@@ -225,16 +229,6 @@ void SettingsController::on_backButton_clicked()
     leaveSettings();
 }
 
-/// What is held is better than a file that cannot be read: without a document there is no password to ask
-/// for.
-void SettingsController::readAgain()
-{
-    const QJsonDocument held = m_configuration.getDocument();
-    m_configuration.readContent();
-    if (m_configuration.getDocument().object().isEmpty())
-        m_configuration.getDocument() = held;
-}
-
 QString SettingsController::setQMDaddress()
 {
     return QmdAddress::url(m_configuration.getDocument().object().value(Key::management).toObject());
@@ -248,7 +242,7 @@ bool SettingsController::setupProxy()
 
 void SettingsController::leaveSettings()
 {
-    readAgain();
+    m_configuration.readAgain();
     settingsPages().discard();
     settingsPages().view().setApplyEnabled(false);
     m_window->loadConfiguration();
@@ -353,7 +347,7 @@ void SettingsController::takeMessage(const QJsonObject &message)
 
 void SettingsController::fillProxyParameters(QJsonObject &proxy)
 {
-    m_configuration.readContent();
+    m_configuration.readAgain();
     proxy
         = m_configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
 }
@@ -392,14 +386,10 @@ void SettingsController::setInputAudio(const QString &name, const QString &numbe
 void SettingsController::storeAudio(AudioDirection direction, const AudioChoice &device,
                                     const AudioChoice &checked)
 {
-    const QJsonDocument held = m_configuration.getDocument();
-    m_configuration.readContent();
+    if (!m_configuration.readAgain())
+        return;
     const QJsonDocument stored = m_configuration.getDocument();
     QJsonObject document = stored.object();
-    if (document.isEmpty()) {
-        m_configuration.getDocument() = held;
-        return;
-    }
     QJsonObject audio = document.value(Key::audio).toObject();
     AudioSettings::setInUse(audio, direction, device);
     AudioSettings::setChecked(audio, direction, checked);

@@ -95,7 +95,6 @@ private:
     void prepareGUI();
     void storeAudio(AudioDirection direction, const AudioChoice &device, const AudioChoice &checked);
     SettingsPages &settingsPages();
-    void readAgain();
     void leaveSettings();
     void takeMessage(const QJsonObject &message);
 

@@ -78,6 +78,8 @@ void SettingsPages::build(const Device &device)
                     keyboard, management, peripherals,  security,  dateTime, firmware};
     connectPages(general, connection, serverGroups, firmware);
     connectNetworkPage(networkPage);
+    connect(&m_window, &SettingsApp::dualDisplayChanged, display, &DisplayPage::showDualDisplay);
+    display->showDualDisplay(m_window.sessionLauncher().isDualDisplay());
 }
 
 void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connection,
@@ -130,10 +132,8 @@ void SettingsPages::fill()
 
 void SettingsPages::discard()
 {
-    for (SettingsPage *page : qAsConst(m_fillOrder)) {
-        if (page->isChanged())
-            page->fill();
-    }
+    for (SettingsPage *page : qAsConst(m_fillOrder))
+        page->discard();
 }
 
 bool SettingsPages::apply()

@@ -45,7 +45,7 @@ public:
     SettingsView &view();
     /// Shows what the document says on every page.
     void fill();
-    /// Takes back what was edited and not applied.
+    /// Takes back what was edited and not applied; the view is not shown before it is filled again.
     void discard();
     /// Applies the pages in their order. The first that refuses is shown and ends it; the pages after it stay
     /// as they are.

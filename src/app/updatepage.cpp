@@ -20,6 +20,12 @@ UpdatePage::UpdatePage(QWidget *parent)
 
 UpdatePage::~UpdatePage() = default;
 
+QString UpdatePage::elided(const QString &text) const
+{
+    m_ui->updateTextLabel->ensurePolished();
+    return m_ui->updateTextLabel->fontMetrics().elidedText(text, Qt::ElideMiddle, widestText);
+}
+
 void UpdatePage::showText(const QString &text)
 {
     m_ui->updateTextLabel->setText(text);
@@ -35,9 +41,7 @@ void UpdatePage::showPercentage(int percentage)
 
 void UpdatePage::showProgress(const QString &what, qint64 received, qint64 total)
 {
-    m_ui->updateTextLabel->ensurePolished();
-    const QFontMetrics metrics = m_ui->updateTextLabel->fontMetrics();
-    showText(metrics.elidedText(what, Qt::ElideMiddle, widestText));
+    showText(elided(what));
     if (received >= 0 && total > 0) {
         showPercentage(static_cast<int>(qMin(received, total) * 100 / total));
         return;
@@ -55,7 +59,12 @@ void UpdatePage::showSuccess(const QString &message)
 
 void UpdatePage::showFailure(const QString &message)
 {
-    showText(message.size() > longestMessage ? message.left(longestMessage) + QChar(0x2026) : message);
+    // Lines break between words only.
+    QStringList words = message.split(QLatin1Char(' '));
+    for (QString &word : words)
+        word = elided(word);
+    const QString text = words.join(QLatin1Char(' '));
+    showText(text.size() > longestMessage ? text.left(longestMessage) + QChar(0x2026) : text);
     showPercentage(0);
 }
 

@@ -27,6 +27,7 @@ public:
     void showCountdown(int seconds);
 
 private:
+    QString elided(const QString &text) const;
     void showText(const QString &text);
     void showPercentage(int percentage);
 

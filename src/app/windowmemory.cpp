@@ -14,7 +14,7 @@ QJsonArray remember(JsonModule *configuration, const QString &key, const QString
 {
     if (!configuration)
         return {};
-    configuration->readContent();
+    configuration->readAgain();
     const QJsonObject root = configuration->getDocument().object();
     QJsonArray history = root.value(Key::mainWindow).toObject().value(key).toArray();
     if (!history.contains(address))
@@ -27,12 +27,9 @@ QJsonArray remember(JsonModule *configuration, const QString &key, const QString
 
 void store(JsonModule *configuration, const QString &key, const QJsonValue &value)
 {
-    if (!configuration)
+    if (!configuration || !configuration->readAgain())
         return;
-    configuration->readContent();
     QJsonObject document = configuration->getDocument().object();
-    if (document.isEmpty())
-        return;
     QJsonObject window = document.value(Key::mainWindow).toObject();
     window.insert(key, value);
     document.insert(Key::mainWindow, window);

@@ -14,6 +14,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QLoggingCategory>
 #include <QSet>
@@ -298,12 +299,12 @@ bool CertificateStore::updateRecord()
 
 bool CertificateStore::record(const QVector<Certificate> &authorities, const QVector<Certificate> &clients)
 {
-    m_configuration.readContent();
-    QJsonObject root = m_configuration.getDocument().object();
-    if (root.isEmpty()) {
+    if (!m_configuration.readAgain()) {
         qCCritical(lcStore) << "there is no document to record the certificates in";
         return false;
     }
+    const QJsonDocument stored = m_configuration.getDocument();
+    QJsonObject root = stored.object();
     QJsonObject section = root.value(Key::security).toObject();
     const QJsonObject before = section;
     section.insert(Key::caCertificates, records(authorities));
@@ -313,7 +314,7 @@ bool CertificateStore::record(const QVector<Certificate> &authorities, const QVe
     root.insert(Key::security, section);
     if (m_configuration.setObject(root))
         return true;
-    m_configuration.readContent(); // what is held must not be more than what is on the disk
+    m_configuration.getDocument() = stored; // what is held must not be more than what is on the disk
     return false;
 }
 

@@ -132,6 +132,15 @@ void JsonModule::readContent()
     m_document = readFile();
 }
 
+bool JsonModule::readAgain()
+{
+    const QJsonDocument file = readFile();
+    if (file.object().isEmpty())
+        return false;
+    m_document = file;
+    return true;
+}
+
 bool JsonModule::writeContent()
 {
     const int descriptor = openRetrying(QFile::encodeName(m_filePath), O_WRONLY | O_CREAT | O_CLOEXEC);

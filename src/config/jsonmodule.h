@@ -35,6 +35,8 @@ public:
 
     /// Replaces the held document by the file's; an unreadable or invalid file gives an empty root object.
     void readContent();
+    /// The same, but what is held is better than a file that cannot be read, and stays: false then.
+    bool readAgain();
     /// Writes the held document. Where the device has no room for it, the file keeps what it holds.
     /// False, with a line in the log, when it could not be written.
     bool writeContent();

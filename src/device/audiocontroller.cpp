@@ -3,7 +3,6 @@
 
 #include "device/audiocontroller.h"
 
-#include "device/commands.h"
 #include "device/diagnostics.h"
 
 #include <QLoggingCategory>
@@ -95,6 +94,7 @@ AudioDevice::AUDIO_TYPE typeOf(bool plays, bool records)
 
 AudioController::AudioController(QObject *parent)
     : QObject(parent)
+    , m_firmware(QStringLiteral("tvservice"))
 { }
 
 const QList<AudioDevice> &AudioController::devices() const
@@ -102,9 +102,9 @@ const QList<AudioDevice> &AudioController::devices() const
     return m_devices;
 }
 
-bool AudioController::checkHDMIAudioAvailable() const
+bool AudioController::checkHDMIAudioAvailable()
 {
-    return !Commands::query(QStringLiteral("tvservice"), {QStringLiteral("-a")}).isEmpty();
+    return !m_firmware.ask({QStringLiteral("-a")}).isEmpty();
 }
 
 void AudioController::readDevices()

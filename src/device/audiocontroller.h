@@ -4,6 +4,7 @@
 #pragma once
 
 #include "device/audiodevice.h"
+#include "device/quicktool.h"
 
 #include <QObject>
 
@@ -21,7 +22,7 @@ public:
     /// The devices as last read.
     const QList<AudioDevice> &devices() const;
     /// Asks the board's firmware.
-    bool checkHDMIAudioAvailable() const;
+    bool checkHDMIAudioAvailable();
 
 public slots:
     /// Reads the devices anew and passes them on.
@@ -36,6 +37,7 @@ private:
     void addCard(const QString &name, const QString &longname, int card, int device, const QString &pcmName,
                  AudioDevice::AUDIO_TYPE type);
 
+    QuickTool m_firmware;
     QList<AudioDevice> m_devices;
     std::optional<bool>
         m_hdmiAvailable; ///< asked for once in a reading, and only when there is such a device

@@ -133,9 +133,22 @@ QString NetworkController::ipSettingsLine(const QString &interface, const QStrin
     return Commands::line(QStringLiteral("/usr/bin/kt-ip-settings"), words.join(QLatin1Char(' ')), true);
 }
 
+void NetworkController::limitQueries(int milliseconds)
+{
+    m_deadline.setRemainingTime(milliseconds);
+}
+
+QByteArray NetworkController::query(const QString &program, const QStringList &arguments) const
+{
+    if (m_deadline.isForever())
+        return Commands::query(program, arguments);
+    const qint64 left = qMin<qint64>(m_deadline.remainingTime(), Commands::timeLimitMs);
+    return left > 0 ? Commands::query(program, arguments, static_cast<int>(left)) : QByteArray();
+}
+
 QByteArray NetworkController::ask(const QString &subCommand) const
 {
-    return Commands::query(configTool, {subCommand, fixedWord});
+    return query(configTool, {subCommand, fixedWord});
 }
 
 bool NetworkController::isTrue(const QString &subCommand) const
@@ -190,10 +203,10 @@ bool NetworkController::getNetworkByInterface(const QString &interface, NetworkP
     return true;
 }
 
-void NetworkController::networkAdditionalParameters(NetworkProperty &property)
+void NetworkController::networkAdditionalParameters(NetworkProperty &property) const
 {
-    property.setGateway(gatewayFromRoutes(
-        QString::fromLocal8Bit(Commands::query(QStringLiteral("route"), {QStringLiteral("-n")}))));
+    property.setGateway(
+        gatewayFromRoutes(QString::fromLocal8Bit(query(QStringLiteral("route"), {QStringLiteral("-n")}))));
     QFile resolvConf(Paths::nameServers());
     const bool readable = resolvConf.open(QIODevice::ReadOnly);
     readNameServers(readable ? resolvConf.read(Commands::outputLimit) : QByteArray(), property);

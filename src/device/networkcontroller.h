@@ -6,6 +6,7 @@
 #include "device/networkproperty.h"
 #include "device/wifiitem.h"
 
+#include <QDeadlineTimer>
 #include <QList>
 #include <QObject>
 #include <QProcess>
@@ -39,6 +40,8 @@ public:
     void setIpConfigure(const QString &interface, const QString &address, int prefixLength, bool add,
                         const QString &broadcast);
 
+    /// From now on all queries together block for at most this long; those behind are not made.
+    void limitQueries(int milliseconds);
     bool CheckWiredPlugged();
     bool isWiredUp();
     bool isWifiConnected();
@@ -71,13 +74,15 @@ signals:
     void setWifiStatus(bool connected);
 
 private:
+    QByteArray query(const QString &program, const QStringList &arguments) const;
     QByteArray ask(const QString &subCommand) const;
     bool isTrue(const QString &subCommand) const;
     bool startWifi(const QString &program, const QStringList &arguments);
     void readWifiStatus(QProcess *process);
     void wifiStatusCompleted(QProcess *process);
-    static void networkAdditionalParameters(NetworkProperty &property);
+    void networkAdditionalParameters(NetworkProperty &property) const;
     static void readInterface(const QString &name, NetworkProperty &property);
 
     WifiResult m_wifiResult = Pending;
+    QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
 };

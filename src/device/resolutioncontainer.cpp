@@ -3,9 +3,6 @@
 
 #include "device/resolutioncontainer.h"
 
-#include "device/commands.h"
-
-#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -63,14 +60,16 @@ int number(const QJsonObject &mode, const char *key)
 
 } // namespace
 
+ResolutionContainer::ResolutionContainer(int toolLimitMs)
+    : m_firmware(QStringLiteral("/opt/vc/bin/tvservice"), toolLimitMs)
+    , m_resolutionTool(resolutionTool, toolLimitMs)
+{ }
+
 const std::vector<Item> &ResolutionContainer::getResolutions()
 {
     m_modes.assign(1, Item(automatic));
-    QElapsedTimer clock;
-    clock.start();
     readModes(QStringLiteral("DMT"));
-    // A tool that did not answer in time is not waited for twice.
-    if (clock.elapsed() < Commands::timeLimitMs)
+    if (!m_firmware.hangs())
         readModes(cea);
     std::stable_sort(m_modes.begin(), m_modes.end(), compare_name);
     qCInfo(lcResolution) << m_modes.size() - 1 << "modes";
@@ -79,8 +78,7 @@ const std::vector<Item> &ResolutionContainer::getResolutions()
 
 void ResolutionContainer::readModes(const QString &group)
 {
-    const QByteArray output = Commands::query(QStringLiteral("/opt/vc/bin/tvservice"),
-                                              {QStringLiteral("-j"), QStringLiteral("-m"), group});
+    const QByteArray output = m_firmware.ask({QStringLiteral("-j"), QStringLiteral("-m"), group});
     for (const QJsonObject &object : objectsIn(output)) {
         const int width = number(object, "width");
         const int height = number(object, "height");
@@ -127,7 +125,10 @@ int ResolutionContainer::rowOf(const QString &stored)
 
 bool ResolutionContainer::isCheckedResolution(const QString &size)
 {
-    return rowOf(size) >= 0;
+    if (size == automatic)
+        return true;
+    getResolutions();
+    return getCurrentPrimaryResolution(size) >= 0;
 }
 
 void ResolutionContainer::setResolution(const QString &text)
@@ -164,7 +165,9 @@ void ResolutionContainer::setResolutionFromConsole(const QString &size)
         qCWarning(lcResolution) << "the monitor has no mode" << size;
 }
 
-QString ResolutionContainer::getActualMode() const
+QString ResolutionContainer::getActualMode()
 {
-    return QString::fromUtf8(Commands::query(resolutionTool, {QStringLiteral("-m")}).left(200)).trimmed();
+    if (m_firmware.hangs())
+        return QString();
+    return QString::fromUtf8(m_resolutionTool.ask({QStringLiteral("-m")}).left(200)).trimmed();
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "device/quicktool.h"
 #include "models/item.h"
 
 #include <vector>
@@ -18,15 +19,18 @@ public:
     enum Column { Text = 0, Code = 1, Group = 2 };
     static inline const QString automatic = QStringLiteral("Automatic");
 
+    /// `toolLimitMs` is how long a tool may keep us waiting.
+    explicit ResolutionContainer(int toolLimitMs = Commands::timeLimitMs);
+
     /// Reads the modes anew; asks the firmware twice. What cannot be read is left out.
     const std::vector<Item> &getResolutions();
 
-    /// Whether a size, or the size and rate of a display text, is one that the monitor offers.
+    /// Whether a size, or the size and rate of a display text, is one that the monitor offers now.
     bool isCheckedResolution(const QString &size);
     /// The row of a stored resolution in the list as last read; -1 when it is not among them.
     int getCurrentPrimaryResolution(const QString &stored) const;
-    /// What the resolution tool says is set now.
-    QString getActualMode() const;
+    /// What the resolution tool says is set now; it is not asked while the firmware does not answer.
+    QString getActualMode();
 
     /// Sets the mode of a display text. One that is not in the list changes nothing.
     void setResolution(const QString &text);
@@ -40,8 +44,10 @@ public:
 
 private:
     void readModes(const QString &group);
-    /// As `getCurrentPrimaryResolution`, but in a list that knows the monitor as it is now.
+    /// As `getCurrentPrimaryResolution`; what is not in the list is looked for in a new one.
     int rowOf(const QString &stored);
 
+    QuickTool m_firmware;
+    QuickTool m_resolutionTool;
     std::vector<Item> m_modes; ///< empty until first read
 };

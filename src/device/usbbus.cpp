@@ -29,10 +29,12 @@ QString busFolder()
     return named.isEmpty() ? Paths::usbBus() : named;
 }
 
-/// libusb is told of the folder for the moment in which it asks: our children inherit nothing.
+/// libusb finds the device's own folder by itself: there the environment, which name look-ups read in threads
+/// of theirs, is left alone. Of another one it is told for the moment in which it asks: our children inherit
+/// nothing.
 void initialize(const QString &folder)
 {
-    const bool told = qEnvironmentVariableIsSet(folderVariable);
+    const bool told = Paths::root().isEmpty() || qEnvironmentVariableIsSet(folderVariable);
     if (!told)
         qputenv(folderVariable, QFile::encodeName(folder));
     usb_init();

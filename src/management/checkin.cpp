@@ -3,24 +3,10 @@
 
 #include "management/checkin.h"
 
-#include "device/networkcontroller.h"
 #include "management/jsonstatus.h"
 
 #include <QJsonDocument>
 #include <QVariantMap>
-
-namespace {
-
-QString wiredType(const JSONStatus &status)
-{
-    if (status.getIFaceName().startsWith(QLatin1String("eth")))
-        return status.getIPType();
-    NetworkProperty wired;
-    NetworkController().getNetworkByInterface(QStringLiteral("eth0"), wired);
-    return wired.typeIp();
-}
-
-} // namespace
 
 QByteArray CheckInDocument::text(const QString &serial)
 {
@@ -33,7 +19,7 @@ QByteArray CheckInDocument::text(const QString &serial)
                              {QStringLiteral("model"), QStringLiteral("KT964")},
                              {QStringLiteral("serial"), serial}};
     const QVariantMap network{{QStringLiteral("ethIP"), status.getIpAddress()},
-                              {QStringLiteral("ethIPType"), wiredType(status)},
+                              {QStringLiteral("ethIPType"), status.getWiredIPType()},
                               {QStringLiteral("ethNetMask"), status.getIpNetmask()},
                               {QStringLiteral("ethMAC"), status.getMacAddress()},
                               {QStringLiteral("WiFiIP"), status.getWifiIpAddress()},

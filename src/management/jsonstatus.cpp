@@ -5,6 +5,7 @@
 
 #include "config/jsonmodule.h"
 #include "config/keys.h"
+#include "device/commands.h"
 #include "device/identity.h"
 #include "device/networkcontroller.h"
 #include "device/paths.h"
@@ -25,6 +26,12 @@ const QString noAddress = QStringLiteral("0.0.0.0");
 QString known(const QString &address)
 {
     return address.isEmpty() ? noAddress : address;
+}
+
+QString typeOf(const NetworkProperty &interface)
+{
+    const QString fixed = QStringLiteral("static");
+    return interface.typeIp() == fixed ? fixed : QStringLiteral("dhcp");
 }
 
 } // namespace
@@ -70,6 +77,7 @@ void JSONStatus::GetDataFromConfig()
 void JSONStatus::GetNetworkStatus()
 {
     NetworkController controller;
+    controller.limitQueries(Commands::timeLimitMs);
     NetworkProperty wired;
     NetworkProperty wireless;
     controller.getNetworkByInterface(QStringLiteral("eth0"), wired);
@@ -83,7 +91,8 @@ void JSONStatus::GetNetworkStatus()
     const NetworkProperty &shown = byAir ? wireless : wired;
     m_netmask = known(shown.netmask());
     m_gateway = known(shown.gateway());
-    m_ipType = shown.typeIp() == QLatin1String("static") ? QStringLiteral("static") : QStringLiteral("dhcp");
+    m_ipType = typeOf(shown);
+    m_wiredIpType = typeOf(wired);
 }
 
 void JSONStatus::GetConnectionStatus()
@@ -192,6 +201,11 @@ QString JSONStatus::getWmacAddress() const
 QString JSONStatus::getIPType() const
 {
     return m_ipType;
+}
+
+QString JSONStatus::getWiredIPType() const
+{
+    return m_wiredIpType;
 }
 
 QString JSONStatus::getIFaceName() const

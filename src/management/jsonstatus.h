@@ -18,7 +18,8 @@
 class JSONStatus
 {
 public:
-    /// Asks the network's tools and waits for them, see `Commands::timeLimitMs`.
+    /// Asks the network's tools and waits for all of them together no longer than for any one,
+    /// `Commands::timeLimitMs`.
     JSONStatus();
 
     /// The report as compact JSON text.
@@ -35,7 +36,8 @@ public:
     QString getMacAddress() const; ///< of the wired interface
     QString getWifiIpAddress() const;
     QString getWmacAddress() const;
-    QString getIPType() const;
+    QString getIPType() const; ///< of the interface that is shown
+    QString getWiredIPType() const;
     QString getIFaceName() const;
 
 private:
@@ -62,6 +64,7 @@ private:
     QString m_netmask = QStringLiteral("0.0.0.0");
     QString m_gateway = QStringLiteral("0.0.0.0");
     QString m_ipType;
+    QString m_wiredIpType;
     QString m_connectionStatus = QStringLiteral("disconnected");
     QStringList m_servers;
     QJsonDocument m_report;

@@ -26,6 +26,11 @@ DisplayPage::DisplayPage(JsonModule &configuration, ResolutionContainer &resolut
 
 DisplayPage::~DisplayPage() = default;
 
+void DisplayPage::discard()
+{
+    forgetChanges();
+}
+
 void DisplayPage::load(const QJsonObject &root)
 {
     getDisplayAvailable();
@@ -69,6 +74,12 @@ void DisplayPage::setDisplayTab(const QJsonObject &display)
     m_ui->bottomRadioButton->setChecked(position == QLatin1String("bottom"));
     m_ui->mirrorCheckBox->setChecked(display.value(Key::multiMonitorMode).toString() == mirror);
     m_ui->screenSaverSpinBox->setValue(display.value(Key::screenSaverTimeout).toInt(defaultTimeout));
+}
+
+void DisplayPage::showDualDisplay(bool inUse)
+{
+    m_ui->dualDisplayLabel->setText(inUse ? tr("A second display is in use: sessions span both.")
+                                          : tr("No second display is in use."));
 }
 
 QString DisplayPage::position() const

@@ -25,6 +25,12 @@ public:
     DisplayPage(JsonModule &configuration, ResolutionContainer &resolutions, QWidget *parent = nullptr);
     ~DisplayPage() override;
 
+    void discard() override;
+
+public slots:
+    /// Whether a second display is in use. Its settings can be changed in any case.
+    void showDualDisplay(bool inUse);
+
 protected:
     void load(const QJsonObject &root) override;
     void save(QJsonObject &root) override;

@@ -97,6 +97,11 @@ void NetworkPage::chooseStaticDns(bool isStatic)
     m_ui->dns2LineEdit->setText(m_liveDns2);
 }
 
+void NetworkPage::discard()
+{
+    forgetChanges();
+}
+
 void NetworkPage::load(const QJsonObject &root)
 {
     setNetworkTab(member(root, Key::network));

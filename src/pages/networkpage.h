@@ -28,6 +28,8 @@ public:
                 QWidget *parent = nullptr);
     ~NetworkPage() override;
 
+    void discard() override;
+
 public slots:
     void showEthernetAddress(const QString &text, bool enabled);
     void showWifiAddress(const QString &text, bool enabled);

@@ -169,7 +169,10 @@ void PeripheralsPage::addDevice()
 {
     if (AddPeripheralDialog(m_peripherals, window()).exec() != QDialog::Accepted)
         return;
-    select(m_peripherals.lastItemAdded()->row());
+    const Item *added = m_peripherals.lastItemAdded();
+    if (!added) // the list has been made anew meanwhile
+        return;
+    select(added->row());
     markChanged();
 }
 
@@ -210,11 +213,9 @@ void PeripheralsPage::redirectionPageChanged(int index)
     markChanged();
 }
 
-Item *PeripheralsPage::current() const
+const Item *PeripheralsPage::current()
 {
-    return const_cast<PeripheralController &>(m_peripherals)
-        .model()
-        .item(m_ui->peripheralView->currentIndex());
+    return m_peripherals.model().item(m_ui->peripheralView->currentIndex());
 }
 
 void PeripheralsPage::select(int row)

@@ -53,7 +53,7 @@ private:
     void toggleRedirection();
     void redirectionPageChanged(int index);
 
-    Item *current() const;
+    const Item *current();
     void select(int row);
     void updateButtons();
     void updatePolicies();

@@ -99,15 +99,12 @@ bool SettingsPage::apply()
 /// the held document is what it was before.
 QString SettingsPage::store()
 {
-    const QJsonDocument held = m_configuration.getDocument();
-    m_configuration.readContent();
-    QJsonObject document = root();
-    if (document.isEmpty()) {
+    if (!m_configuration.readAgain()) {
         qCCritical(lcSettingsPage).noquote() << "no document to save" << m_title << "in";
-        m_configuration.getDocument() = held;
         return tr("The stored settings cannot be read. Nothing was saved.");
     }
     const QJsonDocument stored = m_configuration.getDocument();
+    QJsonObject document = stored.object();
     save(document);
     if (m_configuration.setObject(document))
         return QString();
@@ -130,6 +127,17 @@ void SettingsPage::markChanged()
         return;
     m_changed = true;
     emit changed();
+}
+
+void SettingsPage::forgetChanges()
+{
+    m_changed = false;
+}
+
+void SettingsPage::discard()
+{
+    if (m_changed)
+        fill();
 }
 
 void SettingsPage::showAtOnce(QComboBox &box)

@@ -38,6 +38,9 @@ public:
     /// its input or the document cannot be read or written, which the user has been told; the page is still
     /// changed then.
     bool apply();
+    /// Takes back what was edited and not applied. A page that would have to ask the device's tools for that
+    /// only counts as unchanged: nobody waits for them before it is filled and shown again.
+    virtual void discard();
 
 signals:
     /// The user has changed something.
@@ -62,6 +65,7 @@ protected:
 
     /// Counts as a change by the user, except while the page is being filled.
     void markChanged();
+    void forgetChanges();
     bool isFilling() const;
     /// Lets every editor on the page mark it changed: lines, boxes, buttons that can be checked, numbers,
     /// dates.

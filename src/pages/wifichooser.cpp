@@ -17,6 +17,25 @@
 
 #include <algorithm>
 
+namespace {
+
+/// Puts what is known of a network into its row of a scan, or into a row more. That row; -1 for no network.
+int addKnown(QList<WifiItem> &found, const WifiItem &known)
+{
+    if (known.essid().isEmpty())
+        return -1;
+    const auto same = std::find_if(found.begin(), found.end(),
+                                   [&known](const WifiItem &item) { return item.essid() == known.essid(); });
+    const auto row = static_cast<int>(same - found.begin());
+    if (same == found.end())
+        found += known;
+    else
+        WifiSettings::copyCredentials(known, *same);
+    return row;
+}
+
+} // namespace
+
 WifiChooser::WifiChooser(NetworkController &network, CertificateStore &certificates, QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::WifiChooser>())
@@ -83,6 +102,7 @@ void WifiChooser::showHiddenName()
 
 void WifiChooser::setConfigured(const WifiItem &item)
 {
+    m_configured = item;
     const bool any = !item.essid().isEmpty();
     list(any ? QList<WifiItem>{item} : QList<WifiItem>(), any ? 0 : -1);
 }
@@ -96,17 +116,8 @@ void WifiChooser::scanWifiList()
     emit busy(false);
     for (WifiItem &item : found)
         WifiSettings::complete(item);
-    int current = -1;
-    if (!known.essid().isEmpty()) {
-        const auto same = std::find_if(found.begin(), found.end(), [&known](const WifiItem &item) {
-            return item.essid() == known.essid();
-        });
-        current = static_cast<int>(same - found.begin());
-        if (same == found.end())
-            found += known;
-        else
-            WifiSettings::copyCredentials(known, *same);
-    }
+    addKnown(found, m_configured);
+    const int current = addKnown(found, known);
     list(found, current);
 }
 
@@ -153,7 +164,8 @@ void WifiChooser::editWifiParameters()
     }
     WpaCredentialDialog dialog(m_certificates, window());
     dialog.setItem(*item);
-    if (dialog.exec() != QDialog::Accepted)
+    const QPersistentModelIndex row = m_model->index(m_ui->wifiComboBox->currentIndex(), 0);
+    if (dialog.exec() != QDialog::Accepted || !row.isValid()) // the list may have been made anew
         return;
     dialog.copyTo(*item);
     emit changed();

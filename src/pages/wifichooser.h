@@ -35,7 +35,8 @@ public:
     WifiItem chosen() const;
 
 public slots:
-    /// Lists the networks around. What is chosen stays chosen, with its credentials, whether found or not.
+    /// Lists the networks around. What is chosen stays chosen, with its credentials, whether found or not;
+    /// what is stored stays known too.
     void scanWifiList();
     /// Asks for the credentials of the network chosen.
     void editWifiParameters();
@@ -57,6 +58,7 @@ private:
     NetworkController &m_network;
     CertificateStore &m_certificates;
     ItemModel *m_model;
+    WifiItem m_configured;
     bool m_listing = false;
     int m_rowBefore = -1; ///< what was chosen before the name of a hidden network was typed
 };

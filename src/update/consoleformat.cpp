@@ -181,6 +181,23 @@ QByteArray mergeReply(const QByteArray &request, quint32 result)
     return reply;
 }
 
+bool isAnswer(const QByteArray &datagram)
+{
+    switch (static_cast<Command>(decodeRequest(datagram).command)) {
+    case Command::Reset:
+    case Command::UpdateLatest:
+    case Command::UpdateByUrl:
+        return read<quint32>(datagram, 0) == actionMark && read<quint32>(datagram, 4) == actionMark;
+    case Command::GetJson:
+        return read<quint32>(datagram, lengthOffset) != 0 || read<quint32>(datagram, resultOffset) != 0;
+    case Command::SetJsonPartial:
+        return datagram.size() <= headerSize;
+    case Command::DeviceInfo:
+        break;
+    }
+    return decodeDeviceInfo(datagram).has_value();
+}
+
 std::optional<DeviceInfo> decodeDeviceInfo(const QByteArray &datagram)
 {
     if (datagram.size() < infoSize || read<quint16>(datagram, infoKindOffset) != infoKind

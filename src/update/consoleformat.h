@@ -95,6 +95,10 @@ QByteArray documentReply(const QByteArray &request, const QByteArray &text);
 QByteArray documentRefusal(const QByteArray &request, const QByteArray &text);
 QByteArray mergeReply(const QByteArray &request, quint32 result);
 
+/// Whether a datagram is one of these answers, or a merge of nothing, which looks the same. The answer that
+/// holds an empty document is the one that does not show it.
+bool isAnswer(const QByteArray &datagram);
+
 // What a console reads from it. Nothing when the datagram is not that answer: too short, no mark where one
 // belongs, a length that it does not carry.
 

@@ -21,6 +21,8 @@ namespace FirmwareImage {
 
 namespace {
 
+constexpr qint64 stepBytes = 4 * 1024 * 1024;
+
 QString toolMark()
 {
     return Paths::firmwareImage() + QLatin1String(".unfinished");
@@ -37,6 +39,16 @@ bool synchronise(const QString &path)
     return done;
 }
 
+/// Sends what is not on the disk on its way there, and waits for what was sent so the time before: no more
+/// than two steps are ever under way.
+bool sendToDisk(const QTemporaryFile &file)
+{
+    constexpr unsigned int how = SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE;
+    // A file system that cannot do so writes in its own time.
+    return ::sync_file_range(file.handle(), 0, 0, how) == 0
+        || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
+}
+
 } // namespace
 
 std::unique_ptr<QTemporaryFile> stage()
@@ -45,8 +57,17 @@ std::unique_ptr<QTemporaryFile> stage()
     auto file = std::make_unique<QTemporaryFile>(Paths::firmwareImage() + QLatin1String(".XXXXXX"));
     if (file->open())
         return file;
-    qCCritical(lcImage).noquote() << "cannot write in" << Paths::updates() << ':' << file->errorString();
+    qCCritical(lcImage, "%s: file error [%d] %s", Q_FUNC_INFO, file->error(),
+               qPrintable(file->errorString()));
     return nullptr;
+}
+
+bool append(QTemporaryFile &file, const QByteArray &bytes)
+{
+    const qint64 before = file.pos() / stepBytes;
+    if (file.write(bytes) != bytes.size())
+        return false;
+    return file.pos() / stepBytes == before || (file.flush() && sendToDisk(file));
 }
 
 bool fits(qint64 bytes)
@@ -54,8 +75,9 @@ bool fits(qint64 bytes)
     const auto room = [] {
         return QStorageInfo(Paths::updates()).bytesAvailable();
     };
-    if (room() < bytes)
-        QFile::remove(Paths::firmwareImage());
+    const QFileInfo earlier(Paths::firmwareImage());
+    if (room() < bytes && room() + earlier.size() >= bytes)
+        QFile::remove(earlier.filePath());
     const qint64 left = room();
     if (left < bytes)
         qCCritical(lcImage) << bytes << "bytes have no room," << left << "are free";
@@ -66,7 +88,7 @@ bool place(QTemporaryFile &file)
 {
     const QString image = Paths::firmwareImage();
     const QString name = file.fileName();
-    if (!file.flush() || !synchronise(name)
+    if (!file.flush() || ::fsync(file.handle()) != 0
         || std::rename(QFile::encodeName(name).constData(), QFile::encodeName(image).constData()) != 0) {
         qCCritical(lcImage).noquote() << "cannot put" << image << "in place:" << std::strerror(errno);
         return false;

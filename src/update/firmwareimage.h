@@ -15,7 +15,11 @@ namespace FirmwareImage {
 /// It goes with its object.
 std::unique_ptr<QTemporaryFile> stage();
 
-/// Whether so many bytes more have room. An image of an earlier update makes way for them.
+/// Appends what has arrived, and sees to it that it goes on to the disk meanwhile: however large the file is,
+/// little is left to wait for at its end. False when it cannot be written.
+bool append(QTemporaryFile &file, const QByteArray &bytes);
+
+/// Whether so many bytes more have room. An image of an earlier update makes way where that helps.
 bool fits(qint64 bytes);
 
 /// Gives the complete file the image's name, in the place of an earlier one. False, with a line in the log

@@ -13,12 +13,18 @@
 
 #include <csignal>
 #include <sys/prctl.h>
+#include <unistd.h>
 
 Q_LOGGING_CATEGORY(lcFtpProxy, "kt.update.ftpproxy")
+
+namespace {
+const QByteArray firstDots(10, '.');
+}
 
 void FtpProxyTool::Process::setupChildProcess()
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ::setpgid(0, 0);
 }
 
 FtpProxyTool::FtpProxyTool(QObject *parent)
@@ -52,6 +58,7 @@ bool FtpProxyTool::start(const QUrl &url, const QNetworkProxy &proxy)
     };
     connect(&m_process, &QProcess::errorOccurred, this, endUnstarted, Qt::QueuedConnection);
     m_awaitingFirstDots = true;
+    m_dots.clear();
     m_percentage = 0;
     m_watchdog.start(startLimitMs);
     m_process.setProcessEnvironment(Commands::environment());
@@ -69,8 +76,9 @@ void FtpProxyTool::readUpdate()
     m_watchdog.start(silenceLimitMs);
     QByteArray output = m_process.readAllStandardOutput();
     output.truncate(static_cast<int>(qstrnlen(output.constData(), static_cast<uint>(output.size()))));
-    // Ten dots in a row stand on one line.
-    if (!m_awaitingFirstDots || !output.contains(".........."))
+    // Ten dots in a row stand on one line; they may come one by one.
+    m_dots = m_dots.right(firstDots.size() - 1) + output;
+    if (!m_awaitingFirstDots || !m_dots.contains(firstDots))
         return;
     m_progressTimer.start();
     m_awaitingFirstDots = false;
@@ -91,12 +99,20 @@ void FtpProxyTool::letGo()
     m_watchdog.stop();
 }
 
+void FtpProxyTool::signalGroup(int number)
+{
+    const auto leader = static_cast<pid_t>(m_process.processId());
+    // Just started, it may not have its group yet.
+    if (leader > 0 && ::kill(-leader, number) != 0)
+        ::kill(leader, number);
+}
+
 /// It may write until it has ended.
 void FtpProxyTool::kill()
 {
     if (m_process.state() == QProcess::NotRunning)
         return;
-    m_process.kill();
+    signalGroup(SIGKILL);
     m_process.waitForFinished();
     FirmwareImage::closeToTool(false);
 }
@@ -105,7 +121,7 @@ void FtpProxyTool::abortFtpProxy()
 {
     qCWarning(lcFtpProxy) << "the tool has fallen silent";
     letGo();
-    m_process.terminate();
+    signalGroup(SIGTERM);
     if (m_process.waitForFinished(terminationMs))
         FirmwareImage::closeToTool(false);
     else

@@ -40,7 +40,8 @@ signals:
     void ended(bool succeeded);
 
 private:
-    /// The tool does not outlive us: nobody would know of the end of its image.
+    /// The tool does not outlive us: nobody would know of the end of its image. What it starts is of one
+    /// group with it.
     class Process : public QProcess
     {
     protected:
@@ -48,11 +49,13 @@ private:
     };
 
     void letGo();
+    void signalGroup(int number);
     void kill();
 
     Process m_process;
     QTimer m_progressTimer;
     QTimer m_watchdog;
     bool m_awaitingFirstDots = false;
+    QByteArray m_dots; ///< the end of the output
     int m_percentage = 0;
 };

@@ -68,10 +68,15 @@ void TerminalServerModule::takeDatagram(const QByteArray &datagram)
         emit ask_HasUdpFileData({m_sender, block->position, block->total, block->data});
     else if (const auto list = WireFormat::decodeServerList(datagram))
         emit hasTsFindReplies(list->names, list->addresses);
-    // What comes from a device's own port is an answer, and looks like a command: one forged datagram would
-    // set two devices to answering each other for good.
-    else if (m_enabled && m_senderPort != WireFormat::devicePort)
+    // Most answers would do as requests: one forged datagram would set two devices to answering each other
+    // for good. A device answers from its own port, as a console may ask from it.
+    else if (m_enabled && !(isFromADevicesPort() && ConsoleFormat::isAnswer(datagram)))
         takeCommand(datagram);
+}
+
+bool TerminalServerModule::isFromADevicesPort() const
+{
+    return m_senderPort == WireFormat::devicePort;
 }
 
 void TerminalServerModule::takeCommand(const QByteArray &request)
@@ -164,6 +169,8 @@ void TerminalServerModule::setJSONPartialConfiguration(const QByteArray &request
 
 void TerminalServerModule::reply(const QByteArray &datagram, const char *operation)
 {
+    if (isFromADevicesPort() && !ConsoleFormat::isAnswer(datagram))
+        return; // another device would take it for a request
     if (m_socket->writeDatagram(datagram, m_sender, m_senderPort) != datagram.size())
         qCCritical(lcEndpoint, "%s: %s", operation, qPrintable(m_socket->errorString()));
 }
@@ -180,16 +187,17 @@ void TerminalServerModule::findTerminalServer(int &error)
         return;
     }
     for (const QString &broadcast : qAsConst(broadcasts)) {
-        if (!sendToServer(WireFormat::discoveryRequest(), QHostAddress(broadcast)))
+        if (!sendToServer(WireFormat::discoveryRequest(), QHostAddress(broadcast), Q_FUNC_INFO))
             error = 1;
     }
 }
 
-bool TerminalServerModule::sendToServer(const QByteArray &request, const QHostAddress &server)
+bool TerminalServerModule::sendToServer(const QByteArray &request, const QHostAddress &server,
+                                        const char *operation)
 {
     const bool sent = m_socket->writeDatagram(request, server, WireFormat::serverPort) == request.size();
     if (!sent)
-        qCCritical(lcEndpoint, "%s: %s", Q_FUNC_INFO, qPrintable(m_socket->errorString()));
+        qCCritical(lcEndpoint, "%s: %s", operation, qPrintable(m_socket->errorString()));
     return sent;
 }
 
@@ -202,7 +210,8 @@ void TerminalServerModule::getUdpFileData(const UdpFileRequest &request, int &er
         error = 1;
         return;
     }
-    if (!sendToServer(WireFormat::fileBlockRequest(request.fileName, request.position), request.server))
+    if (!sendToServer(WireFormat::fileBlockRequest(request.fileName, request.position), request.server,
+                      Q_FUNC_INFO))
         error = 1;
 }
 

@@ -73,6 +73,7 @@ signals:
 
 private:
     void takeDatagram(const QByteArray &datagram);
+    bool isFromADevicesPort() const;
     void takeCommand(const QByteArray &request);
     void replyDeviceInfo(const QByteArray &request);
     void resetDevice(const QByteArray &request);
@@ -81,7 +82,7 @@ private:
     void getJSONConfiguration(const QByteArray &request);
     void setJSONPartialConfiguration(const QByteArray &request);
     void reply(const QByteArray &datagram, const char *operation);
-    bool sendToServer(const QByteArray &request, const QHostAddress &server);
+    bool sendToServer(const QByteArray &request, const QHostAddress &server, const char *operation);
 
     JsonModule m_configuration;
     QTimer m_discoveryWindow;

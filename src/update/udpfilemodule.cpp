@@ -152,7 +152,7 @@ void UdpFileModule::fsm_SaveData(const UdpFileReply &reply)
         return;
     }
     const bool last = received == m_total;
-    if (m_file->write(reply.data) != reply.data.size() || (last && !m_file->flush())) {
+    if (!FirmwareImage::append(*m_file, reply.data) || (last && !m_file->flush())) {
         qCCritical(lcUdpFile).noquote() << "cannot write:" << m_file->errorString();
         end(Error::LocalFile);
         return;
@@ -177,8 +177,8 @@ void UdpFileModule::fsm_CleanUp()
     m_sizeLimit = 0;
     if (m_error != Error::None)
         m_file.reset();
+    m_state = State::Idle; // whoever is told may start the next one
     emit ready_TransferDone(m_file.release());
-    m_state = State::Idle;
 }
 
 void UdpFileModule::reportProgress()

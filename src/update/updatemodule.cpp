@@ -239,7 +239,8 @@ void UpdateModule::fsm_SelectImageFile()
     m_bestVersion = m_currentVersion;
     m_selected = nullptr;
     for (UdpServer *server : qAsConst(m_servers)) {
-        if (server->compareVersion(m_bestVersion) > 0) {
+        // One without an index has version 0.0 and no file.
+        if (!server->fileName().isEmpty() && server->compareVersion(m_bestVersion) > 0) {
             m_selected = server;
             m_bestVersion = server->version();
         }

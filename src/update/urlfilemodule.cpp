@@ -186,7 +186,7 @@ UrlFileModule::Error UrlFileModule::copyToFile()
         emit downloadFinished(notFound());
         return Error::Transfer;
     }
-    if (m_file->write(bytes) == bytes.size() && m_file->flush())
+    if (FirmwareImage::append(*m_file, bytes) && m_file->flush())
         return Error::None;
     qCCritical(lcUrl, "%s: file error [%d] %s", Q_FUNC_INFO, m_file->error(),
                qPrintable(m_file->errorString()));
@@ -263,12 +263,8 @@ bool UrlFileModule::isComplete() const
 
 void UrlFileModule::fsm_TransferFinished()
 {
-    if (m_state == State::Started) {
-        // Nothing has come and nothing will: an error, or an empty file.
-        failTransfer();
-        return;
-    }
-    if (m_state != State::Receiving)
+    // Without data nothing has come and nothing will: an error, or an empty file.
+    if (m_state != State::Started && m_state != State::Receiving)
         return;
     m_abortTimer.stop();
     m_progressTimer.stop();

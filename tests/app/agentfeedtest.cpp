@@ -27,7 +27,9 @@ class AgentFeedTest : public QObject
 private slots:
     void init();
     void cleanup();
+    void connectsOnceTheWindowIsThere_data();
     void connectsOnceTheWindowIsThere();
+    void takesALateOffer();
     void followsTheSettings();
     void carriesOutActions();
     void followsAPushedDocument();
@@ -80,15 +82,41 @@ void AgentFeedTest::cleanup()
     m_device.reset();
 }
 
+void AgentFeedTest::connectsOnceTheWindowIsThere_data()
+{
+    QTest::addColumn<bool>("painted");
+    QTest::newRow("painted") << true;
+    QTest::newRow("never painted") << false;
+}
+
 void AgentFeedTest::connectsOnceTheWindowIsThere()
 {
+    QFETCH(const bool, painted);
     QCoreApplication::processEvents();
     QVERIFY(m_server->requests().isEmpty());
-    m_window->show();
+    m_window->setVisible(painted);
     QTRY_VERIFY(sent("PUT checkin 200", 1) && sent("PUT configuration 200", 1));
     QJsonObject expected = m_device->document();
     expected.remove(Key::audio);
     QCOMPARE(uploaded(), expected);
+}
+
+void AgentFeedTest::takesALateOffer()
+{
+    m_window->show();
+    QTRY_VERIFY(sent("PUT configuration 200", 1));
+    QJsonObject document = m_device->document();
+    QJsonObject management = document.value(Key::management).toObject();
+    const QByteArray address = management.value(Key::qmdAddress).toString().toLatin1();
+    management.insert(Key::autodiscoverQmd, true);
+    document.insert(Key::management, management);
+    m_controller->configuration().setObject(document);
+    emit m_controller->networkStatus().wiredStatus(QStringLiteral("no link")); // no offer yet
+    m_device->write(QStringLiteral("/tmp/dhcp-options.conf"), "[QMD]\nqmd_address=" + address + "/\n");
+    QCoreApplication::processEvents();
+    QVERIFY(sent("PUT checkin 200", 1));
+    emit m_controller->networkStatus().wiredStatus(QStringLiteral("connected"));
+    QTRY_VERIFY(sent("PUT checkin 200", 2) && sent("PUT configuration 200", 2));
 }
 
 void AgentFeedTest::followsTheSettings()

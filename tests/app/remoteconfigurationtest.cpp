@@ -8,8 +8,10 @@
 #include "widgets/generaldialog.h"
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QDir>
 #include <QJsonDocument>
+#include <QNetworkProxy>
 #include <QStackedWidget>
 #include <QTest>
 
@@ -93,7 +95,10 @@ void RemoteConfigurationTest::refuses()
 void RemoteConfigurationTest::showsAtOnceAndAppliesOnRequest()
 {
     Device device;
-    device.window->showSettings();
+    device.controller.on_settingsButton_clicked();
+    device.part<QCheckBox>("proxyCheckBox")->click();
+    device.part<QCheckBox>("mirrorCheckBox")->click();
+    device.device.forgetCalls();
     GeneralDialog question(device.window.get(), GeneralDialog::Question);
     question.open();
     QCOMPARE(device.merge(R"({"general settings": {"device name": "Ward 3", "client mode": "rdp"},
@@ -103,8 +108,9 @@ void RemoteConfigurationTest::showsAtOnceAndAppliesOnRequest()
     QCOMPARE(device.page(), int(SettingsApp::LauncherPage));
     QCOMPARE(device.window->clientMode(), SettingsApp::ClientMode::Rdp);
     QVERIFY(!device.device.document().contains(QStringLiteral("unknown")));
-    QCOMPARE(device.device.calls(QStringLiteral("kt-set-hostname")), QStringList("kt-set-hostname -j"));
-    QCOMPARE(device.device.calls(tool), QStringList());
+    // What was edited goes without a question to the device.
+    QCOMPARE(device.device.calls(),
+             QStringList({"tvservice -j -m DMT", "tvservice -j -m CEA", "kt-set-hostname -j"}));
     device.apply();
     device.apply();
     QCOMPARE(device.device.calls(tool), QStringList("kt-set-resolution DMT 28"));
@@ -135,8 +141,10 @@ void RemoteConfigurationTest::appliesWhatThereIsToApply()
                    {{Key::display, Key::primary, Key::resolution}, QStringLiteral("1024x768 60Hz")}});
     QCOMPARE(device.merge(remote), 0);
     device.device.forgetCalls();
+    const QSignalSpy icons(&device.controller.networkStatus(), &NetworkStatus::wiredIconShown);
     device.apply();
-    QCOMPARE(device.device.calls().value(device.device.calls().size() - 1).left(call.size()), call);
+    QVERIFY(device.device.calls().join(QLatin1Char('|')).contains(call));
+    QCOMPARE(icons.isEmpty(), !call.contains(QLatin1String("network"))); // the indicators follow
     QCOMPARE(device.device.calls().isEmpty(), call.isEmpty());
     if (call == tool)
         QCOMPARE(device.stored(Key::display)[Key::primary][Key::resolution], QJsonValue("Automatic"));
@@ -161,6 +169,8 @@ void RemoteConfigurationTest::upgradesFirst()
              0);
     QCOMPARE(device.stored(Key::connection)[Key::corvidConnection][Key::autoconnect][Key::enabled],
              QJsonValue(true));
+    QCOMPARE(device.merge(R"({"network settings": {"proxy": {"enabled": true, "port": 3128}}})"), 0);
+    QCOMPARE(QNetworkProxy::applicationProxy().port(), quint16(3128));
 }
 
 void RemoteConfigurationTest::waitsForTheEndOfASession()
@@ -183,7 +193,12 @@ void RemoteConfigurationTest::waitsForTheEndOfASession()
     QVERIFY(device.window->isVisible());
     QCOMPARE(device.window->clientMode(), SettingsApp::ClientMode::Rdp);
     QVERIFY(device.window->updateModule().ifUpdateIdle());
-    // What was done is not done again.
+    // What was done is not done again, whatever becomes of the merges after it.
+    const QString path = device.device.path(QStringLiteral("/var/lib/kt964/config.json"));
+    const QString aside = path + QLatin1String(".aside");
+    QVERIFY(QFile::rename(path, aside) && QDir().mkdir(path));
+    QCOMPARE(device.merge("{}"), 1);
+    QVERIFY(QDir().rmdir(path) && QFile::rename(aside, path));
     QCOMPARE(device.merge("{}"), 0);
     device.apply();
     QCOMPARE(device.device.calls(tool).size(), 1);

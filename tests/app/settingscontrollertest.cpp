@@ -154,6 +154,9 @@ private slots:
         QJsonObject proxy;
         emit program.window.getProxyParameters(proxy);
         QCOMPARE(proxy.value("port").toInt(), 2);
+        m_device->write(documentPath, "{");
+        emit program.window.getProxyParameters(proxy); // or, where it says nothing, what it said
+        QCOMPARE(proxy.value("port").toInt(), 2);
     }
 
     void putsTheStoredProxyInForce()

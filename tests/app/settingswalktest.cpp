@@ -254,6 +254,10 @@ private slots:
                         QJsonObject{{"primary", QJsonObject{{"resolution", stored}, {"orientation", "o"}}}});
         enter();
         QTEST(part<QComboBox>("primaryResolutionComboBox")->currentText(), "shown");
+        const QString alone = part<QLabel>("dualDisplayLabel")->text();
+        m_window->setDualDisplay(true);
+        QVERIFY(part<QLabel>("dualDisplayLabel")->text() != alone);
+        QVERIFY(!page("DisplayPage")->isChanged());
         part<QRadioButton>("bottomRadioButton")->click();
         part<QCheckBox>("mirrorCheckBox")->click();
         m_device->forgetCalls();

@@ -7,15 +7,16 @@
 #include "launcherfixture.h"
 #include "update/updatemodule.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QStackedWidget>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
 const QString notFound = QStringLiteral("Download error: File not found");
-const QString nobody = QStringLiteral("Download error: No Corvid Servers found");
 const QString nowhere = QStringLiteral("file:///etc/passwd");
 
 /// A launcher that returns from a failed update after a moment.
@@ -38,13 +39,12 @@ public:
     }
 };
 
-Launcher::Setting firmware(const QString &method)
+Launcher::Setting autoConnect()
 {
-    return {{Key::firmware},
-            QJsonObject{{Key::method, method},
-                        {Key::url, nowhere},
-                        {Key::corvid, QStringLiteral("Nobody")},
-                        {Key::fwFile, QStringLiteral("fw.img")}}};
+    return {{Key::connection, Key::corvidConnection, Key::autoconnect},
+            QJsonObject{{Key::enabled, true},
+                        {Key::type, QStringLiteral("server")},
+                        {Key::server, QJsonObject{{Key::serverAddress, QStringLiteral("10.1.1.1")}}}}};
 }
 
 } // namespace
@@ -58,9 +58,8 @@ private slots:
     void initTestCase();
     void installsAndRefusesASecond();
     void returnsFromAFailure();
-    void updatesAsTheSettingsSay_data();
-    void updatesAsTheSettingsSay();
     void holdsSessionsBack();
+    void isNotLeftForACountdown();
     void waitsForTheSession();
     void endsTheWalkThroughAGroup();
     void completesAddresses();
@@ -113,37 +112,9 @@ void UpdateTest::returnsFromAFailure()
     QCOMPARE(launcher.device.calls(QStringLiteral("update-ui")), QStringList());
 }
 
-void UpdateTest::updatesAsTheSettingsSay_data()
-{
-    QTest::addColumn<QString>("method");
-    QTest::addColumn<QString>("end");
-    QTest::newRow("a URL") << QStringLiteral("url") << notFound;
-    QTest::newRow("a server") << QStringLiteral("corvid") << QStringLiteral("No such server: Nobody");
-    QTest::newRow("the newest") << QStringLiteral(
-        "latest") << QStringLiteral("The update was aborted because newer firmware was not found.");
-    QTest::newRow("factory settings") << QString() << nobody;
-}
-
-void UpdateTest::updatesAsTheSettingsSay()
-{
-    QFETCH(const QString, method);
-    QFETCH(const QString, end);
-    UpdatingLauncher launcher({firmware(method)});
-    launcher.update().setTimeouts(20, 1000);
-    launcher.window->updateLauncher().countdown().setTick(60000);
-    CorvidServer server;
-    server.addServer(QStringLiteral("Office"), QHostAddress(QStringLiteral("10.77.0.21")));
-    QVERIFY(end == nobody || server.listen());
-    launcher.window->updateFirmware();
-    QTRY_COMPARE(launcher.text(), end);
-}
-
 void UpdateTest::holdsSessionsBack()
 {
-    const QJsonObject target{{Key::enabled, true},
-                             {Key::type, QStringLiteral("server")},
-                             {Key::server, QJsonObject{{Key::serverAddress, QStringLiteral("10.1.1.1")}}}};
-    const UpdatingLauncher launcher({{{Key::connection, Key::corvidConnection, Key::autoconnect}, target}});
+    const UpdatingLauncher launcher({autoConnect()});
     launcher.window->openLauncher(QStringLiteral("corvid"));
     Countdown &countdown = launcher.part<AutoConnectPage>("autoConnectPage")->countdown();
     QVERIFY(countdown.isRunning());
@@ -159,6 +130,22 @@ void UpdateTest::holdsSessionsBack()
     QVERIFY(countdown.isRunning());
 }
 
+void UpdateTest::isNotLeftForACountdown()
+{
+    UpdatingLauncher launcher({autoConnect()});
+    launcher.window->updateLauncher().countdown().setTick(60000);
+    launcher.tellClient({failure});
+    QTimer begin;
+    connect(&begin, &QTimer::timeout, this, [&] {
+        if (QApplication::activeModalWidget()) // the connection's error
+            launcher.updateFrom(nowhere);
+    });
+    begin.start(20);
+    QVERIFY(launcher.connectAndWait());
+    QVERIFY(!launcher.update().ifUpdateIdle());
+    QCOMPARE(launcher.page(), int(SettingsApp::UpdatePage));
+}
+
 void UpdateTest::waitsForTheSession()
 {
     UpdatingLauncher launcher;
@@ -171,11 +158,15 @@ void UpdateTest::waitsForTheSession()
     QCOMPARE(launcher.updateFrom(nowhere), 1);
     launcher.window->checkResetPossible(&result);
     QCOMPARE(result, 0);
+    const QSignalSpy configured(launcher.window.get(), &SettingsApp::handlePostponeConfiguration);
+    launcher.window->postponeConfiguration();
     QCOMPARE(launcher.page(), int(SettingsApp::LauncherPage));
     launcher.letGo();
     QTRY_COMPARE(launcher.page(), int(SettingsApp::UpdatePage));
     QCOMPARE(launcher.text(), notFound); // the last one asked for
+    QCOMPARE(configured.size(), 0);
     QTRY_COMPARE(launcher.page(), int(SettingsApp::LauncherPage));
+    QCOMPARE(configured.size(), 1);
     QVERIFY(launcher.window->isVisible());
     // It was done once.
     launcher.tellClient({QStringLiteral("none"), QStringLiteral("none")});

@@ -4,6 +4,7 @@
 #include "launcherfixture.h"
 
 #include "app/stylesheets.h"
+#include "app/topbar.h"
 #include "config/keys.h"
 #include "dialoganswer.h"
 #include "testtable.h"
@@ -159,9 +160,9 @@ private slots:
         const bool wired = signal < 0;
         const auto *label = launcher.part<QLabel>(wired ? "wiredStatusLabel" : "wirelessStatusLabel");
         if (wired)
-            launcher.window->setWiredNetworkStatus(state);
+            launcher.window->topBar().setWiredNetworkStatus(state);
         else
-            launcher.window->setWirelessNetworkStatus(state, signal);
+            launcher.window->topBar().setWirelessNetworkStatus(state, signal);
         QCOMPARE(label->styleSheet().count(".png"), images.size());
         for (const QString &image : images)
             QVERIFY2(label->styleSheet().contains(image), qPrintable(label->styleSheet()));
@@ -175,7 +176,7 @@ private slots:
         QCOMPARE(device->text(), markup);
         QCOMPARE(device->textFormat(), Qt::PlainText);
         for (const char *ip : {"10.0.0.1", ""}) {
-            launcher.window->setWirelessToolTip(QLatin1String(ip) + "\n<img src=x>\n50%");
+            launcher.window->topBar().setWirelessToolTip(QLatin1String(ip) + "\n<img src=x>\n50%");
             const QString tip = launcher.part<QLabel>("wirelessStatusLabel")->toolTip();
             QVERIFY2(!Qt::mightBeRichText(tip) || tip.contains("&lt;img"), qPrintable(tip));
         }

@@ -104,6 +104,11 @@ private slots:
                  QStringList({"kt-network-config is-wired-linked A", "kt-network-config is-wired-on A",
                               "kt-network-config is-wireless-connected A",
                               "kt-network-config is-wired-connected A"}));
+        m_device->forgetCalls();
+        network.limitQueries(0);
+        NetworkProperty property;
+        QVERIFY(!network.isWiredUp() && network.getNetworkByInterface("eth0", property));
+        QCOMPARE(m_device->calls(), QStringList());
     }
 
     void readsTheInterface()

@@ -38,6 +38,7 @@ private slots:
     void listsWhatCanBeRead();
     void setsAStoredResolution_data();
     void setsAStoredResolution();
+    void waitsOnceOnly();
 };
 
 void ResolutionTest::listsWhatCanBeRead_data()
@@ -98,6 +99,26 @@ void ResolutionTest::setsAStoredResolution()
     QCOMPARE(device.calls(QStringLiteral("kt-set-resolution")).join(QLatin1Char('|')),
              text ? call : QString());
     QCOMPARE(container.getCurrentPrimaryResolution(stored), row);
+}
+
+void ResolutionTest::waitsOnceOnly()
+{
+    const TestDevice device;
+    device.write(dmtAnswer, dmt);
+    device.write(ceaAnswer, cea);
+    ResolutionContainer container(2000);
+    QVERIFY(container.isCheckedResolution(QStringLiteral("1280x1024")));
+    QVERIFY(!container.getActualMode().isEmpty());
+    device.forgetCalls();
+    device.setFault(QStringLiteral("tvservice"), QStringLiteral("hang"));
+    // The modes of a monitor that may be gone are no offer.
+    QVERIFY(!container.isCheckedResolution(QStringLiteral("1280x1024")));
+    QVERIFY(container.getActualMode().isEmpty());
+    QCOMPARE(device.calls(QStringLiteral("tvservice")), QStringList(QStringLiteral("tvservice -j -m DMT")));
+    QVERIFY(device.calls(QStringLiteral("kt-set-resolution")).isEmpty());
+    device.setFault(QStringLiteral("tvservice"), QStringLiteral("none"));
+    QVERIFY(container.isCheckedResolution(QStringLiteral("1280x1024")));
+    QVERIFY(!container.getActualMode().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(ResolutionTest)

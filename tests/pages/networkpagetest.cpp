@@ -305,20 +305,26 @@ void NetworkPageTest::scan(const QByteArray &answer)
 
 void NetworkPageTest::keepsWhatIsConfiguredThroughAScan()
 {
+    const auto seesTheKey = [](WpaCredentialDialog *dialog) {
+        QCOMPARE(dialog->findChild<QLineEdit *>("passphraseLineEdit")->text(), "ward3-$(x);");
+        dialog->reject();
+    };
     start(dhcpWired, ward3);
     QCOMPARE(networks()->currentText(), "Ward 3");
     scan(R"([{"ssid": "A", "signal strength": 9}, {"ssid": "Ward 3", "authentication": "NONE"}])");
     QCOMPARE(networks()->count(), 2);
     for (const char *around : {"[]", R"([{"ssid": "ward 3"}])"}) { // another's name, and it is not there
         QCOMPARE(networks()->currentText(), "Ward 3");
-        inDialog([](WpaCredentialDialog *dialog) {
-            QCOMPARE(dialog->findChild<QLineEdit *>("passphraseLineEdit")->text(), "ward3-$(x);");
-            dialog->reject();
-        });
+        inDialog(seesTheKey);
         scan(around);
     }
     QCOMPARE(networks()->count(), 2);
     QVERIFY(!m_page->isChanged());
+    edit({"wifiComboBox:0"}); // no longer chosen, and still known
+    scan("[]");
+    QCOMPARE(networks()->currentText(), "ward 3");
+    networks()->setCurrentText("Ward 3");
+    inDialog(seesTheKey);
     // A hidden name is a row of its own, and gone when it is taken back.
     edit({"hiddenSsidLineEdit=Cellar"});
     QCOMPARE(networks()->currentText(), "Cellar");

@@ -19,14 +19,12 @@
 
 namespace {
 
-const QString section = QStringLiteral("redirection settings");
-const QString database = QStringLiteral("/var/lib/usbutils/usb.ids");
+const QString section = "redirection settings";
+const QString database = "/var/lib/usbutils/usb.ids";
 
-QJsonObject device(const char *vid, const char *pid, const QString &redirection)
+QJsonObject device(const char *vid, const char *pid, const char *redirection)
 {
-    return {{QStringLiteral("vid"), QLatin1String(vid)},
-            {QStringLiteral("pid"), QLatin1String(pid)},
-            {QStringLiteral("redirection"), redirection}};
+    return {{"vid", vid}, {"pid", pid}, {"redirection", redirection}};
 }
 
 } // namespace
@@ -65,7 +63,7 @@ private:
 void PeripheralsPageTest::init()
 {
     m_device = std::make_unique<TestDevice>();
-    m_document = std::make_unique<JsonModule>(QStringLiteral("config.json"), true);
+    m_document = std::make_unique<JsonModule>("config.json", true);
 }
 
 void PeripheralsPageTest::cleanup()
@@ -77,7 +75,7 @@ void PeripheralsPageTest::cleanup()
 
 void PeripheralsPageTest::fill(const QJsonObject &redirection)
 {
-    m_device->setDocument({{section, redirection}, {QStringLiteral("server groups"), QJsonArray()}});
+    m_device->setDocument({{section, redirection}, {"server groups", QJsonArray()}});
     m_document->readContent();
     m_page = std::make_unique<PeripheralsPage>(*m_document);
     m_page->fill();
@@ -89,7 +87,7 @@ void PeripheralsPageTest::apply()
 {
     QVERIFY(m_page->isChanged());
     QVERIFY(m_page->apply());
-    QVERIFY(m_device->document().contains(QStringLiteral("server groups")));
+    QVERIFY(m_device->document().contains("server groups"));
 }
 
 /// "NAME|VID:PID|REDIRECTION" of each row, as the view shows it, with a star where it is not plugged in.
@@ -102,31 +100,30 @@ QStringList PeripheralsPageTest::rows() const
         for (int column = 0; column < model->columnCount(); ++column)
             texts += model->index(row, column).data().toString();
         const bool italic = model->index(row, 0).data(Qt::FontRole).value<QFont>().italic();
-        result += texts.join(QLatin1Char('|')) + (italic ? QStringLiteral("*") : QString());
+        result += texts.join(QLatin1Char('|')) + (italic ? "*" : "");
     }
     return result;
 }
 
 void PeripheralsPageTest::listsWhatIsPluggedIn()
 {
-    const QString bus = QStringLiteral("/dev/bus/usb/001/");
-    const QByteArray whole = m_device->read(bus + QStringLiteral("004"));
-    m_device->write(bus + QStringLiteral("020"), whole.left(9));
-    m_device->write(bus + QStringLiteral("021"), QByteArray());
-    m_device->write(bus + QStringLiteral("022"), QByteArray(40, '\0'));
-    QFile::link(QStringLiteral("/nowhere"), m_device->path(bus + QStringLiteral("023")));
+    const QString bus = "/dev/bus/usb/001/";
+    const QByteArray whole = m_device->read(bus + "004");
+    m_device->write(bus + "020", whole.left(9));
+    m_device->write(bus + "021", QByteArray());
+    m_device->write(bus + "022", QByteArray(40, '\0'));
+    QFile::link("/nowhere", m_device->path(bus + "023"));
     QByteArray unknown = whole.left(20); // its configuration is cut, and of no interest
     unknown[11] = '\x7f';
-    m_device->write(bus + QStringLiteral("024"), unknown);
+    m_device->write(bus + "024", unknown);
     fill();
-    QStringList expected = {QStringLiteral("Harbour Works Ward Keyboard|f0a1:0101|Native"),
-                            QStringLiteral("USB DEVICE|f0a1:7f01|Native"),
-                            QStringLiteral("Fieldnote Audio Desk Headset|f0b2:0210|Native"),
-                            QStringLiteral("Pebble Storage Flash Drive 32 GB|f0c3:0301|Native"),
-                            QStringLiteral("Cardinal Readers Smart Card Reader|f0d4:0401|Native")};
+    QStringList expected = {"Harbour Works Ward Keyboard|f0a1:0101|Native", "USB DEVICE|f0a1:7f01|Native",
+                            "Fieldnote Audio Desk Headset|f0b2:0210|Native",
+                            "Pebble Storage Flash Drive 32 GB|f0c3:0301|Native",
+                            "Cardinal Readers Smart Card Reader|f0d4:0401|Native"};
     QCOMPARE(rows(), expected);
 
-    QFile::remove(m_device->path(bus + QStringLiteral("024")));
+    QFile::remove(m_device->path(bus + "024"));
     expected[1] += QLatin1Char('*');
     part<QPushButton>("refreshButton")->click();
     expected.append(expected.takeAt(1));
@@ -135,10 +132,8 @@ void PeripheralsPageTest::listsWhatIsPluggedIn()
     QFile::remove(m_device->path(database));
     fill();
     for (const QString &row : rows())
-        QVERIFY2(row.startsWith(QStringLiteral("USB DEVICE|")), qPrintable(row));
-    QVERIFY(QProcess::execute(QStringLiteral("rm"),
-                              {QStringLiteral("-r"), m_device->path(QStringLiteral("/dev"))})
-            == 0);
+        QVERIFY2(row.startsWith("USB DEVICE|"), qPrintable(row));
+    QVERIFY(QProcess::execute("rm", {"-r", m_device->path("/dev")}) == 0);
     fill();
     QCOMPARE(rows(), QStringList());
     QVERIFY(!part<QPushButton>("removeButton")->isEnabled());
@@ -150,19 +145,17 @@ void PeripheralsPageTest::storesWhatIsChosen()
     auto *view = part<QTreeView>("peripheralView");
     view->setCurrentIndex(view->model()->index(1, 0));
     QVERIFY(!m_page->isChanged());
-    part<QComboBox>("redirectionComboBox")->setCurrentText(QStringLiteral("Redirect"));
+    part<QComboBox>("redirectionComboBox")->setCurrentText("Redirect");
     view->setCurrentIndex(view->model()->index(2, 0));
-    QCOMPARE(part<QComboBox>("redirectionComboBox")->currentText(), QStringLiteral("Native"));
+    QCOMPARE(part<QComboBox>("redirectionComboBox")->currentText(), "Native");
     QTest::keyClick(view, Qt::Key_Space);
     QTest::keyClick(view, Qt::Key_Delete); // plugged in, so it stays
     part<QComboBox>("printersComboBox")->setCurrentIndex(0);
     apply();
-    const QString native = QStringLiteral("Native");
-    const QString redirect = QStringLiteral("Redirect");
-    QCOMPARE(stored().value(QStringLiteral("custom devices")).toArray(),
-             (QJsonArray{device("f0a1", "0101", native), device("f0b2", "0210", redirect),
-                         device("f0c3", "0301", redirect), device("f0d4", "0401", native)}));
-    QCOMPARE(stored().value(QStringLiteral("printers")).toString(), QStringLiteral("native"));
+    QCOMPARE(stored().value("custom devices").toArray(),
+             (QJsonArray{device("f0a1", "0101", "Native"), device("f0b2", "0210", "Redirect"),
+                         device("f0c3", "0301", "Redirect"), device("f0d4", "0401", "Native")}));
+    QCOMPARE(stored().value("printers").toString(), "native");
     QCOMPARE(stored().size(), 9);
     const QStringList before = rows();
     m_page->fill();
@@ -184,45 +177,45 @@ void PeripheralsPageTest::addsAndRemovesByHand()
     part<QPushButton>("addButton")->click();
     QStringList expected;
     for (int i = 0; i < 5; ++i)
-        expected += QStringLiteral("Wrong vid:pid format. (e.g. 03ba:04ce)");
-    expected << QStringLiteral("This device cannot be added (USB hub, ethernet, dual screen)")
-             << QStringLiteral("Device already present");
+        expected += "Wrong vid:pid format. (e.g. 03ba:04ce)";
+    expected << "This device cannot be added (USB hub, ethernet, dual screen)"
+             << "Device already present";
     QCOMPARE(answer.messages, expected);
-    QCOMPARE(answer.titles.count(QStringLiteral("Error")), expected.size());
-    QCOMPARE(rows().last(), QStringLiteral("USB DEVICE|03ba:04ce|Native*"));
+    QCOMPARE(answer.titles.count("Error"), expected.size());
+    QCOMPARE(rows().last(), "USB DEVICE|03ba:04ce|Native*");
     part<QComboBox>("redirectionComboBox")->setCurrentIndex(1);
     apply();
-    QCOMPARE(stored().value(QStringLiteral("custom devices")).toArray().last().toObject(),
-             device("03ba", "04ce", QStringLiteral("Redirect")));
+    QCOMPARE(stored().value("custom devices").toArray().last().toObject(),
+             device("03ba", "04ce", "Redirect"));
 
     QTest::keyClick(part<QTreeView>("peripheralView"), Qt::Key_Delete);
     QCOMPARE(rows().size(), 4);
     apply();
-    QCOMPARE(stored().value(QStringLiteral("custom devices")).toArray().size(), 4);
+    QCOMPARE(stored().value("custom devices").toArray().size(), 4);
 }
 
 void PeripheralsPageTest::readsWhatIsStored()
 {
-    const QString redirect = QStringLiteral("Redirect");
-    fill({{QStringLiteral("custom devices"),
+    const char *const redirect = "Redirect";
+    fill({{"custom devices",
            QJsonArray{device("F0A1", "0101", redirect), device("F0A1", "0102", redirect),
                       device("1d6b", "0002", redirect), device("f0a1", "1", redirect), 5,
-                      device("03ba", "04ce", QStringLiteral("perhaps"))}},
-          {QStringLiteral("general policy"), QStringLiteral("native")},
-          {QStringLiteral("mass storage"), QStringLiteral("off")},
-          {QStringLiteral("audio"), 5},
-          {QStringLiteral("of tomorrow"), true}});
+                      device("03ba", "04ce", "perhaps")}},
+          {"general policy", "native"},
+          {"mass storage", "off"},
+          {"audio", 5},
+          {"of tomorrow", true}});
     QCOMPARE(rows().size(), 6);
-    QCOMPARE(rows().first(), QStringLiteral("Harbour Works Ward Keyboard|f0a1:0101|Redirect"));
-    QCOMPARE(rows().at(4), QStringLiteral("Harbour Works Ward Mouse|f0a1:0102|Redirect*"));
-    QCOMPARE(rows().at(5), QStringLiteral("USB DEVICE|03ba:04ce|Native*"));
+    QCOMPARE(rows().first(), "Harbour Works Ward Keyboard|f0a1:0101|Redirect");
+    QCOMPARE(rows().at(4), "Harbour Works Ward Mouse|f0a1:0102|Redirect*");
+    QCOMPARE(rows().at(5), "USB DEVICE|03ba:04ce|Native*");
     QVERIFY(!part<QComboBox>("audioComboBox")->isEnabled());
     part<QComboBox>("generalPolicyComboBox")->setCurrentIndex(0);
     QVERIFY(part<QComboBox>("audioComboBox")->isEnabled());
     apply();
-    QCOMPARE(stored().value(QStringLiteral("general policy")).toString(), QStringLiteral("default"));
-    QCOMPARE(stored().value(QStringLiteral("mass storage")).toString(), QStringLiteral("off"));
-    QVERIFY(stored().value(QStringLiteral("of tomorrow")).toBool());
+    QCOMPARE(stored().value("general policy").toString(), "default");
+    QCOMPARE(stored().value("mass storage").toString(), "off");
+    QVERIFY(stored().value("of tomorrow").toBool());
 }
 
 void PeripheralsPageTest::namesFromAnOversizedDatabase()
@@ -239,14 +232,12 @@ void PeripheralsPageTest::namesFromAnOversizedDatabase()
     file.close();
     fill();
     QCOMPARE(rows().mid(0, 2),
-             (QStringList{QStringLiteral("Harbour Works Ward Keyboard|f0a1:0101|Native"),
-                          QStringLiteral("USB DEVICE|f0b2:0210|Native")}));
+             (QStringList{"Harbour Works Ward Keyboard|f0a1:0101|Native", "USB DEVICE|f0b2:0210|Native"}));
     int turns = 0; // of the event loop, in which a user is answered
     QTimer timer;
     connect(&timer, &QTimer::timeout, this, [&turns] { ++turns; });
     timer.start(0);
-    QTRY_COMPARE_WITH_TIMEOUT(rows().at(1), QStringLiteral("Fieldnote Audio Desk Headset|f0b2:0210|Native"),
-                              60000);
+    QTRY_COMPARE_WITH_TIMEOUT(rows().at(1), "Fieldnote Audio Desk Headset|f0b2:0210|Native", 60000);
     QVERIFY(turns > 100);
     QVERIFY(!m_page->isChanged());
 }

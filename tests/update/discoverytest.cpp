@@ -51,7 +51,6 @@ private slots:
     void surveysTheInterfaces();
     void asksTheSubnetOnce();
     void keepsTheFirstAnswerForAName();
-    void answersWithNothingWhenNobodyIsThere();
     void survivesGarbage();
     void forgetsWhatAnEarlierDiscoveryFound();
     void takesAnswersDuringADiscoveryOnly();
@@ -109,12 +108,6 @@ void DiscoveryTest::keepsTheFirstAnswerForAName()
     TerminalServerModule endpoint;
     QCOMPARE(found(endpoint),
              ServerMap({{office, first}, {ward, first}, {QStringLiteral("ward 3"), second}}));
-}
-
-void DiscoveryTest::answersWithNothingWhenNobodyIsThere()
-{
-    TerminalServerModule endpoint;
-    QCOMPARE(found(endpoint), ServerMap());
 }
 
 void DiscoveryTest::survivesGarbage()

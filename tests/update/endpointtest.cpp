@@ -8,10 +8,12 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 #include <QUdpSocket>
 
+#include <algorithm>
 #include <functional>
 
 using namespace ConsoleFormat;
@@ -106,6 +108,7 @@ private slots:
     void actsAndAnswers_data();
     void actsAndAnswers();
     void keepsSilent();
+    void answersNoAnswers();
     void outlivesAFlood();
     void failsToSendWhatIsTooLong();
 };
@@ -234,6 +237,31 @@ void EndpointTest::keepsSilent()
     // With a total of zero it is no block.
     device.endpoint.enableComunication(true);
     QVERIFY(decodeActionReply(console.ask(reset.leftJustified(1036, '\0'))));
+}
+
+/// What the endpoint sends to itself comes from a device's port, and so do its answers.
+void EndpointTest::answersNoAnswers()
+{
+    Device device;
+    device.device.setDocument({{QStringLiteral("a"), 1}});
+    auto *self = device.endpoint.findChild<QUdpSocket *>();
+    const auto handled = [&](const QByteArray &datagram) {
+        const LogLines old = Log::ring().since(0);
+        self->writeDatagram(datagram, loopback, WireFormat::devicePort);
+        for (int turn = 0; turn < 4; ++turn)
+            device.endpoint.checkCommand();
+        const auto lines = Log::ring().since(old.first + static_cast<quint64>(old.entries.size())).entries;
+        return std::count_if(lines.begin(), lines.end(), [](const LogEntry &line) {
+            return line.text.contains(QRegularExpression(QStringLiteral("^(GET |SET |ANOTHER |. ERROR )")));
+        });
+    };
+    for (const auto command :
+         {Command::DeviceInfo, Command::Reset, Command::UpdateLatest, Command::UpdateByUrl, Command::GetJson})
+        QCOMPARE(handled(request(command)), 1);
+    QCOMPARE(handled(request(Command::GetJson, 0)), 1);
+    QCOMPARE(handled(*setJsonRequest("{}")), 1);
+    device.device.write(documentPath, "");
+    QCOMPARE(handled(request(Command::GetJson)), 1);
 }
 
 void EndpointTest::outlivesAFlood()

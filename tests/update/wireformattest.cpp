@@ -84,9 +84,8 @@ void WireFormatTest::passesOverOtherDatagrams_data()
 {
     QTest::addColumn<QByteArray>("datagram");
     QTest::newRow("empty") << QByteArray();
-    QTest::newRow("one byte") << QByteArray(1, '\xaa');
     QTest::newRow("cut header") << twoServers().left(15);
-    QTest::newRow("other magic") << twoServers().replace(12, 1, "\x04");
+    QTest::newRow("a command's magic") << twoServers().replace(12, 1, QByteArray(1, '\0'));
     QTest::newRow("magic in network order") << twoServers().replace(12, 4, QByteArray("\xaa\x55\0\3", 4));
 }
 
