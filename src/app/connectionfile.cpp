@@ -3,6 +3,7 @@
 
 #include "app/connectionfile.h"
 
+#include "config/jsontext.h"
 #include "config/keys.h"
 
 #include <QFile>
@@ -98,7 +99,7 @@ void write(const QString &path, const QJsonObject &description)
 
 Verdict classify(const QByteArray &status)
 {
-    const QJsonObject object = QJsonDocument::fromJson(status).object();
+    const QJsonObject object = JsonText::parsed(status);
     if (object.value(QLatin1String("status")).toInt() == successStatus)
         return Verdict::NoError;
     const bool explained = object.value(QLatin1String("log")).toArray().contains(QStringLiteral(":<FAIL>"));
