@@ -7,8 +7,6 @@
 #include <QTcpSocket>
 #include <QTimer>
 
-namespace {
-
 QByteArray reasonPhrase(int status)
 {
     switch (status) {
@@ -26,8 +24,6 @@ QByteArray reasonPhrase(int status)
         return "Internal Server Error";
     }
 }
-
-} // namespace
 
 HttpRequest HttpRequest::parse(const QByteArray &head)
 {

@@ -7,6 +7,9 @@
 
 #include <QStringList>
 
+// The words that go with a status that the lab's servers answer.
+QByteArray reasonPhrase(int status);
+
 // A request without a body: all that these peers are asked.
 struct HttpRequest
 {

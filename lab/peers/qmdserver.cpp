@@ -3,6 +3,8 @@
 
 #include "lab-peers/qmdserver.h"
 
+#include "lab-peers/httppeer.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
@@ -14,22 +16,6 @@ namespace {
 constexpr int longestBody = 64 * 1024 * 1024;
 const QByteArray devices = "/qmd/api/da/v1/devices/";
 const QByteArray headEnd = "\r\n\r\n";
-
-QByteArray reasonPhrase(int status)
-{
-    switch (status) {
-    case 200:
-        return "OK";
-    case 302:
-        return "Found";
-    case 404:
-        return "Not Found";
-    case 405:
-        return "Method Not Allowed";
-    default:
-        return "Internal Server Error";
-    }
-}
 
 int contentLength(const QByteArray &head)
 {
