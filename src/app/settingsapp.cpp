@@ -3,11 +3,11 @@
 
 #include "app/settingsapp.h"
 
-#include "app/agentorders.h"
+#include "app/managementactions.h"
 #include "app/servergroups.h"
 #include "app/stylesheets.h"
 #include "app/topbar.h"
-#include "app/windowmemory.h"
+#include "app/windowsettings.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "device/commands.h"
@@ -83,7 +83,7 @@ void SettingsApp::setUpLauncher()
     connect(m_ui->rdpPage, &RdpPage::targetChanged, this, &SettingsApp::updateConnectButton);
     connect(m_ui->corvidPage, &CorvidPage::refreshRequested, this, &SettingsApp::autoDetectServers);
     connect(m_ui->corvidPage, &CorvidPage::selectionChosen, this, [this](const QString &selection) {
-        WindowMemory::store(m_configuration, Key::selection, selection);
+        WindowSettings::store(m_configuration, Key::selection, selection);
     });
     connect(m_ui->autoConnectPage, &AutoConnectPage::connectRequested, this,
             &SettingsApp::on_connectButton_clicked);
@@ -268,7 +268,7 @@ DeviceAgent &SettingsApp::deviceAgent()
 {
     if (!m_agent) {
         m_agent = std::make_unique<DeviceAgent>();
-        AgentOrders::connectTo(m_agent->dispatcher(), *this);
+        ManagementActions::connectTo(m_agent->dispatcher(), *this);
     }
     return *m_agent;
 }
@@ -490,13 +490,13 @@ void SettingsApp::on_mainStackedWidget_currentChanged(int index)
 
 void SettingsApp::updateManualServers()
 {
-    m_ui->corvidPage->setHistory(
-        WindowMemory::remember(m_configuration, Key::manualServerHistory, m_launcher.currentServerAddress()));
+    m_ui->corvidPage->setHistory(WindowSettings::addToHistory(m_configuration, Key::manualServerHistory,
+                                                              m_launcher.currentServerAddress()));
 }
 
 void SettingsApp::updateBrokerServers(const QString &address)
 {
-    WindowMemory::remember(m_configuration, Key::solvaBrokerHistory, address);
+    WindowSettings::addToHistory(m_configuration, Key::solvaBrokerHistory, address);
     m_broker->loadConfiguration();
 }
 

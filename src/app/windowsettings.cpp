@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/windowmemory.h"
+#include "app/windowsettings.h"
 
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 
 #include <QJsonObject>
 
-namespace WindowMemory {
+namespace WindowSettings {
 
-QJsonArray remember(JsonModule *configuration, const QString &key, const QString &address)
+QJsonArray addToHistory(JsonModule *configuration, const QString &key, const QString &address)
 {
     if (!configuration)
         return {};
@@ -36,4 +36,4 @@ void store(JsonModule *configuration, const QString &key, const QJsonValue &valu
     configuration->setObject(document);
 }
 
-} // namespace WindowMemory
+} // namespace WindowSettings

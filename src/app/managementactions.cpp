@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/agentorders.h"
+#include "app/managementactions.h"
 
 #include "app/settingsapp.h"
 #include "management/messagedispatcher.h"
@@ -12,21 +12,20 @@
 
 namespace {
 
-/// The first one counts: each of them would start the tool and wait for it.
+/// Runs the first reset request of a list only: each run starts the tool and waits for it.
 void connectResets(MessageDispatcher &dispatcher, SettingsApp &window)
 {
-    const auto asked = std::make_shared<bool>(false);
-    QObject::connect(&dispatcher, &MessageDispatcher::ask_resetDevice, &window, [&window, asked] {
-        if (*asked)
+    const auto requested = std::make_shared<bool>(false);
+    QObject::connect(&dispatcher, &MessageDispatcher::ask_resetDevice, &window, [&window, requested] {
+        if (*requested)
             return;
-        *asked = true;
-        QTimer::singleShot(0, &window, [asked] { *asked = false; });
+        *requested = true;
+        QTimer::singleShot(0, &window, [requested] { *requested = false; });
         window.resetDevice();
     });
 }
 
-/// A server that has its configuration accepted expects the device to follow it: what the merge has left to
-/// be done is done at once.
+/// Applies a merged configuration at once: the server expects the device to follow it.
 void connectMerges(MessageDispatcher &dispatcher, SettingsApp &window)
 {
     QObject::connect(&dispatcher, &MessageDispatcher::mergeRemoteConfig, &window,
@@ -40,7 +39,7 @@ void connectMerges(MessageDispatcher &dispatcher, SettingsApp &window)
 
 } // namespace
 
-void AgentOrders::connectTo(MessageDispatcher &dispatcher, SettingsApp &window)
+void ManagementActions::connectTo(MessageDispatcher &dispatcher, SettingsApp &window)
 {
     QObject::connect(&dispatcher, &MessageDispatcher::firmwareUpdateURL, &window,
                      &SettingsApp::on_updateByURL);
