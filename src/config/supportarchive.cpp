@@ -32,10 +32,10 @@ const char archiveName[] = "archive.tar.gz";
 const QStringList memberNames{QStringLiteral("log.txt"), QStringLiteral("config.json"),
                               QStringLiteral("versions.txt")};
 
-QString text(const char *source)
+struct Texts
 {
-    return QCoreApplication::translate("SupportArchive", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(SupportArchive)
+};
 
 QByteArray logText(const QVector<LogEntry> &log, const QJsonObject &document)
 {
@@ -150,15 +150,15 @@ Result save(const QString &folder, const QVector<LogEntry> &log, const QJsonObje
     const QTemporaryDir staging;
     QString error = staging.isValid() ? stage(QDir(staging.path()), log, document) : staging.errorString();
     if (!error.isEmpty())
-        return {QString(), text("The archive could not be made: %1.").arg(error)};
+        return {QString(), Texts::tr("The archive could not be made: %1.").arg(error)};
     const QByteArray archive = pack(QDir(staging.path()));
     if (archive.isEmpty())
-        return {QString(), text("The archive could not be made.")};
+        return {QString(), Texts::tr("The archive could not be made.")};
     const QString deviceName = document.value(Key::general).toObject().value(Key::deviceName).toString();
     const QString name = fileName(deviceName, QDateTime::currentDateTime());
     error = publish(folder, name, archive);
     if (!error.isEmpty())
-        return {QString(), text("The archive could not be written to the USB stick: %1.").arg(error)};
+        return {QString(), Texts::tr("The archive could not be written to the USB stick: %1.").arg(error)};
     return {name, QString()};
 }
 

@@ -12,10 +12,10 @@
 
 namespace {
 
-QString text(const char *source)
+struct Texts
 {
-    return QCoreApplication::translate("AdministratorPassword", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(AdministratorPassword)
+};
 
 /// An empty stored hash equals that of no text: with the protection on, nothing opens it.
 bool matches(const QString &password, const QString &storedHash)
@@ -31,21 +31,22 @@ namespace AdministratorPassword {
 bool ask(QWidget *parent, const QJsonObject &root)
 {
     if (root.isEmpty()) {
-        GeneralDialog::showError(parent, text("Error"), text("The stored settings cannot be read."));
+        GeneralDialog::showError(parent, Texts::tr("Error"),
+                                 Texts::tr("The stored settings cannot be read."));
         return false;
     }
     const QJsonObject general = root.value(Key::general).toObject();
     if (!general.value(Key::setupPasswordEnabled).toBool())
         return true;
     GeneralDialog dialog(parent, GeneralDialog::Prompt);
-    dialog.setTitle(text("Administrator password"));
-    dialog.setMessage(text("Administrator password:"));
+    dialog.setTitle(Texts::tr("Administrator password"));
+    dialog.setMessage(Texts::tr("Administrator password:"));
     dialog.setPasswordMode();
     if (dialog.exec() != QDialog::Accepted)
         return false;
     if (matches(dialog.getInput(), general.value(Key::setupPasswordHash).toString()))
         return true;
-    GeneralDialog::showError(parent, text("Authentication error"), text("Wrong password"));
+    GeneralDialog::showError(parent, Texts::tr("Authentication error"), Texts::tr("Wrong password"));
     return false;
 }
 

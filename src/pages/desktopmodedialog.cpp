@@ -11,10 +11,10 @@
 
 namespace {
 
-QString text(const char *source)
+struct Texts
 {
-    return QCoreApplication::translate("DesktopModeDialog", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(DesktopModeDialog)
+};
 
 } // namespace
 
@@ -25,9 +25,8 @@ bool ask(QWidget *parent, const QJsonObject &root)
     if (!AdministratorPassword::ask(parent, root))
         return false;
     const QString question
-        = text("Switch this device to its desktop?\n\nThe launcher gives way to the Raspbian"
-               " desktop.");
-    if (!GeneralDialog::ask(parent, text("Desktop mode"), question))
+        = Texts::tr("Switch this device to its desktop?\n\nThe Raspbian desktop replaces the launcher.");
+    if (!GeneralDialog::ask(parent, Texts::tr("Desktop mode"), question))
         return false;
     Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-switch"), QStringLiteral("-d")));
     return true;
