@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 Q_LOGGING_CATEGORY(lcDocument, "kt.config.document")
@@ -27,7 +28,7 @@ int openRetrying(const QByteArray &path, int flags)
 {
     int descriptor = -1;
     do {
-        descriptor = ::open(path.constData(), flags, 0644);
+        descriptor = ::open(path.constData(), flags, S_IRUSR | S_IWUSR);
     } while (descriptor < 0 && errno == EINTR);
     return descriptor;
 }
@@ -134,6 +135,8 @@ void JsonModule::readContent()
 
 bool JsonModule::readAgain()
 {
+    if (m_unsaved)
+        return true;
     const QJsonDocument file = readFile();
     if (file.object().isEmpty())
         return false;
@@ -141,15 +144,41 @@ bool JsonModule::readAgain()
     return true;
 }
 
+JsonModule::Change JsonModule::change(const std::function<bool(QJsonObject &root)> &edit)
+{
+    if (!readAgain()) {
+        qCCritical(lcDocument).noquote() << "no document to change in" << m_filePath;
+        return Change::Unreadable;
+    }
+    const QJsonDocument before = m_document;
+    const bool unsavedBefore = m_unsaved;
+    QJsonObject root = before.object();
+    if (!edit(root))
+        return Change::Refused;
+    if (root == before.object() && !m_unsaved)
+        return Change::Unchanged;
+    if (setObject(root))
+        return Change::Written;
+    m_document = before;
+    m_unsaved = unsavedBefore;
+    return Change::NotWritten;
+}
+
 bool JsonModule::writeContent()
 {
     const int descriptor = openRetrying(QFile::encodeName(m_filePath), O_WRONLY | O_CREAT | O_CLOEXEC);
+    // It holds passwords. Earlier versions created it readable for everybody.
+    if (descriptor >= 0 && ::fchmod(descriptor, S_IRUSR | S_IWUSR) != 0)
+        qCWarning(lcDocument).noquote() << "others may read" << m_filePath << ':' << std::strerror(errno);
     const bool written
         = descriptor >= 0 && replaceContent(descriptor, m_document.toJson(QJsonDocument::Indented));
+    m_unsaved = !written;
     if (!written)
         qCCritical(lcDocument).noquote() << "cannot write" << m_filePath << ':' << std::strerror(errno);
     if (descriptor >= 0)
         ::close(descriptor);
+    if (written)
+        emit changed();
     return written;
 }
 

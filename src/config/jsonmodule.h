@@ -9,15 +9,26 @@
 #include <QObject>
 #include <QString>
 
+#include <functional>
+
 /// The holder of one JSON document and its file: indented UTF-8 text, read whole and written whole.
 ///
-/// The held document is a cache. Whoever needs the file's present state calls `readContent` first; whoever
-/// changes something hands the whole root object to `setObject`, which is on disk when it returns.
+/// The held document is a cache of the file, and ahead of it only while the file cannot be written. Readers that
+/// need the file's present state call `readAgain` first. Every change goes through `change`, which is on disk
+/// when it returns, and is announced by `changed`.
 class JsonModule : public QObject
 {
     Q_OBJECT
 
 public:
+    enum class Change {
+        Written,
+        Unchanged,  ///< the edit made no difference; nothing was written
+        Refused,    ///< by the edit
+        Unreadable, ///< there is no document to edit
+        NotWritten, ///< the disk may be full
+    };
+
     /// With `inStateDirectory` the file stands in the device's state directory, otherwise where `fileName`
     /// says. Nothing is read yet.
     JsonModule(const QString &fileName, bool inStateDirectory, QObject *parent = nullptr);
@@ -35,8 +46,12 @@ public:
 
     /// Replaces the held document by the file's; an unreadable or invalid file gives an empty root object.
     void readContent();
-    /// The same, but what is held is better than a file that cannot be read, and stays: false then.
+    /// The same, but what is held stays when it is ahead of the file, or when the file cannot be read: false in
+    /// the second case.
     bool readAgain();
+    /// The one way to change the document: reads the file again, lets `edit` change the root object or refuse by
+    /// returning false, and writes it. Unless `Written` is returned, file and held document are as before.
+    Change change(const std::function<bool(QJsonObject &root)> &edit);
     /// Writes the held document. Where the device has no room for it, the file keeps what it holds.
     /// False, with a line in the log, when it could not be written.
     bool writeContent();
@@ -48,6 +63,10 @@ public:
     /// true.
     bool isConfigCorrect();
 
+signals:
+    /// The held document has been written.
+    void changed();
+
 private:
     QJsonDocument readFile() const;
     void recover();
@@ -55,4 +74,5 @@ private:
     QJsonDocument m_document;
     QString m_filePath;
     QJsonObject m_defaultParameters;
+    bool m_unsaved = false; ///< the held document is ahead of the file
 };
