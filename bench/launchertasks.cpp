@@ -5,8 +5,8 @@
 
 #include "paintwatch.h"
 
-#include "app/corvidpage.h"
-#include "app/settingsapp.h"
+#include "launcher/corvidpage.h"
+#include "launcher/settingsapp.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "widgets/groupservertreeview.h"

@@ -3,7 +3,7 @@
 
 #include "app/agentfeed.h"
 
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "device/identity.h"

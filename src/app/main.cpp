@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "app/resources.h"
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 #include "app/settingscontroller.h"
 #include "app/unixsignalhandler.h"
 

@@ -3,7 +3,7 @@
 
 #include "app/remoteconfiguration.h"
 
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 #include "config/audiosettings.h"
 #include "config/compatibility.h"
 #include "config/configurationmanager.h"

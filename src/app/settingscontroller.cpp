@@ -3,9 +3,9 @@
 
 #include "app/settingscontroller.h"
 
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 #include "app/settingspages.h"
-#include "app/topbar.h"
+#include "launcher/topbar.h"
 #include "config/applicationproxy.h"
 #include "config/audiosettings.h"
 #include "config/compatibility.h"

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "app/agentfeed.h"
-#include "app/networkstatus.h"
+#include "services/networkstatus.h"
 #include "app/remoteconfiguration.h"
 #include "config/jsonmodule.h"
 #include "device/audiocontroller.h"

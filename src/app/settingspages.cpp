@@ -3,8 +3,8 @@
 
 #include "app/settingspages.h"
 
-#include "app/networkstatus.h"
-#include "app/settingsapp.h"
+#include "services/networkstatus.h"
+#include "launcher/settingsapp.h"
 #include "config/jsonmodule.h"
 #include "device/log.h"
 #include "pages/aboutpage.h"

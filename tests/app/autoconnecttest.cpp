@@ -3,7 +3,7 @@
 
 #include "launcherfixture.h"
 
-#include "app/autoconnectpage.h"
+#include "launcher/autoconnectpage.h"
 #include "config/keys.h"
 #include "dialoganswer.h"
 #include "testtable.h"

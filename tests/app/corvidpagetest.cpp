@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/corvidpage.h"
+#include "launcher/corvidpage.h"
 #include "app/resources.h"
 #include "config/keys.h"
 #include "testtable.h"

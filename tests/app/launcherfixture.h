@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 #include "config/jsonmodule.h"
 #include "testdevice.h"
 

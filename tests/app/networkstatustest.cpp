@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/networkstatus.h"
+#include "services/networkstatus.h"
 #include "config/jsonmodule.h"
 #include "device/networkcontroller.h"
 #include "testdevice.h"

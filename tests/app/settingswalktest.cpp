@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 #include "app/settingscontroller.h"
 #include "dialoganswer.h"
 #include "fulldisk.h"

@@ -5,7 +5,7 @@
 #include "outputtofile.h"
 #include "testdevice.h"
 
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 #include "app/settingscontroller.h"
 #include "config/keys.h"
 #include "testtable.h"

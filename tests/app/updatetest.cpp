@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/autoconnectpage.h"
+#include "launcher/autoconnectpage.h"
 #include "config/keys.h"
 #include "lab-peers/corvidserver.h"
 #include "launcherfixture.h"

@@ -3,8 +3,8 @@
 
 #include "launcherfixture.h"
 
-#include "app/stylesheets.h"
-#include "app/topbar.h"
+#include "launcher/stylesheets.h"
+#include "launcher/topbar.h"
 #include "config/keys.h"
 #include "dialoganswer.h"
 #include "testtable.h"

@@ -3,7 +3,7 @@
 
 #include "target.h"
 
-#include "app/connectionfile.h"
+#include "services/connectionfile.h"
 
 // What a session client, or anybody else who may write there, leaves as a session's outcome.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/connecttarget.h"
-#include "app/countdown.h"
+#include "services/connecttarget.h"
+#include "services/countdown.h"
 
 #include <QWidget>
 

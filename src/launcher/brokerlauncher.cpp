@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/brokerlauncher.h"
+#include "launcher/brokerlauncher.h"
 
-#include "app/autoconnectpage.h"
-#include "app/sessionlauncher.h"
-#include "app/solvadesktopspage.h"
-#include "app/solvapage.h"
+#include "launcher/autoconnectpage.h"
+#include "launcher/sessionlauncher.h"
+#include "launcher/solvadesktopspage.h"
+#include "launcher/solvapage.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 
-#include "app/managementactions.h"
-#include "app/servergroups.h"
-#include "app/stylesheets.h"
-#include "app/topbar.h"
-#include "app/windowsettings.h"
+#include "launcher/managementactions.h"
+#include "launcher/servergroups.h"
+#include "launcher/stylesheets.h"
+#include "launcher/topbar.h"
+#include "launcher/windowsettings.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "device/commands.h"

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/topbar.h"
+#include "launcher/topbar.h"
 
-#include "app/stylesheets.h"
+#include "launcher/stylesheets.h"
 
 #include "ui_settingsapp.h"
 

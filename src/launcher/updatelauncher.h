@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/countdown.h"
+#include "services/countdown.h"
 
 #include <QJsonObject>
 #include <QObject>

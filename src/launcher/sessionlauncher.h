@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/connectionfile.h"
-#include "app/connecttarget.h"
+#include "services/connectionfile.h"
+#include "services/connecttarget.h"
 #include "widgets/connectiondialog.h"
 
 #include <QObject>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/windowsettings.h"
+#include "launcher/windowsettings.h"
 
 #include "config/jsonmodule.h"
 #include "config/keys.h"

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/connecttarget.h"
+#include "services/connecttarget.h"
 
 #include <QWidget>
 

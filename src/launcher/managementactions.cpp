@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/managementactions.h"
+#include "launcher/managementactions.h"
 
-#include "app/settingsapp.h"
+#include "launcher/settingsapp.h"
 #include "management/messagedispatcher.h"
 
 #include <QTimer>

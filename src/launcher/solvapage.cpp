@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/solvapage.h"
+#include "launcher/solvapage.h"
 
 #include "ui_solvapage.h"
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/corvidpage.h"
+#include "launcher/corvidpage.h"
 
-#include "app/servergroups.h"
-#include "app/stylesheets.h"
+#include "launcher/servergroups.h"
+#include "launcher/stylesheets.h"
 #include "config/keys.h"
 #include "widgets/groupservertreeview.h"
 

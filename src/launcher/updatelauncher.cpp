@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "app/updatelauncher.h"
+#include "launcher/updatelauncher.h"
 
-#include "app/updatepage.h"
+#include "launcher/updatepage.h"
 #include "config/keys.h"
 #include "device/commands.h"
 #include "device/identity.h"

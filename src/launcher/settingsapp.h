@@ -3,11 +3,11 @@
 
 #pragma once
 
-#include "app/audioactioncontroller.h"
-#include "app/brokerlauncher.h"
-#include "app/connecttarget.h"
-#include "app/sessionlauncher.h"
-#include "app/updatelauncher.h"
+#include "launcher/audioactioncontroller.h"
+#include "launcher/brokerlauncher.h"
+#include "services/connecttarget.h"
+#include "launcher/sessionlauncher.h"
+#include "launcher/updatelauncher.h"
 #include "update/terminalservermodule.h"
 #include "update/updatemodule.h"
 
