@@ -5,6 +5,7 @@
 
 #include "device/paths.h"
 #include "device/usbbus.h"
+#include "device/usbidentifiers.h"
 
 #include <QRegularExpression>
 
@@ -25,13 +26,7 @@ const QString unknownName = QStringLiteral("USB DEVICE");
 PeripheralController::PeripheralController(QObject *parent)
     : QObject(parent)
     , m_model(Item::columnTotal)
-    , m_identifiers(Paths::usbIdentifiers())
-{
-    connect(&m_identifiers, &UsbIdentifiers::named, this, [this](const QString &id, const QString &name) {
-        if (const Item *item = m_items.value(id))
-            m_model.setText(item->row(), PeripheralModel::Name, name);
-    });
-}
+{ }
 
 PeripheralModel &PeripheralController::model()
 {
@@ -48,7 +43,7 @@ void PeripheralController::readPeripherals()
 
 QString PeripheralController::getProductName(const QString &vid, const QString &pid)
 {
-    const QString name = m_identifiers.name(vid, pid);
+    const QString name = UsbIdentifiers::name(Paths::usbIdentifiers(), vid, pid);
     return name.isEmpty() ? unknownName : name;
 }
 

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include "device/usbidentifiers.h"
 #include "models/peripheralmodel.h"
 
 #include <QMap>
@@ -52,7 +51,6 @@ private:
     void append(const QString &id, bool pluggedIn);
 
     PeripheralModel m_model;
-    UsbIdentifiers m_identifiers;
     QMap<QString, Item *> m_items; ///< by identifier
     QString m_lastAdded;
 };
