@@ -3,45 +3,27 @@
 
 #include "pages/ipv4validator.h"
 
-#include <QStringList>
-
-#include <algorithm>
-#include <optional>
+#include <QHostAddress>
+#include <QRegularExpression>
 
 namespace {
 
-constexpr int octets = 4;
+const QString octet = QStringLiteral("(25[0-5]|2[0-4][0-9]|1[0-9][0-9]|[1-9]?[0-9])");
 
-/// A number of a dotted address; nothing for what is none, such as one with leading zeros.
-std::optional<quint32> octet(const QString &text)
+/// The address, or 0 for any text but four plain decimal numbers: a leading zero would mean octal elsewhere.
+quint32 number(const QString &text)
 {
-    const bool plain = !text.isEmpty() && text.size() <= 3
-        && std::all_of(text.begin(), text.end(),
-                       [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); })
-        && (text.size() == 1 || text.at(0) != QLatin1Char('0'));
-    const quint32 number = text.toUInt();
-    return plain && number <= 0xFF ? std::optional<quint32>(number) : std::nullopt;
+    const QHostAddress address(text);
+    return address.protocol() == QAbstractSocket::IPv4Protocol && address.toString() == text
+        ? address.toIPv4Address()
+        : 0;
 }
 
-std::optional<quint32> number(const QString &text)
+bool mayBecomeAddress(const QString &text)
 {
-    const QStringList parts = text.split(QLatin1Char('.'));
-    quint32 result = 0;
-    for (const QString &part : parts) {
-        const std::optional<quint32> value = octet(part);
-        if (!value)
-            return std::nullopt;
-        result = result << 8 | *value;
-    }
-    return parts.size() == octets ? std::optional<quint32>(result) : std::nullopt;
-}
-
-bool mayBecomeOne(const QString &text)
-{
-    const QStringList parts = text.split(QLatin1Char('.'));
-    return parts.size() <= octets && std::all_of(parts.begin(), parts.end(), [](const QString &part) {
-               return part.isEmpty() || octet(part);
-           });
+    static const QRegularExpression beginning(QRegularExpression::anchoredPattern(
+        octet + QStringLiteral("?(\\.") + octet + QStringLiteral("?){0,3}")));
+    return beginning.match(text).hasMatch();
 }
 
 } // namespace
@@ -53,15 +35,14 @@ Ipv4Validator::Ipv4Validator(Kind kind, QObject *parent)
 
 bool Ipv4Validator::isHost(const QString &text)
 {
-    const std::optional<quint32> address = number(text);
-    const quint32 network = address.value_or(0) >> 24;
+    const quint32 network = number(text) >> 24;
     return network > 0 && network != 127 && network < 224;
 }
 
 bool Ipv4Validator::isMask(const QString &text)
 {
-    // All ones come first: what is left of them, inverted, is one less than a power of two.
-    const quint32 mask = number(text).value_or(0);
+    // All ones come before all zeros: the inverted mask is one less than a power of two.
+    const quint32 mask = number(text);
     return mask != 0 && (~mask & (~mask + 1)) == 0;
 }
 
@@ -71,5 +52,5 @@ QValidator::State Ipv4Validator::validate(QString &input, int &position) const
     position = qMin(position, static_cast<int>(input.size()));
     if (m_kind == Kind::Host ? isHost(input) : isMask(input))
         return Acceptable;
-    return mayBecomeOne(input) ? Intermediate : Invalid;
+    return mayBecomeAddress(input) ? Intermediate : Invalid;
 }

@@ -5,7 +5,7 @@
 
 #include <QValidator>
 
-/// Lets only what can be an IPv4 address, or a network mask, be typed.
+/// Accepts the IPv4 address of a host, or a network mask, in a line edit.
 class Ipv4Validator : public QValidator
 {
     Q_OBJECT
