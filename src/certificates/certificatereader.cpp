@@ -187,12 +187,13 @@ Content read(const QByteArray &bytes, const std::optional<QString> &password)
 
 QByteArray toPem(const Certificate &certificate)
 {
-    constexpr int lineLength = 64;
-    const QByteArray text = certificate.der.toBase64();
-    QByteArray pem = "-----BEGIN CERTIFICATE-----\n";
-    for (int i = 0; i < text.size(); i += lineLength)
-        pem += text.mid(i, lineLength) + '\n';
-    return pem + "-----END CERTIFICATE-----\n";
+    const OpenSsl::Bio out(BIO_new(BIO_s_mem()));
+    if (!out
+        || PEM_write_bio(out.get(), PEM_STRING_X509, "", start(certificate.der), certificate.der.size()) <= 0)
+        return QByteArray();
+    char *data = nullptr;
+    const long size = BIO_get_mem_data(out.get(), &data);
+    return QByteArray(data, static_cast<int>(size));
 }
 
 } // namespace CertificateReader
