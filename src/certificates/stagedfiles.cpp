@@ -3,6 +3,8 @@
 
 #include "certificates/stagedfiles.h"
 
+#include "device/durablefile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QLoggingCategory>
@@ -11,10 +13,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 Q_LOGGING_CATEGORY(lcFiles, "kt.certificates.files")
 
@@ -22,38 +20,9 @@ namespace {
 
 const QString hiddenPrefix = QStringLiteral(".import-");
 
-bool writeAll(int descriptor, const QByteArray &content)
+bool failed(const QString &path, const QString &error)
 {
-    qint64 written = 0;
-    while (written < content.size()) {
-        const ssize_t count = ::write(descriptor, content.constData() + written,
-                                      static_cast<size_t>(content.size() - written));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        written += count;
-    }
-    return ::fsync(descriptor) == 0;
-}
-
-bool writeFile(const QString &path, const QByteArray &content, mode_t mode)
-{
-    // With the final mode from the first byte on: a key is never readable by others, not even for a moment.
-    const int descriptor
-        = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    if (descriptor < 0)
-        return false;
-    const bool written = ::fchmod(descriptor, mode) == 0 && writeAll(descriptor, content);
-    const int error = errno;
-    ::close(descriptor);
-    errno = error;
-    return written;
-}
-
-bool failed(const QString &path)
-{
-    qCCritical(lcFiles).noquote() << "cannot write" << path << ':' << std::strerror(errno);
+    qCCritical(lcFiles).noquote() << "cannot write" << path << ':' << error;
     return false;
 }
 
@@ -70,17 +39,18 @@ bool StagedFiles::add(const QString &folder, const QString &name, const QByteArr
     QDir().mkpath(folder);
     m_files += {folder, hiddenPrefix + name, name, false};
     const QString path = folder + m_files.last().hidden;
-    return writeFile(path, content, mode) || failed(path);
+    const QString error = DurableFile::write(path, content, mode);
+    return error.isEmpty() || failed(path, error);
 }
 
 bool StagedFiles::publish()
 {
     for (File &file : m_files) {
         const QString path = file.folder + file.name;
-        if (::rename(QFile::encodeName(file.folder + file.hidden).constData(),
-                     QFile::encodeName(path).constData())
+        if (std::rename(QFile::encodeName(file.folder + file.hidden).constData(),
+                        QFile::encodeName(path).constData())
             != 0)
-            return failed(path);
+            return failed(path, qt_error_string(errno));
         file.published = true;
     }
     QSet<QString> folders;
@@ -106,11 +76,5 @@ void StagedFiles::sweep(const QString &folder)
 
 bool StagedFiles::syncFolder(const QString &folder)
 {
-    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const bool synced = descriptor >= 0 && ::fsync(descriptor) == 0;
-    if (!synced)
-        failed(folder);
-    if (descriptor >= 0)
-        ::close(descriptor);
-    return synced;
+    return DurableFile::synchronise(folder) || failed(folder, qt_error_string(errno));
 }

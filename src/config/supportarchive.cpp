@@ -6,6 +6,7 @@
 #include "config/keys.h"
 #include "config/secrets.h"
 #include "device/commands.h"
+#include "device/durablefile.h"
 #include "device/paths.h"
 
 #include <QCoreApplication>
@@ -15,19 +16,11 @@
 #include <QRegularExpression>
 #include <QSysInfo>
 #include <QTemporaryDir>
-#include <QTemporaryFile>
-
-#include <cerrno>
-#include <cstdio>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr int longestDeviceName = 63;
 constexpr qint64 releaseLimit = 64 * 1024;
-constexpr mode_t readableByAll = 0644;
 const char archiveName[] = "archive.tar.gz";
 const QStringList memberNames{QStringLiteral("log.txt"), QStringLiteral("config.json"),
                               QStringLiteral("versions.txt")};
@@ -57,29 +50,12 @@ QByteArray versionsText()
     return facts.toUtf8() + "/etc/kt-release:\n" + content;
 }
 
-/// What went wrong with a file, in the words of the system; empty when nothing did.
-QString writeAll(QFile &file, const QByteArray &content)
-{
-    // A medium that fills up takes a part without complaint, and complains about the rest.
-    qint64 written = 0;
-    while (written < content.size()) {
-        const qint64 taken = file.write(content.constData() + written, content.size() - written);
-        if (taken <= 0)
-            return file.errorString();
-        written += taken;
-    }
-    return file.flush() ? QString() : file.errorString();
-}
-
 QString stage(const QDir &folder, const QVector<LogEntry> &log, const QJsonObject &document)
 {
     const QByteArray contents[]
         = {logText(log, document), QJsonDocument(Secrets::blanked(document)).toJson(), versionsText()};
     for (int member = 0; member < memberNames.size(); ++member) {
-        QFile file(folder.filePath(memberNames.at(member)));
-        if (!file.open(QIODevice::WriteOnly))
-            return file.errorString();
-        const QString error = writeAll(file, contents[member]);
+        const QString error = DurableFile::write(folder.filePath(memberNames.at(member)), contents[member]);
         if (!error.isEmpty())
             return error;
     }
@@ -99,36 +75,6 @@ QByteArray pack(const QDir &folder)
         || !archive.open(QIODevice::ReadOnly))
         return QByteArray();
     return archive.readAll();
-}
-
-QString systemError()
-{
-    return qt_error_string(errno);
-}
-
-/// Puts a file in place as a whole or not at all; the error, when there was one.
-QString publish(const QString &folder, const QString &name, const QByteArray &content)
-{
-    QTemporaryFile file(folder + QLatin1String("/.kt964-support-XXXXXX"));
-    if (!file.open())
-        return file.errorString();
-    const QString error = writeAll(file, content);
-    if (!error.isEmpty())
-        return error;
-    // A medium without permissions refuses this, and does not need it.
-    if (::fchmod(file.handle(), readableByAll) != 0)
-        errno = 0;
-    if (::fsync(file.handle()) != 0)
-        return systemError();
-    const QByteArray target = QFile::encodeName(folder + QLatin1Char('/') + name);
-    if (std::rename(QFile::encodeName(file.fileName()).constData(), target.constData()) != 0)
-        return systemError();
-    file.setAutoRemove(false);
-    if (::syncfs(file.handle()) == 0)
-        return QString();
-    const QString syncError = systemError();
-    ::unlink(target.constData());
-    return syncError;
 }
 
 } // namespace
@@ -156,7 +102,7 @@ Result save(const QString &folder, const QVector<LogEntry> &log, const QJsonObje
         return {QString(), Texts::tr("The archive could not be made.")};
     const QString deviceName = document.value(Key::general).toObject().value(Key::deviceName).toString();
     const QString name = fileName(deviceName, QDateTime::currentDateTime());
-    error = publish(folder, name, archive);
+    error = DurableFile::write(folder + QLatin1Char('/') + name, archive);
     if (!error.isEmpty())
         return {QString(), Texts::tr("The archive could not be written to the USB stick: %1.").arg(error)};
     return {name, QString()};

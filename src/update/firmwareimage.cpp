@@ -3,6 +3,7 @@
 
 #include "update/firmwareimage.h"
 
+#include "device/durablefile.h"
 #include "device/paths.h"
 
 #include <QDir>
@@ -26,17 +27,6 @@ constexpr qint64 stepBytes = 4 * 1024 * 1024;
 QString toolMark()
 {
     return Paths::firmwareImage() + QLatin1String(".unfinished");
-}
-
-/// What is synchronised is there after a power failure.
-bool synchronise(const QString &path)
-{
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        return false;
-    const bool done = ::fsync(descriptor) == 0;
-    ::close(descriptor);
-    return done;
 }
 
 /// Sends what is not on the disk on its way there, and waits for what was sent so the time before: no more
@@ -94,7 +84,7 @@ bool place(QTemporaryFile &file)
         return false;
     }
     file.setAutoRemove(false);
-    synchronise(Paths::updates());
+    DurableFile::synchronise(Paths::updates());
     qCInfo(lcImage).noquote() << image << "is in place," << file.size() << "bytes";
     return true;
 }
@@ -102,8 +92,7 @@ bool place(QTemporaryFile &file)
 bool openToTool()
 {
     QDir().mkpath(Paths::updates());
-    QFile mark(toolMark());
-    if (!mark.open(QIODevice::WriteOnly) || !synchronise(mark.fileName()))
+    if (!DurableFile::write(toolMark(), QByteArray()).isEmpty())
         return false;
     QFile::remove(Paths::firmwareImage());
     return !QFile::exists(Paths::firmwareImage());
@@ -116,7 +105,7 @@ bool closeToTool(bool succeeded)
     if (!whole)
         QFile::remove(image);
     else
-        synchronise(image);
+        DurableFile::synchronise(image);
     QFile::remove(toolMark());
     return whole;
 }

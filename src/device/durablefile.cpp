@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "device/durablefile.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace DurableFile {
+
+namespace {
+
+bool open(QSaveFile &file, mode_t mode)
+{
+    // The mode is set while the file is made: a file that others may open for a moment can be read later.
+    const mode_t before = ::umask(~mode & 0777);
+    const bool opened = file.open(QIODevice::WriteOnly);
+    ::umask(before);
+    return opened;
+}
+
+/// QSaveFile ignores what the disk reports when the content reaches it.
+QString save(QSaveFile &file, const QByteArray &content)
+{
+    // A disk that fills up accepts a part without an error, and refuses the rest.
+    qint64 written = 0;
+    while (written < content.size()) {
+        const qint64 count = file.write(content.constData() + written, content.size() - written);
+        if (count <= 0)
+            return file.errorString();
+        written += count;
+    }
+    if (!file.flush())
+        return file.errorString();
+    if (::fsync(file.handle()) != 0)
+        return qt_error_string(errno);
+    return file.commit() ? QString() : file.errorString();
+}
+
+} // namespace
+
+QString write(const QString &path, const QByteArray &content, mode_t mode)
+{
+    if (QFileInfo(path).isSymLink())
+        QFile::remove(path); // QSaveFile would replace the file that it leads to
+    QSaveFile file(path);
+    if (!open(file, mode))
+        return file.errorString();
+    QString error = save(file, content);
+    if (error.isEmpty() && !synchronise(QFileInfo(path).path())) {
+        error = qt_error_string(errno);
+        QFile::remove(path);
+    }
+    return error;
+}
+
+bool synchronise(const QString &path)
+{
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return false;
+    const bool done = ::fsync(descriptor) == 0;
+    const int error = errno;
+    ::close(descriptor);
+    errno = error;
+    return done;
+}
+
+} // namespace DurableFile
