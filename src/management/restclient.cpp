@@ -99,7 +99,7 @@ QNetworkReply *RestClient::send(const QUrl &url, Send request)
         [reply] {
             if (reply->bytesAvailable() <= bodyLimit || reply->isFinished())
                 return;
-            qCWarning(lcRest).noquote() << "too long an answer was dropped:" << reply->url().path();
+            qCWarning(lcRest).noquote() << "reply dropped: too long:" << reply->url().path();
             reply->abort();
         },
         Qt::QueuedConnection);
@@ -118,7 +118,7 @@ void RestClient::onFinished(QNetworkReply *reply)
         return;
     const QByteArray body = reply->read(bodyLimit + 1);
     if (body.size() > bodyLimit) {
-        qCWarning(lcRest).noquote() << "too long an answer was dropped:" << reply->url().path();
+        qCWarning(lcRest).noquote() << "reply dropped: too long:" << reply->url().path();
         return;
     }
     const QString url = reply->url().toString();
