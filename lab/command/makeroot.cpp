@@ -61,7 +61,7 @@ bool placeFiles(const DeviceRoot &root)
     return true;
 }
 
-// The programs that open sessions, where they have been built.
+// Links the programs that open sessions, if they are built.
 void placeSessionClients(const DeviceRoot &root, const QString &self)
 {
     const QString folder = qEnvironmentVariable("KT_BIN_DIR", QFileInfo(self).path()) + QLatin1Char('/');

@@ -20,7 +20,7 @@ EndReason reasonOf(QNetworkReply::NetworkError error)
         return EndReason::NotAllowed;
     case QNetworkReply::ConnectionRefusedError:
     case QNetworkReply::TimeoutError:
-    case QNetworkReply::OperationCanceledError: // by our own limit
+    case QNetworkReply::OperationCanceledError: // by the transfer timeout
     case QNetworkReply::UnknownNetworkError:
         return EndReason::Unreachable;
     default:
@@ -28,7 +28,7 @@ EndReason reasonOf(QNetworkReply::NetworkError error)
     }
 }
 
-// In the one-byte encoding that brokers expect, unless that cannot hold it.
+// Brokers expect Latin-1. Text that does not fit is sent as UTF-8.
 QByteArray basicCredentials(const QString &user, const QString &password)
 {
     const QString pair = user + QLatin1Char(':') + password;
@@ -40,10 +40,7 @@ QByteArray basicCredentials(const QString &user, const QString &password)
 
 BrokerQuery::BrokerQuery(QObject *parent)
     : QObject(parent)
-{
-    m_limit.setSingleShot(true);
-    m_limit.setInterval(ReplyTimeMs);
-}
+{ }
 
 BrokerQuery::~BrokerQuery()
 {
@@ -51,33 +48,31 @@ BrokerQuery::~BrokerQuery()
         m_reply->disconnect(this);
 }
 
-void BrokerQuery::ask(const QString &server, const QString &user, const QString &password)
+void BrokerQuery::start(const QString &server, const QString &user, const QString &password)
 {
     QUrl url(QStringLiteral("https://%1/_mpcdesktops?version=v3").arg(server));
     if (url.port() < 0)
-        url.setPort(DefaultPort);
+        url.setPort(defaultPort);
     QNetworkRequest request(url);
     request.setRawHeader("Authorization", basicCredentials(user, password));
+    request.setTransferTimeout(transferTimeoutMs);
     m_reply = m_manager.get(request);
-    connect(&m_limit, &QTimer::timeout, m_reply, &QNetworkReply::abort);
-    m_limit.start();
-    // Brokers sign their own certificates, and nobody sits here to be asked.
+    // Brokers use self-signed certificates, and the device has no administrator who could confirm one.
     connect(m_reply, &QNetworkReply::sslErrors, m_reply, [this] { m_reply->ignoreSslErrors(); });
-    connect(m_reply, &QNetworkReply::readyRead, this, &BrokerQuery::read);
-    connect(m_reply, &QNetworkReply::finished, this, &BrokerQuery::finish);
+    connect(m_reply, &QNetworkReply::readyRead, this, &BrokerQuery::readAvailable);
+    connect(m_reply, &QNetworkReply::finished, this, &BrokerQuery::handleFinished);
 }
 
-void BrokerQuery::read()
+void BrokerQuery::readAvailable()
 {
-    m_list += m_reply->readAll().left(LongestList - m_list.size());
+    m_list += m_reply->readAll().left(longestList - m_list.size());
 }
 
-void BrokerQuery::finish()
+void BrokerQuery::handleFinished()
 {
-    m_limit.stop();
-    read();
+    readAvailable();
     if (m_reply->error() == QNetworkReply::NoError)
-        emit answered(parse(m_list));
+        emit succeeded(parse(m_list));
     else
         emit failed(
             {reasonOf(m_reply->error()), QStringLiteral("broker: %1").arg(m_reply->errorString()), {}});

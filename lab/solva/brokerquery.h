@@ -9,7 +9,6 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QObject>
-#include <QTimer>
 #include <QVector>
 
 struct OfferedDesktop
@@ -18,35 +17,34 @@ struct OfferedDesktop
     QString address;
 };
 
-// Asks a broker which desktops a user may have, and where they are.
+/// Requests the desktops of a user from a broker.
 class BrokerQuery : public QObject
 {
     Q_OBJECT
 
 public:
-    static constexpr int ReplyTimeMs = 30000;
-    static constexpr int LongestList = 8 * 1024 * 1024; // what a list has beyond is not read
-    static constexpr int DefaultPort = 8443;
+    static constexpr int transferTimeoutMs = 30000;
+    static constexpr int longestList = 8 * 1024 * 1024; ///< the rest of a longer list is ignored
+    static constexpr int defaultPort = 8443;
 
     explicit BrokerQuery(QObject *parent = nullptr);
     ~BrokerQuery() override;
 
-    // Once per object.
-    void ask(const QString &server, const QString &user, const QString &password);
+    /// Sends the request; call it once per object.
+    void start(const QString &server, const QString &user, const QString &password);
 
-    // A list as the broker sends it: lines of fields, "name:NAME|address:ADDRESS|...".
+    /// Parses the broker's list: one desktop per line, with fields "name:NAME|address:ADDRESS|...".
     static QVector<OfferedDesktop> parse(const QByteArray &list);
 
 signals:
-    void answered(const QVector<OfferedDesktop> &desktops);
+    void succeeded(const QVector<OfferedDesktop> &desktops);
     void failed(const SessionEnd &end);
 
 private:
-    void read();
-    void finish();
+    void readAvailable();
+    void handleFinished();
 
     QNetworkAccessManager m_manager;
     QNetworkReply *m_reply = nullptr;
     QByteArray m_list;
-    QTimer m_limit;
 };

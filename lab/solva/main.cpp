@@ -17,7 +17,7 @@ SessionEnd runSession(int argc, char **argv, const SolvaArguments &arguments)
     return runToEnd(&client);
 }
 
-// For the launcher's log: there is no file in which it would look for the outcome.
+// Writes the outcome to standard output, which the launcher logs. It reads no status file of this program.
 void report(const SessionEnd &end)
 {
     QTextStream out(stdout);
@@ -34,9 +34,9 @@ int main(int argc, char **argv)
 {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     qRegisterMetaType<SessionEnd>();
-    const SolvaArguments arguments = parseSolvaArguments(takeArguments(argc, argv));
-    if (!arguments.fault.isEmpty()) {
-        QTextStream(stderr) << "solva-client: " << arguments.fault << '\n';
+    const SolvaArguments arguments = parseSolvaArguments(readArguments(argc, argv));
+    if (!arguments.error.isEmpty()) {
+        QTextStream(stderr) << "solva-client: " << arguments.error << '\n';
         return WrongUsage;
     }
     const SessionEnd end = runSession(argc, argv, arguments);

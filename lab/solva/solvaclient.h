@@ -10,7 +10,7 @@
 
 #include <QObject>
 
-// Opens a desktop of a broker: asks the broker where it is, then runs the session.
+/// Opens a desktop of a broker: requests its address from the broker, then runs the session.
 class SolvaClient : public QObject
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ signals:
     void ended(const SessionEnd &end);
 
 private:
-    void open(const QVector<OfferedDesktop> &desktops);
+    void openDesktop(const QVector<OfferedDesktop> &desktops);
     void stop();
 
     SolvaArguments m_arguments;

@@ -11,7 +11,7 @@ SolvaClient::SolvaClient(const SolvaArguments &arguments, QObject *parent)
     : QObject(parent)
     , m_arguments(arguments)
 {
-    connect(&m_query, &BrokerQuery::answered, this, &SolvaClient::open);
+    connect(&m_query, &BrokerQuery::succeeded, this, &SolvaClient::openDesktop);
     connect(&m_query, &BrokerQuery::failed, this, &SolvaClient::ended);
     connect(&m_session, &DesktopSession::ended, this, &SolvaClient::ended);
     connect(&m_signals, &UnixSignals::stopRequested, this, &SolvaClient::stop);
@@ -20,11 +20,11 @@ SolvaClient::SolvaClient(const SolvaArguments &arguments, QObject *parent)
 
 void SolvaClient::run()
 {
-    m_query.ask(m_arguments.server, m_arguments.session.user, m_arguments.session.password);
+    m_query.start(m_arguments.server, m_arguments.session.user, m_arguments.session.password);
 }
 
-// Without a desktop's name the first one is meant.
-void SolvaClient::open(const QVector<OfferedDesktop> &desktops)
+// An empty name selects the first desktop.
+void SolvaClient::openDesktop(const QVector<OfferedDesktop> &desktops)
 {
     const QString &wanted = m_arguments.desktop;
     const auto found
@@ -33,7 +33,7 @@ void SolvaClient::open(const QVector<OfferedDesktop> &desktops)
           });
     if (found == desktops.end()) {
         emit ended(
-            {EndReason::NotAllowed, QStringLiteral("broker: it offers no desktop \"%1\"").arg(wanted), {}});
+            {EndReason::NotAllowed, QStringLiteral("broker: no desktop \"%1\" in its list").arg(wanted), {}});
         return;
     }
     if (!isUsableAddress(found->address)) {
