@@ -12,11 +12,11 @@
 
 namespace {
 
-constexpr qint64 LargestFile = 1024 * 1024;
-constexpr int SmallestSide = 200; // the limits of a desktop that the protocol can describe
-constexpr int LargestSide = 8192;
+constexpr qint64 largestFile = 1024 * 1024;
+constexpr int smallestSide = 200; // the protocol's limits for a desktop
+constexpr int largestSide = 8192;
 
-// Reads typed members and remembers the first fault.
+/// Reads typed members and keeps the first error.
 class MemberReader
 {
 public:
@@ -75,8 +75,8 @@ private:
 
 void readDesktop(const MemberReader &desktop, SessionDescription *session)
 {
-    session->width = desktop.number("width", SmallestSide, LargestSide, 0);
-    session->height = desktop.number("height", SmallestSide, LargestSide, 0);
+    session->width = desktop.number("width", smallestSide, largestSide, 0);
+    session->height = desktop.number("height", smallestSide, largestSide, 0);
     if (session->width == 0 || session->height == 0)
         desktop.refuse("desktop", "has no size");
     session->bitsPerPixel = desktop.number("bitspp", 8, 32, 24);
@@ -123,7 +123,7 @@ bool hasControlCharacter(const QString &text)
                        [](QChar c) { return c.category() == QChar::Other_Control; });
 }
 
-// A leading "/" names a local socket to FreeRDP, a leading "-" looks like an option, and "|" starts a pipe.
+/// A leading "/" names a local socket to FreeRDP, a leading "-" looks like an option, and "|" starts a pipe.
 bool isUsableAddress(const QString &address)
 {
     return !address.isEmpty() && !hasControlCharacter(address)
@@ -156,8 +156,8 @@ ParsedConnection readConnectionFile(const QString &path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {SessionDescription(), EndReason::BadFile, file.errorString()};
-    const QByteArray document = file.read(LargestFile + 1);
-    if (document.size() > LargestFile)
+    const QByteArray document = file.read(largestFile + 1);
+    if (document.size() > largestFile)
         return {SessionDescription(), EndReason::BadFile, QStringLiteral("it is too large")};
     return parseConnection(document);
 }

@@ -13,21 +13,21 @@
 
 struct ParsedConnection
 {
-    // Filled as far as the document goes, also when it is refused.
+    /// Holds the valid members even when the document is rejected.
     SessionDescription session;
-    // Why the document is refused; nothing when it is accepted.
+    /// Why the document is rejected; empty when it is accepted.
     std::optional<EndReason> problem;
     QString detail;
 };
 
-// Reads a connection document. Nothing is guessed: a member of the wrong type, a number out of range or a
-// text with a control character refuses the document; an absent member means its neutral value.
+/// Reads a connection document. Rejects one with a member of the wrong type, a number out of range or a text
+/// with a control character. An absent member gets its default.
 ParsedConnection parseConnection(const QByteArray &document);
 
-// The same for a file; one that cannot be read, or is larger than any connection document, is refused.
+/// Reads a connection file. Rejects an unreadable or oversized file.
 ParsedConnection readConnectionFile(const QString &path);
 
 bool hasControlCharacter(const QString &text);
 
-// Whether an address can be given to FreeRDP and means a server.
+/// Returns whether FreeRDP takes the address as that of a server.
 bool isUsableAddress(const QString &address);

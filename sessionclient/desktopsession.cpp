@@ -12,9 +12,8 @@ DesktopSession::DesktopSession(QObject *parent)
 void DesktopSession::start(const SessionDescription &description)
 {
     m_audio.reload();
-    QProcessEnvironment environment = freeRdpEnvironment(QProcessEnvironment::systemEnvironment());
-    m_audio.addTo(&environment);
-    m_freeRdp.start(freeRdpCommand(description, m_audio.deviceName()), environment);
+    const QProcessEnvironment inherited = freeRdpEnvironment(QProcessEnvironment::systemEnvironment());
+    m_freeRdp.start(freeRdpCommand(description, m_audio.deviceName()), m_audio.addedTo(inherited));
 }
 
 void DesktopSession::stop()

@@ -9,7 +9,7 @@
 
 #include <QObject>
 
-// One desktop on this device's screen, with this device's sound.
+/// Shows one remote desktop on this device's screen, with sound.
 class DesktopSession : public QObject
 {
     Q_OBJECT
@@ -17,11 +17,11 @@ class DesktopSession : public QObject
 public:
     explicit DesktopSession(QObject *parent = nullptr);
 
-    // Once per object.
+    /// Starts the session; call it once per object.
     void start(const SessionDescription &description);
-    // Ends the session; ended() follows.
+    /// Ends the session; ended() follows.
     void stop();
-    // Takes the audio device from the configuration anew.
+    /// Reads the audio device from the configuration again.
     void refreshAudio();
 
 signals:

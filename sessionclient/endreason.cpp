@@ -9,30 +9,30 @@
 
 namespace {
 
-constexpr char Context[] = "EndReason";
+constexpr char translationContext[] = "EndReason";
 
 // clang-format off
-// The exit codes are those of xfreerdp 2.11: 0 to 12 hand on why the server ended the session, 128 to 159 say why none
-// came about. The licence codes are documented as 16 to 26, but this version subtracts where it should add and ends
-// with 240 to 250; both are listed, so that a repaired client is understood too.
+/// The exit codes are those of xfreerdp 2.11: with 0 to 12 the server ended the session, with 128 to 159 the session did
+/// not start. The documented licence codes are 16 to 26, but this version subtracts where it should add and exits with
+/// 240 to 250. Both ranges are listed, so that a corrected client works too.
 QVector<ReasonRow> makeTable()
 {
     return {
-        {EndReason::Ended, SessionEndedStatus, ExplainedBy::Nobody,
+        {EndReason::Ended, sessionEndedStatus, ExplainedBy::Nobody,
          QT_TRANSLATE_NOOP("EndReason", "The session has ended."),
          "",
          {{0, 0}, {11, 12}}},
-        {EndReason::EndedByServer, SessionEndedStatus, ExplainedBy::Client,
+        {EndReason::EndedByServer, sessionEndedStatus, ExplainedBy::Client,
          QT_TRANSLATE_NOOP("EndReason", "The server ended your session."),
          QT_TRANSLATE_NOOP("EndReason", "It was closed from the server's side, for example by an administrator. "
                                         "You can connect again."),
          {{1, 2}}},
-        {EndReason::TimeLimit, SessionEndedStatus, ExplainedBy::Client,
+        {EndReason::TimeLimit, sessionEndedStatus, ExplainedBy::Client,
          QT_TRANSLATE_NOOP("EndReason", "Your session reached a time limit."),
          QT_TRANSLATE_NOOP("EndReason", "The server closes sessions that are idle or wait too long for a log-on. "
                                         "You can connect again."),
          {{3, 4}}},
-        {EndReason::TakenOver, SessionEndedStatus, ExplainedBy::Client,
+        {EndReason::TakenOver, sessionEndedStatus, ExplainedBy::Client,
          QT_TRANSLATE_NOOP("EndReason", "Your session was continued on another device."),
          QT_TRANSLATE_NOOP("EndReason", "Connect again to bring it back here. If it was not you, tell your "
                                         "administrator."),
@@ -159,10 +159,10 @@ EndReason reasonForExitCode(int exitCode)
 
 QString reasonText(EndReason reason)
 {
-    return QCoreApplication::translate(Context, reasonRow(reason).text);
+    return QCoreApplication::translate(translationContext, reasonRow(reason).text);
 }
 
 QString reasonNextStep(EndReason reason)
 {
-    return QCoreApplication::translate(Context, reasonRow(reason).nextStep);
+    return QCoreApplication::translate(translationContext, reasonRow(reason).nextStep);
 }

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QVector>
 
-// Why a session ended, in the words of the person in front of it.
+/// Why a session ended, as the user sees it.
 enum class EndReason {
     Ended,
     EndedByServer,
@@ -32,11 +32,11 @@ enum class EndReason {
     BadAddress
 };
 
-// Who tells the person about it.
+/// Who tells the user about it.
 enum class ExplainedBy {
     Nobody,
-    Launcher, // its message about a wrong address is the right one
-    Client    // we do, in a window of our own
+    Launcher, ///< by its message about a wrong address
+    Client    // by ReasonWindow
 };
 
 struct ExitCodes
@@ -48,16 +48,17 @@ struct ExitCodes
 struct ReasonRow
 {
     EndReason reason;
-    int status; // what the launcher reads; see SessionEndedStatus
+    int status; ///< for the launcher; see sessionEndedStatus
     ExplainedBy explainedBy;
     const char *text;
     const char *nextStep;
-    QVector<ExitCodes> exitCodes; // of xfreerdp
+    QVector<ExitCodes> exitCodes; ///< of xfreerdp
 };
 
-constexpr int SessionEndedStatus = 6;
+/// The status of a session that ended normally.
+constexpr int sessionEndedStatus = 6;
 
-// The one table of reasons.
+/// Lists every reason with its status, texts and exit codes.
 const QVector<ReasonRow> &reasonTable();
 
 const ReasonRow &reasonRow(EndReason reason);

@@ -5,21 +5,21 @@
 
 namespace {
 
-constexpr int DefaultProxyPort = 80;
+constexpr int defaultProxyPort = 80;
 
 bool logsOn(const SessionDescription &session)
 {
     return session.logOn && !session.user.isEmpty();
 }
 
-// A bare IPv6 address needs brackets, or its last group would be read as a port.
+/// A bare IPv6 address needs brackets, or its last group would be read as a port.
 QString bracketed(const QString &host)
 {
     const bool bareIpv6 = host.count(QLatin1Char(':')) > 1 && !host.startsWith(QLatin1Char('['));
     return bareIpv6 ? QStringLiteral("[%1]").arg(host) : host;
 }
 
-// FreeRDP takes everything after the first colon as the value, so a value cannot become a second option.
+/// FreeRDP takes everything after the first colon as the value, so a value cannot become a second option.
 void addValue(QStringList *arguments, const char *option, const QString &value)
 {
     if (!value.isEmpty())
@@ -36,7 +36,7 @@ void addDisplay(QStringList *arguments, const SessionDescription &session)
         arguments->append(QStringLiteral("/multimon"));
 }
 
-// Without credentials a server can show its own log-on screen only when network-level authentication is off.
+/// Network-level authentication requires credentials, so it is off when the server shows its log-on screen.
 void addLogOn(QStringList *arguments, const SessionDescription &session)
 {
     if (!logsOn(session)) {
@@ -57,12 +57,12 @@ void addSound(QStringList *arguments, const SessionDescription &session, const Q
         arguments->last() += QStringLiteral(":sys:alsa,dev:") + alsaDevice;
 }
 
-// xfreerdp 2.11 never authenticates to an HTTP proxy, so the user name and the password stay here.
+/// xfreerdp 2.11 never authenticates to an HTTP proxy, so user name and password are left out.
 QString proxyValue(const QUrl &proxy)
 {
     if (proxy.isEmpty())
         return QString();
-    return QStringLiteral("http://%1:%2").arg(bracketed(proxy.host())).arg(proxy.port(DefaultProxyPort));
+    return QStringLiteral("http://%1:%2").arg(bracketed(proxy.host())).arg(proxy.port(defaultProxyPort));
 }
 
 QStringList secretsOf(const SessionDescription &session)
@@ -81,9 +81,9 @@ FreeRdpCommand freeRdpCommand(const SessionDescription &session, const QString &
     FreeRdpCommand command;
     addValue(&command.arguments, "/v:", bracketed(session.address));
     addDisplay(&command.arguments, session);
-    // Servers of a local network sign their own certificates and nobody sits here to be asked, so the first
-    // one is believed. A later one that differs is refused: the automatic log-on's password must not go to a
-    // stranger.
+    // Servers of a local network use self-signed certificates, and the user cannot verify them. The first
+    // certificate is therefore trusted. A different one later is rejected, so that an impostor does not get
+    // the password of the automatic log-on.
     command.arguments.append(QStringLiteral("/cert:tofu"));
     command.arguments.append(QStringLiteral("/log-level:INFO"));
     addLogOn(&command.arguments, session);

@@ -10,17 +10,17 @@
 #include <QString>
 #include <QStringList>
 
-// All that xfreerdp is told. Secrets travel on its standard input, never in arguments or environment: those
-// of a running process can be read by others.
+/// The arguments and the standard input of xfreerdp. Secrets go through the standard input only, because
+/// other processes can read the arguments and the environment.
 struct FreeRdpCommand
 {
     QStringList arguments;
     QByteArray input;
-    QStringList secrets; // to be struck out of whatever it prints
+    QStringList secrets; ///< masked in its output
 };
 
-// alsaDevice is the name of the ALSA device for the sound; empty leaves the choice to FreeRDP.
+/// Builds the command. `alsaDevice` names the sound device; when it is empty, FreeRDP chooses one.
 FreeRdpCommand freeRdpCommand(const SessionDescription &session, const QString &alsaDevice);
 
-// Takes out of an environment what would change a session behind its description's back.
+/// Removes the variables that would change a session in ways its description does not state.
 QProcessEnvironment freeRdpEnvironment(QProcessEnvironment environment);

@@ -6,26 +6,20 @@
 #include <QLoggingCategory>
 
 #include <csignal>
-#include <sys/prctl.h>
 
 Q_LOGGING_CATEGORY(lcFreeRdp, "kt.session.freerdp")
 
-// Runs between fork and exec. A launcher that kills us must not be left behind a full-screen orphan.
-void FreeRdpProcess::Child::setupChildProcess()
-{
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-}
-
 FreeRdpProcess::FreeRdpProcess(QObject *parent)
     : QObject(parent)
+    , m_child(SIGKILL) // or a launcher that kills this process would stay behind a full-screen orphan
 {
     m_child.setProcessChannelMode(QProcess::MergedChannels);
     m_stopTimer.setSingleShot(true);
-    connect(&m_stopTimer, &QTimer::timeout, this, &FreeRdpProcess::onStopTimeout);
+    connect(&m_stopTimer, &QTimer::timeout, this, &FreeRdpProcess::handleStopTimeout);
     connect(&m_child, &QProcess::readyRead, this, &FreeRdpProcess::readOutput);
-    connect(&m_child, &QProcess::errorOccurred, this, &FreeRdpProcess::onError);
+    connect(&m_child, &QProcess::errorOccurred, this, &FreeRdpProcess::handleError);
     connect(&m_child, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
-            &FreeRdpProcess::onFinished);
+            &FreeRdpProcess::handleFinished);
 }
 
 FreeRdpProcess::~FreeRdpProcess()
@@ -39,7 +33,7 @@ void FreeRdpProcess::start(const FreeRdpCommand &command, const QProcessEnvironm
     m_tail = OutputTail(command.secrets);
     m_child.setProcessEnvironment(environment);
     m_child.start(QStringLiteral("xfreerdp"), command.arguments);
-    // What it asks for beyond these lines meets the end of its input, so it can never wait for an answer.
+    // Closing the input keeps the program from waiting for further answers.
     m_child.write(command.input);
     m_child.closeWriteChannel();
 }
@@ -49,7 +43,7 @@ void FreeRdpProcess::stop()
     if (m_finished || m_stopping)
         return;
     m_stopping = true;
-    m_stopTimer.start(TerminateLimitMs);
+    m_stopTimer.start(terminateLimitMs);
     m_child.terminate();
 }
 
@@ -58,15 +52,15 @@ void FreeRdpProcess::readOutput()
     m_tail.append(m_child.readAll());
 }
 
-// Every other error is followed by finished(), which tells more.
-void FreeRdpProcess::onError(QProcess::ProcessError error)
+/// finished() follows every other error and carries the details.
+void FreeRdpProcess::handleError(QProcess::ProcessError error)
 {
     if (error == QProcess::FailedToStart)
         finish(EndReason::ClientMissing,
                QStringLiteral("xfreerdp did not start: %1").arg(m_child.errorString()));
 }
 
-void FreeRdpProcess::onFinished(int exitCode, QProcess::ExitStatus status)
+void FreeRdpProcess::handleFinished(int exitCode, QProcess::ExitStatus status)
 {
     readOutput();
     const bool crashed = status == QProcess::CrashExit;
@@ -78,14 +72,14 @@ void FreeRdpProcess::onFinished(int exitCode, QProcess::ExitStatus status)
         finish(crashed ? EndReason::ClientFault : reasonForExitCode(exitCode), raw);
 }
 
-void FreeRdpProcess::onStopTimeout()
+void FreeRdpProcess::handleStopTimeout()
 {
     if (m_killed) {
         finish(EndReason::Stopped, QStringLiteral("xfreerdp could not be killed"));
         return;
     }
     m_killed = true;
-    m_stopTimer.start(KillLimitMs);
+    m_stopTimer.start(killLimitMs);
     m_child.kill();
 }
 

@@ -6,55 +6,49 @@
 #include "session/endreason.h"
 #include "session/freerdpcommand.h"
 #include "session/outputtail.h"
+#include "shared/childprocess.h"
 
 #include <QMetaType>
 #include <QObject>
-#include <QProcess>
 #include <QStringList>
 #include <QTimer>
 
 struct SessionEnd
 {
     EndReason reason = EndReason::Ended;
-    QString raw;        // how the program ended, in its own terms
-    QStringList output; // its last lines
+    QString raw;        // the exit code or signal
+    QStringList output; ///< the last lines of the program's output
 };
 Q_DECLARE_METATYPE(SessionEnd)
 
-// One run of xfreerdp, from start to its one end. It dies with this process, whatever becomes of us.
+/// Runs xfreerdp once and reports its end once. The kernel kills xfreerdp when this process dies.
 class FreeRdpProcess : public QObject
 {
     Q_OBJECT
 
 public:
-    static constexpr int TerminateLimitMs = 3000; // then it is killed
-    static constexpr int KillLimitMs = 2000;      // then we stop waiting for it
+    static constexpr int terminateLimitMs = 3000; ///< then the process is killed
+    static constexpr int killLimitMs = 2000;      // then its end is no longer awaited
 
     explicit FreeRdpProcess(QObject *parent = nullptr);
     ~FreeRdpProcess() override;
 
-    // Once per object.
+    /// Starts the program; call it once per object.
     void start(const FreeRdpCommand &command, const QProcessEnvironment &environment);
-    // Ends the session; ended() follows within the two limits.
+    /// Ends the session; ended() follows within the two limits.
     void stop();
 
 signals:
     void ended(const SessionEnd &end);
 
 private:
-    class Child : public QProcess
-    {
-    protected:
-        void setupChildProcess() override;
-    };
-
     void readOutput();
-    void onError(QProcess::ProcessError error);
-    void onFinished(int exitCode, QProcess::ExitStatus status);
-    void onStopTimeout();
+    void handleError(QProcess::ProcessError error);
+    void handleFinished(int exitCode, QProcess::ExitStatus status);
+    void handleStopTimeout();
     void finish(EndReason reason, const QString &raw);
 
-    Child m_child;
+    ChildProcess m_child;
     OutputTail m_tail;
     QTimer m_stopTimer;
     bool m_stopping = false;

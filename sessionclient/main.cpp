@@ -36,7 +36,7 @@ int fail(SessionExitCode code, const QString &message)
 
 int main(int argc, char **argv)
 {
-    // Paths, names and arguments are UTF-8, whatever locale the launcher was started in.
+    // Paths, names and arguments are UTF-8 in every locale.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     qRegisterMetaType<SessionEnd>();
     if (argc != 3 || qstrcmp(argv[1], "-x") != 0)
@@ -47,7 +47,7 @@ int main(int argc, char **argv)
     const QString fault = writeStatusFile(file + QStringLiteral(".status"), outcome.end);
     if (!fault.isEmpty())
         return fail(StatusNotWritten, QStringLiteral("cannot write the status: ") + fault);
-    // The outcome is on record before anybody is asked to read it.
+    // The window opens after the status is written.
     if (outcome.explain)
         explain(argc, argv, outcome.end);
     return exitCodeOf(outcome.end);

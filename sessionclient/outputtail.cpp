@@ -12,36 +12,36 @@ void OutputTail::append(const QByteArray &chunk)
     for (const char byte : chunk) {
         if (byte == '\n')
             endLine();
-        else if (m_open.size() < LineBuffer)
-            m_open += byte;
+        else if (m_unterminated.size() < lineBuffer)
+            m_unterminated += byte;
     }
 }
 
 QStringList OutputTail::lines() const
 {
     QStringList all = m_lines;
-    const QString last = cleaned(m_open);
+    const QString last = cleaned(m_unterminated);
     if (!last.isEmpty())
         all.append(last);
-    return all.mid(qMax(0, all.size() - MostLines));
+    return all.mid(qMax(0, all.size() - mostLines));
 }
 
 void OutputTail::endLine()
 {
-    const QString line = cleaned(m_open);
-    m_open.clear();
+    const QString line = cleaned(m_unterminated);
+    m_unterminated.clear();
     if (line.isEmpty())
         return;
     m_lines.append(line);
-    if (m_lines.size() > MostLines)
+    if (m_lines.size() > mostLines)
         m_lines.removeFirst();
 }
 
-// Secrets are struck out before the line is cut, or the cut could leave half of one.
+/// Masks secrets before cutting the line, because a cut could leave half of a secret.
 QString OutputTail::cleaned(const QByteArray &line) const
 {
     QString text = QString::fromUtf8(line);
     for (const QString &secret : m_secrets)
         text.replace(secret, QStringLiteral("***"));
-    return text.left(LongestLine).trimmed();
+    return text.left(longestLine).trimmed();
 }

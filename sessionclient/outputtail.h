@@ -6,27 +6,26 @@
 #include <QByteArray>
 #include <QStringList>
 
-// Keeps the last lines of what a child prints, cut at line ends, bounded however much comes, with secrets
-// struck out.
+/// Keeps the last lines of a child's output and masks secrets in them. Its memory is bounded.
 class OutputTail
 {
 public:
-    static constexpr int MostLines = 24;
-    static constexpr int LongestLine = 400;
+    static constexpr int mostLines = 24;
+    static constexpr int longestLine = 400;
 
     explicit OutputTail(const QStringList &secrets = {});
 
     void append(const QByteArray &chunk);
-    // With the last line, even when nothing ended it.
+    /// Returns the lines, with an unterminated last line.
     QStringList lines() const;
 
 private:
-    static constexpr int LineBuffer = 4096; // bytes; what a line has beyond is dropped
+    static constexpr int lineBuffer = 4096; ///< bytes; the rest of a longer line is dropped
 
     void endLine();
     QString cleaned(const QByteArray &line) const;
 
     QStringList m_secrets;
     QStringList m_lines;
-    QByteArray m_open;
+    QByteArray m_unterminated;
 };

@@ -13,12 +13,12 @@
 
 namespace {
 
-constexpr int Grid = 8;
-constexpr int WindowWidth = 80 * Grid;
-constexpr int Margin = 4 * Grid;
+constexpr int grid = 8;
+constexpr int windowWidth = 80 * grid;
+constexpr int margin = 4 * grid;
 
-// White on #525252 and the reverse are 7.8:1; the green carries no text.
-const char Style[] = R"(
+/// White on #525252 has a contrast of 7.8:1. Text is never green.
+const char styleSheetText[] = R"(
     ReasonWindow { background: #ffffff; border: 1px solid rgb(222,222,222); border-top: 8px solid rgb(131,182,43); }
     QLabel { color: #525252; font-size: 16px; }
     QLabel#reasonLabel { font-size: 24px; font-weight: bold; }
@@ -33,7 +33,7 @@ QLabel *addLabel(QVBoxLayout *layout, const char *name, const QString &text)
 {
     auto *label = new QLabel(text);
     label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText); // the text may quote a program's output
+    label->setTextFormat(Qt::PlainText); // the text may contain a program's output
     label->setWordWrap(true);
     layout->addWidget(label);
     return label;
@@ -47,7 +47,7 @@ ReasonWindow::ReasonWindow(const SessionEnd &end, QWidget *parent)
 {
     setAttribute(Qt::WA_StyledBackground);
     setWindowTitle(tr("Session"));
-    setStyleSheet(QLatin1String(Style));
+    setStyleSheet(QLatin1String(styleSheetText));
     build(end);
     m_timer->setObjectName(QStringLiteral("closeTimer"));
     m_timer->setInterval(1000);
@@ -58,8 +58,8 @@ ReasonWindow::ReasonWindow(const SessionEnd &end, QWidget *parent)
 void ReasonWindow::build(const SessionEnd &end)
 {
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(Margin, Margin, Margin, Margin);
-    layout->setSpacing(2 * Grid);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(2 * grid);
     addLabel(layout, "reasonLabel", reasonText(end.reason));
     addLabel(layout, "nextStepLabel", reasonNextStep(end.reason));
     addLabel(layout, "rawLabel", tr("For your administrator: %1").arg(end.raw));
@@ -74,9 +74,9 @@ void ReasonWindow::build(const SessionEnd &end)
     connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
     bottom->addWidget(m_remainingLabel, 1);
     bottom->addWidget(closeButton);
-    layout->addSpacing(Grid);
+    layout->addSpacing(grid);
     layout->addLayout(bottom);
-    setFixedWidth(WindowWidth);
+    setFixedWidth(windowWidth);
 }
 
 void ReasonWindow::showEvent(QShowEvent *event)
@@ -84,7 +84,7 @@ void ReasonWindow::showEvent(QShowEvent *event)
     QWidget::showEvent(event);
     adjustSize();
     move(QGuiApplication::primaryScreen()->geometry().center() - rect().center());
-    // There may be no window manager to hand us the keyboard.
+    // Without a window manager nothing else gives this window the keyboard.
     activateWindow();
     m_timer->start();
 }

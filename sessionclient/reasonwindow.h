@@ -10,13 +10,13 @@
 
 class QLabel;
 
-// Tells the person in front of the device why there is no session. Closes by itself.
+/// Tells the user why the session ended. Closes by itself after a while.
 class ReasonWindow : public QWidget
 {
     Q_OBJECT
 
 public:
-    static constexpr int ShownSeconds = 20;
+    static constexpr int shownSeconds = 20;
 
     explicit ReasonWindow(const SessionEnd &end, QWidget *parent = nullptr);
 
@@ -31,5 +31,5 @@ private:
 
     QLabel *m_remainingLabel = nullptr;
     QTimer *m_timer;
-    int m_remaining = ShownSeconds;
+    int m_remaining = shownSeconds;
 };

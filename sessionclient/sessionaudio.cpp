@@ -14,8 +14,8 @@ Q_LOGGING_CATEGORY(lcSessionAudio, "kt.session.audio")
 
 namespace {
 
-const QLatin1String SystemDefinition("/usr/share/alsa/alsa.conf");
-const QLatin1String SilentDevice("null");
+const QLatin1String systemDefinition("/usr/share/alsa/alsa.conf");
+const QLatin1String silentDevice("null");
 
 QString configurationPath()
 {
@@ -31,16 +31,16 @@ QString chosenAudioDevice(const QByteArray &configuration)
         = QJsonDocument::fromJson(configuration).object().value(QLatin1String("audio settings")).toObject();
     const QJsonObject device = settings.value(QLatin1String("output device")).toObject();
     if (device.value(QLatin1String("device name")).toString() == QLatin1String("Off"))
-        return SilentDevice;
+        return silentDevice;
     const QString number = device.value(QLatin1String("device number")).toString();
-    // Whatever is no number leaves the choice to the system.
+    // Without a valid number the system chooses the device.
     return cardAndDevice.match(number).hasMatch() ? QStringLiteral("hw:") + number : QString();
 }
 
-// The mixer belongs to the card, and is looked up by the same name.
+/// ALSA looks up the mixer by the same name; it belongs to the card.
 QByteArray audioDefinition(const QString &device)
 {
-    if (device == SilentDevice)
+    if (device == silentDevice)
         return "pcm.kt_session { type null }\n";
     const QString card = device.section(QLatin1Char(':'), 1).section(QLatin1Char(','), 0, 0);
     return QStringLiteral(
@@ -62,7 +62,7 @@ void SessionAudio::reload()
         return;
     definition.write(audioDefinition(device));
     m_defined = definition.commit();
-    qCInfo(lcSessionAudio) << "sound goes to" << device;
+    qCInfo(lcSessionAudio) << "sound device:" << device;
 }
 
 QString SessionAudio::deviceName() const
@@ -70,11 +70,12 @@ QString SessionAudio::deviceName() const
     return m_defined ? QStringLiteral("kt_session") : QString();
 }
 
-void SessionAudio::addTo(QProcessEnvironment *environment) const
+QProcessEnvironment SessionAudio::addedTo(QProcessEnvironment environment) const
 {
     if (m_defined)
-        environment->insert(QStringLiteral("ALSA_CONFIG_PATH"),
-                            SystemDefinition + QLatin1Char(':') + definitionPath());
+        environment.insert(QStringLiteral("ALSA_CONFIG_PATH"),
+                           systemDefinition + QLatin1Char(':') + definitionPath());
+    return environment;
 }
 
 QString SessionAudio::definitionPath() const

@@ -8,28 +8,28 @@
 #include <QString>
 #include <QTemporaryDir>
 
-// The ALSA hardware device that a configuration document chooses for output ("hw:0,0"); "null" when it says
-// "Off", empty when it says nothing.
+/// Returns the ALSA device for output in a configuration document ("hw:0,0"): "null" for "Off", empty when
+/// the document names none.
 QString chosenAudioDevice(const QByteArray &configuration);
 
-// The ALSA definitions that let such a device be called "kt_session".
+/// Returns ALSA definitions that give the device the name "kt_session".
 QByteArray audioDefinition(const QString &device);
 
-// The sound of one session.
-//
-// FreeRDP takes its sound options as a list with commas and breaks off at a device name that has one, as
-// "hw:0,0" does. So the chosen device gets a plain name in an ALSA definition file of this session. ALSA
-// reads that file again whenever it has changed and a sound starts: this is how a running session moves to
-// another device.
+/// The sound of one session.
+///
+/// FreeRDP separates its sound options with commas, so it cannot parse a device name such as "hw:0,0". The
+/// device therefore gets a plain name in an ALSA definition file of this session. When a sound starts, ALSA
+/// reads a changed file again. A running session moves to another device in this way.
 class SessionAudio
 {
 public:
-    // Takes the device from the configuration document; again at any time.
+    /// Reads the device from the configuration document. May be called again at any time.
     void reload();
 
-    // The name to give to FreeRDP; empty when the configuration chooses none.
+    /// The device's name for FreeRDP; empty when the configuration names none.
     QString deviceName() const;
-    void addTo(QProcessEnvironment *environment) const;
+    /// Returns the environment with the variable that makes ALSA read the definition file.
+    QProcessEnvironment addedTo(QProcessEnvironment environment) const;
 
 private:
     QString definitionPath() const;

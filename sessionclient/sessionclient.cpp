@@ -10,8 +10,8 @@ SessionClient::SessionClient(const QString &connectionFile, QObject *parent)
     , m_connectionFile(connectionFile)
 {
     connect(&m_session, &DesktopSession::ended, this, &SessionClient::ended);
-    connect(&m_signals, &UnixSignals::stopRequested, &m_session, &DesktopSession::stop);
-    connect(&m_signals, &UnixSignals::refreshRequested, &m_session, &DesktopSession::refreshAudio);
+    connect(&m_signals, &SessionSignals::stopRequested, &m_session, &DesktopSession::stop);
+    connect(&m_signals, &SessionSignals::refreshRequested, &m_session, &DesktopSession::refreshAudio);
 }
 
 void SessionClient::run()

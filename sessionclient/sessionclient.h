@@ -4,12 +4,12 @@
 #pragma once
 
 #include "session/desktopsession.h"
-#include "session/unixsignals.h"
+#include "session/sessionsignals.h"
 
 #include <QObject>
 #include <QString>
 
-// Runs the one session that a connection file describes.
+/// Runs the session of one connection file.
 class SessionClient : public QObject
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
     explicit SessionClient(const QString &connectionFile, QObject *parent = nullptr);
 
     void run();
-    // False for a member of a server group, where the next one is tried at once.
+    /// False for a member of a server group, because the launcher tries the next member at once.
     bool mayExplain() const { return m_mayExplain; }
 
 signals:
@@ -27,6 +27,6 @@ signals:
 private:
     QString m_connectionFile;
     DesktopSession m_session;
-    UnixSignals m_signals;
+    SessionSignals m_signals;
     bool m_mayExplain = true;
 };

@@ -6,11 +6,11 @@
 #include <QString>
 #include <QUrl>
 
-// One session as the launcher asks for it. Texts carry no control characters; see parseConnection().
+/// One session as the launcher requests it. Texts contain no control characters; see parseConnection().
 struct SessionDescription
 {
     QString address;
-    int width = 0; // 0: as wide as the screen
+    int width = 0; ///< 0: the width of the screen
     int height = 0;
     int bitsPerPixel = 24;
     bool secondDisplay = false;
@@ -26,8 +26,9 @@ struct SessionDescription
 
     bool sound = false;
     QString deviceName;
-    QUrl proxy; // empty: a direct connection
+    QUrl proxy; ///< empty: a direct connection
 
-    // A member of a server group: whoever started us goes on at once, so nothing may wait for a person.
+    /// True for a member of a server group. The launcher tries the next member at once, so nothing may wait
+    /// for the user.
     bool autoDisconnect = false;
 };

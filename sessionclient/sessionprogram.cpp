@@ -4,21 +4,21 @@
 #include "session/sessionprogram.h"
 
 #include "session/reasonwindow.h"
-#include "session/unixsignals.h"
+#include "session/sessionsignals.h"
 
 #include <QApplication>
 
 SessionExitCode exitCodeOf(const SessionEnd &end)
 {
-    return reasonRow(end.reason).status == SessionEndedStatus ? SessionEnded : SessionFailed;
+    return reasonRow(end.reason).status == sessionEndedStatus ? SessionEnded : SessionFailed;
 }
 
 void explain(int argc, char **argv, const SessionEnd &end)
 {
     const QApplication application(argc, argv);
-    const UnixSignals signalSource;
+    const SessionSignals signalSource;
     ReasonWindow window(end);
-    QObject::connect(&signalSource, &UnixSignals::stopRequested, &window, &QWidget::close);
+    QObject::connect(&signalSource, &SessionSignals::stopRequested, &window, &QWidget::close);
     window.show();
     QApplication::exec();
 }

@@ -7,12 +7,12 @@
 
 #include <QCoreApplication>
 
-// What the session programs have in common: one session, then its end explained.
+/// Code that the session programs share: they run one session and explain its end.
 
 enum SessionExitCode { SessionEnded = 0, SessionFailed = 1, WrongUsage = 2, StatusNotWritten = 3 };
 
-// Runs a client's one session in a QCoreApplication: a session needs no window system of ours, and starting
-// without one saves its memory for the session.
+/// Runs a client's session in a QCoreApplication. It needs no QApplication, whose memory is left to the
+/// session.
 template <typename Client>
 SessionEnd runToEnd(Client *client)
 {
@@ -31,5 +31,5 @@ SessionEnd runToEnd(Client *client)
 
 SessionExitCode exitCodeOf(const SessionEnd &end);
 
-// Shows why the session ended until that is dismissed, in an application of its own.
+/// Shows why the session ended in a QApplication, until the user closes the window.
 void explain(int argc, char **argv, const SessionEnd &end);

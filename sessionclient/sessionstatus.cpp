@@ -11,8 +11,8 @@
 
 namespace {
 
-// An element that is exactly this keeps the launcher from calling the address wrong.
-const QLatin1String FailMarker(":<FAIL>");
+/// This element keeps the launcher from reporting a wrong address.
+const QLatin1String failMarker(":<FAIL>");
 
 } // namespace
 
@@ -21,20 +21,20 @@ QByteArray statusDocument(const SessionEnd &end)
     const ReasonRow &row = reasonRow(end.reason);
     QJsonArray log;
     for (const QString &line : end.output)
-        log.append(QStringLiteral("xfreerdp: ") + line); // so no line of a server's can pass for the marker
+        log.append(QStringLiteral("xfreerdp: ") + line); // keeps a server's output from imitating the marker
     log.append(QLatin1String(row.text));
     if (*row.nextStep != '\0')
         log.append(QLatin1String(row.nextStep));
     log.append(end.raw);
-    if (row.status != SessionEndedStatus && row.explainedBy != ExplainedBy::Launcher)
-        log.append(FailMarker);
+    if (row.status != sessionEndedStatus && row.explainedBy != ExplainedBy::Launcher)
+        log.append(failMarker);
     return QJsonDocument(QJsonObject{{QStringLiteral("status"), row.status}, {QStringLiteral("log"), log}})
         .toJson();
 }
 
 QString writeStatusFile(const QString &path, const SessionEnd &end)
 {
-    // The folder is shared: a link that somebody put there must not lead our writing elsewhere.
+    // Others can write to the folder: a symbolic link there must not redirect this file.
     if (QFileInfo(path).isSymLink())
         QFile::remove(path);
     QSaveFile file(path);

@@ -8,9 +8,9 @@
 #include <QByteArray>
 #include <QString>
 
-// The outcome of a session as the launcher reads it: {"status": number, "log": [lines]}.
+/// Returns the outcome of a session in the launcher's format: {"status": number, "log": [lines]}.
 QByteArray statusDocument(const SessionEnd &end);
 
-// Written beside its final name and renamed, so that a reader finds all of it or nothing. On failure the
-// fault is returned; it is empty on success.
+/// Writes a temporary file and renames it, so that a reader finds the whole document or none. Returns an
+/// error text, which is empty on success.
 QString writeStatusFile(const QString &path, const SessionEnd &end);

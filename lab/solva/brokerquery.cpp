@@ -28,7 +28,7 @@ EndReason reasonOf(QNetworkReply::NetworkError error)
     }
 }
 
-// Brokers expect Latin-1. Text that does not fit is sent as UTF-8.
+/// Brokers expect Latin-1. Text that does not fit is sent as UTF-8.
 QByteArray basicCredentials(const QString &user, const QString &password)
 {
     const QString pair = user + QLatin1Char(':') + password;

@@ -17,7 +17,7 @@ SessionEnd runSession(int argc, char **argv, const SolvaArguments &arguments)
     return runToEnd(&client);
 }
 
-// Writes the outcome to standard output, which the launcher logs. It reads no status file of this program.
+/// Writes the outcome to standard output, which the launcher logs. It reads no status file of this program.
 void report(const SessionEnd &end)
 {
     QTextStream out(stdout);

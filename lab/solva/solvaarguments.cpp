@@ -30,11 +30,12 @@ SolvaArguments parseSolvaArguments(const QStringList &arguments)
     for (const char *flag : {"c", "use-smsc-sda"})
         parser.addOption(QCommandLineOption(QLatin1String(flag)));
     // The last four have no effect here.
-    for (const char *option :
-         {"server", "desktop", "username", "password", "application", "application-dir", "protocol",
-          "experience", "keyboard-layout", "sda-position"})
+    for (const char *option : {"server", "desktop", "username", "password", "application", "application-dir",
+                               "protocol", "experience", "keyboard-layout", "sda-position"})
         parser.addOption(QCommandLineOption(QLatin1String(option), QString(), QStringLiteral("value")));
-    const auto value = [&parser](const char *option) { return parser.value(QLatin1String(option)); };
+    const auto value = [&parser](const char *option) {
+        return parser.value(QLatin1String(option));
+    };
 
     SolvaArguments parsed;
     if (!parser.parse(arguments))

@@ -14,8 +14,8 @@ SolvaClient::SolvaClient(const SolvaArguments &arguments, QObject *parent)
     connect(&m_query, &BrokerQuery::succeeded, this, &SolvaClient::openDesktop);
     connect(&m_query, &BrokerQuery::failed, this, &SolvaClient::ended);
     connect(&m_session, &DesktopSession::ended, this, &SolvaClient::ended);
-    connect(&m_signals, &UnixSignals::stopRequested, this, &SolvaClient::stop);
-    connect(&m_signals, &UnixSignals::refreshRequested, &m_session, &DesktopSession::refreshAudio);
+    connect(&m_signals, &SessionSignals::stopRequested, this, &SolvaClient::stop);
+    connect(&m_signals, &SessionSignals::refreshRequested, &m_session, &DesktopSession::refreshAudio);
 }
 
 void SolvaClient::run()
@@ -23,7 +23,7 @@ void SolvaClient::run()
     m_query.start(m_arguments.server, m_arguments.session.user, m_arguments.session.password);
 }
 
-// An empty name selects the first desktop.
+/// An empty name selects the first desktop.
 void SolvaClient::openDesktop(const QVector<OfferedDesktop> &desktops)
 {
     const QString &wanted = m_arguments.desktop;

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "session/desktopsession.h"
-#include "session/unixsignals.h"
+#include "session/sessionsignals.h"
 #include "solva/brokerquery.h"
 #include "solva/solvaarguments.h"
 
@@ -30,6 +30,6 @@ private:
     SolvaArguments m_arguments;
     BrokerQuery m_query;
     DesktopSession m_session;
-    UnixSignals m_signals;
+    SessionSignals m_signals;
     bool m_opened = false;
 };

@@ -5,32 +5,12 @@
 
 #include "app/settingscontroller.h"
 
-#include <QSocketNotifier>
-
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
-
-namespace {
-
-int pipeEnds[2] = {-1, -1};
-
-bool openPipe()
-{
-    return pipeEnds[0] >= 0 || ::pipe2(pipeEnds, O_NONBLOCK | O_CLOEXEC) == 0;
-}
-
-} // namespace
 
 UnixSignalHandler::UnixSignalHandler()
 {
-    if (!openPipe())
-        return;
-    m_notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
-    connect(m_notifier, &QSocketNotifier::activated, this, &UnixSignalHandler::drain);
+    connect(&m_signalPipe, &SignalPipe::received, this, &UnixSignalHandler::notifyController);
 }
 
 UnixSignalHandler *UnixSignalHandler::instance()
@@ -41,29 +21,15 @@ UnixSignalHandler *UnixSignalHandler::instance()
 
 bool UnixSignalHandler::install()
 {
-    struct sigaction action = {};
-    action.sa_handler = UnixSignalHandler::sigusr1;
-    sigfillset(&action.sa_mask);
-    action.sa_flags = SA_RESTART;
-    if (openPipe() && sigaction(SIGUSR1, &action, nullptr) == 0)
+    if (SignalPipe::install(SIGUSR1, sigusr1))
         return true;
     std::perror("Error: cannot handle SIGUSR1");
     return false;
 }
 
-void UnixSignalHandler::sigusr1(int)
+void UnixSignalHandler::sigusr1(int signal)
 {
-    const int savedErrno = errno;
-    // A full pipe means that the event loop has been told already.
-    [[maybe_unused]] const ssize_t written = ::write(pipeEnds[1], "", 1);
-    errno = savedErrno;
-}
-
-void UnixSignalHandler::drain()
-{
-    char bytes[256];
-    while (::read(pipeEnds[0], bytes, sizeof bytes) > 0) { }
-    emit notifyController();
+    SignalPipe::notify(signal);
 }
 
 void UnixSignalHandler::setController(SettingsController *controller)

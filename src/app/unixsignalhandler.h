@@ -3,30 +3,29 @@
 
 #pragma once
 
+#include "shared/signalpipe.h"
+
 #include <QObject>
 #include <QPointer>
 
-class QSocketNotifier;
 class SettingsController;
 
-/// Turns SIGUSR1, by which device scripts ask for attention, into a call of the settings controller.
-///
-/// The signal may arrive at any moment, in the middle of an allocation too. The handler therefore only writes
-/// a byte into a pipe; the event loop reads it and emits `notifyController`, so that the controller's work is
-/// done there. Signals that arrive together are told once: the message file holds the last message only.
+/// Turns SIGUSR1, which device scripts send, into a call of the settings controller. The event loop makes the
+/// call, see SignalPipe. Several signals at once cause one call, because the message file holds only the last
+/// message.
 class UnixSignalHandler : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The one handler, made on first use and never destroyed.
+    /// Returns the one handler, which is made on first use and never destroyed.
     static UnixSignalHandler *instance();
-    /// Installs `sigusr1` for SIGUSR1. Needs no application object; a signal that comes before there is one
-    /// is kept. False, with a line on standard error, when it cannot be installed.
+    /// Installs `sigusr1` for SIGUSR1. Needs no application object; an earlier signal is kept for it. On
+    /// failure writes a line to standard error and returns false.
     static bool install();
 
     void setController(SettingsController *controller);
-    /// The same as a signal, from ordinary code.
+    /// Notifies the controller as a signal does; for ordinary code.
     void updateController();
 
     /// The signal handler; async-signal-safe.
@@ -37,11 +36,10 @@ signals:
 
 private:
     UnixSignalHandler();
-    void drain();
 
-    QSocketNotifier *m_notifier = nullptr;
+    SignalPipe m_signalPipe;
     QPointer<SettingsController> m_controller;
 };
 
-/// A handler to put in by hand from a debugger, to see whether a script's signal arrives at all.
+/// A handler for use from a debugger: it prints a line when a signal arrives.
 void handle_signal(int signal);

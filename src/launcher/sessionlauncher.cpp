@@ -13,7 +13,6 @@
 #include <QScreen>
 
 #include <csignal>
-#include <sys/prctl.h>
 
 Q_LOGGING_CATEGORY(lcSession, "kt.app.session")
 
@@ -31,13 +30,9 @@ QString shownName(const ServerEntry &server)
 
 } // namespace
 
-void SessionLauncher::ClientProcess::setupChildProcess()
-{
-    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-}
-
 SessionLauncher::SessionLauncher(QObject *parent)
     : QObject(parent)
+    , m_client(SIGTERM)
 {
     m_client.setProcessChannelMode(QProcess::MergedChannels);
     connect(&m_client, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,

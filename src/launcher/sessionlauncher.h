@@ -5,10 +5,10 @@
 
 #include "services/connectionfile.h"
 #include "services/connecttarget.h"
+#include "shared/childprocess.h"
 #include "widgets/connectiondialog.h"
 
 #include <QObject>
-#include <QProcess>
 #include <QTimer>
 
 class JsonModule;
@@ -70,14 +70,7 @@ private:
     void logLine();
 
     JsonModule *m_configuration = nullptr;
-    /// A client that does not outlive us: whatever starts us anew must not find it on the screen.
-    class ClientProcess : public QProcess
-    {
-    protected:
-        void setupChildProcess() override;
-    };
-
-    ClientProcess m_client;
+    ChildProcess m_client; ///< ends with the launcher, so that a restarted launcher has the screen to itself
     ConnectionDialog m_dialog;
     QTimer m_dialogTimer;
     QVector<ServerEntry> m_group;

@@ -17,16 +17,14 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(AdministratorPassword)
 };
 
-/// An empty stored hash equals that of no text: with the protection on, nothing opens it.
-bool matches(const QString &password, const QString &storedHash)
-{
-    const QByteArray hash = QCryptographicHash::hash(password.toUtf8(), QCryptographicHash::Md5);
-    return QString::fromLatin1(hash.toHex()) == storedHash;
-}
-
 } // namespace
 
 namespace AdministratorPassword {
+
+QString hashOf(const QString &password)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(password.toUtf8(), QCryptographicHash::Md5).toHex());
+}
 
 bool ask(QWidget *parent, const QJsonObject &root)
 {
@@ -44,7 +42,8 @@ bool ask(QWidget *parent, const QJsonObject &root)
     dialog.setPasswordMode();
     if (dialog.exec() != QDialog::Accepted)
         return false;
-    if (matches(dialog.getInput(), general.value(Key::setupPasswordHash).toString()))
+    // No password matches an empty stored hash: while the protection is on, the settings stay closed.
+    if (hashOf(dialog.getInput()) == general.value(Key::setupPasswordHash).toString())
         return true;
     GeneralDialog::showError(parent, Texts::tr("Authentication error"), Texts::tr("Wrong password"));
     return false;

@@ -5,21 +5,16 @@
 
 #include "config/keys.h"
 #include "device/commands.h"
+#include "pages/administratorpassword.h"
 
 #include "ui_generalpage.h"
 
-#include <QCryptographicHash>
 #include <QRegularExpression>
 #include <QSignalBlocker>
 
 namespace {
 
 const QString passwordIsSet = QStringLiteral("********");
-
-QString hashOf(const QString &password)
-{
-    return QString::fromLatin1(QCryptographicHash::hash(password.toUtf8(), QCryptographicHash::Md5).toHex());
-}
 
 } // namespace
 
@@ -170,7 +165,8 @@ void GeneralPage::saveGeneralTab(QJsonObject &general) const
     general.insert(Key::clientMode, clientMode());
     general.insert(Key::setupPasswordEnabled, m_ui->passwordCheckBox->isChecked());
     if (m_passwordChanged && m_ui->passwordCheckBox->isChecked())
-        general.insert(Key::setupPasswordHash, hashOf(m_ui->enterPasswordLineEdit->text()));
+        general.insert(Key::setupPasswordHash,
+                       AdministratorPassword::hashOf(m_ui->enterPasswordLineEdit->text()));
 }
 
 void GeneralPage::runTools(const QJsonObject &)

@@ -12,7 +12,6 @@
 #include <QUrl>
 
 #include <csignal>
-#include <sys/prctl.h>
 #include <unistd.h>
 
 Q_LOGGING_CATEGORY(lcFtpProxy, "kt.update.ftpproxy")
@@ -21,9 +20,13 @@ namespace {
 const QByteArray firstDots(10, '.');
 }
 
+FtpProxyTool::Process::Process()
+    : ChildProcess(SIGKILL)
+{ }
+
 void FtpProxyTool::Process::setupChildProcess()
 {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ChildProcess::setupChildProcess();
     ::setpgid(0, 0);
 }
 

@@ -3,8 +3,9 @@
 
 #pragma once
 
+#include "shared/childprocess.h"
+
 #include <QObject>
-#include <QProcess>
 #include <QTimer>
 
 class QNetworkProxy;
@@ -40,10 +41,12 @@ signals:
     void ended(bool succeeded);
 
 private:
-    /// The tool does not outlive us: nobody would know of the end of its image. What it starts is of one
-    /// group with it.
-    class Process : public QProcess
+    /// The tool leads a process group of its own, which holds whatever it starts.
+    class Process : public ChildProcess
     {
+    public:
+        Process();
+
     protected:
         void setupChildProcess() override;
     };

@@ -94,7 +94,7 @@ private slots:
         QCOMPARE(int(end.reason), int(EndReason::NameNotFound));
         QVERIFY(end.output.filter("geheim").isEmpty());
         QVERIFY(end.output.last().endsWith("last words"));
-        QCOMPARE(end.output.size(), OutputTail::MostLines);
+        QCOMPARE(end.output.size(), OutputTail::mostLines);
     }
 };
 

@@ -124,10 +124,10 @@ private slots:
         tail.append("heim in it\n");
         tail.append(QByteArray(100000, 'x') + "\nopen end");
         const QStringList lines = tail.lines();
-        QCOMPARE(lines.size(), OutputTail::MostLines);
-        QCOMPARE(lines.first(), QString::number(1000 - (OutputTail::MostLines - 3)));
+        QCOMPARE(lines.size(), OutputTail::mostLines);
+        QCOMPARE(lines.first(), QString::number(1000 - (OutputTail::mostLines - 3)));
         QCOMPARE(lines.at(lines.size() - 3), "with *** in it");
-        QCOMPARE(lines.at(lines.size() - 2).size(), OutputTail::LongestLine);
+        QCOMPARE(lines.at(lines.size() - 2).size(), OutputTail::longestLine);
         QCOMPARE(lines.last(), "open end");
     }
 };

@@ -107,7 +107,7 @@ private slots:
         QTRY_COMPARE(m_client->state(), QProcess::NotRunning);
         QCOMPARE(m_client->exitStatus(), QProcess::NormalExit);
         printed += m_client->readAll();
-        QVERIFY2((m_client->exitCode() == SessionEnded) == (reasonRow(reason).status == SessionEndedStatus),
+        QVERIFY2((m_client->exitCode() == SessionEnded) == (reasonRow(reason).status == sessionEndedStatus),
                  printed);
         QCOMPARE(printed.contains("xfreerdp: a line of it"), behaviour != "exit 0");
         QVERIFY(!printed.contains(Password.toUtf8()));
