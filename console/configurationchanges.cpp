@@ -18,7 +18,7 @@
 
 namespace {
 
-/// The device keeps its own choice of these.
+/// The device keeps its own values of these keys.
 bool isDeviceLocal(const QStringList &key)
 {
     static const QStringList local
@@ -70,7 +70,7 @@ void insert(QJsonObject &object, const QStringList &key, const QJsonValue &value
     object.insert(key.first(), inner);
 }
 
-/// Every device reads ASCII alike, whatever it takes the rest for.
+/// Escapes other characters, because every device reads ASCII correctly.
 QByteArray asciiJson(const QJsonObject &object)
 {
     QByteArray ascii;
@@ -96,7 +96,7 @@ ConfigurationChanges ConfigurationChanges::between(const QJsonObject &held, cons
         ConfigurationManager(Defaults::configurationVersion).upgradeConfiguration(wanted);
     const int version = Upgrades::statedVersion(wanted);
     if (version != changes.version) {
-        changes.error = QStringLiteral("the configuration is of version %1, the device's of version %2")
+        changes.error = QStringLiteral("the file has configuration version %1, the device has version %2")
                             .arg(version)
                             .arg(changes.version);
         return changes;
@@ -117,26 +117,25 @@ void ConfigurationChanges::dropSubstituted()
     changed.erase(std::remove_if(changed.begin(), changed.end(), substituted), changed.end());
 }
 
-QByteArray ConfigurationChanges::firstPart(int *taken) const
+ConfigurationChanges::Part ConfigurationChanges::firstPart() const
 {
     QJsonObject document = ofVersion(version);
-    QByteArray text;
-    *taken = 0;
+    Part part;
     for (const Change &change : changed) {
         insert(document, change.key, change.to);
         const QByteArray longer = asciiJson(document);
         if (longer.size() > ConsoleFormat::longestJson)
             break;
-        text = longer;
-        ++*taken;
+        part.document = longer;
+        ++part.count;
     }
-    return text;
+    return part;
 }
 
 QJsonValue withoutSecrets(const QStringList &key, const QJsonValue &value)
 {
     const bool secret = std::any_of(key.begin(), key.end(), Secrets::isSecret);
-    // Switches such as "password enabled" are none.
+    // A switch such as "password enabled" is not secret.
     if (secret && !value.isBool() && !value.isNull())
         return QStringLiteral("***");
     const QString name = key.isEmpty() ? QString() : key.last();

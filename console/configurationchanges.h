@@ -10,32 +10,37 @@
 #include <QString>
 #include <QStringList>
 
-/// One value of the configuration that a merge replaces.
+/// One value of the configuration that a merge changes.
 struct Change
 {
-    QStringList key; ///< from the section down
+    QStringList key; ///< path, beginning with the section
     QJsonValue from;
     QJsonValue to;
 };
 
-/// What a document does to a device's configuration.
+/// The changes that a document makes to a device's configuration.
 struct ConfigurationChanges
 {
-    QString error; ///< why the device would refuse it, or empty
+    QString error; ///< why the device would reject the document, or empty
     int version = 0;
     QList<Change> changed;
-    QList<QStringList> ignored; ///< keys that the device lacks, or has with a value of another type
+    QList<QStringList> ignored; ///< keys that the device lacks, or whose type differs
 
-    /// By the device's own rules. A document that states no version is taken to be of the device's.
+    /// Compares by the device's own rules. A document without a version is taken to have the device's.
     static ConfigurationChanges between(const QJsonObject &held, const QJsonObject &wanted);
 
-    /// Drops what a device that has taken it shows otherwise: a resolution that its display does not offer.
+    /// Drops a resolution that the device has replaced by "Automatic", because its display lacks it.
     void dropSubstituted();
 
-    /// The first of the changes, as many as one datagram holds, as a document in plain ASCII; `taken` says
-    /// how many. Empty when not even the first one fits.
-    QByteArray firstPart(int *taken) const;
+    struct Part
+    {
+        QByteArray document; ///< plain ASCII
+        int count = 0;       ///< of changes
+    };
+
+    /// Returns as many of the first changes as one datagram holds. Empty when the first one does not fit.
+    Part firstPart() const;
 };
 
-/// The value as it may be shown: no secrets, on one line, for keys of any depth.
+/// Returns the value for display, with its secrets masked; for keys of any depth.
 QJsonValue withoutSecrets(const QStringList &key, const QJsonValue &value);

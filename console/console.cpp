@@ -3,12 +3,12 @@
 
 #include "console/console.h"
 
-#include "console/crew.h"
 #include "console/discovery.h"
 #include "console/files.h"
 #include "console/printer.h"
 #include "console/targets.h"
 #include "console/updaterequest.h"
+#include "console/workerpool.h"
 
 #include <QDir>
 #include <QTextStream>
@@ -20,7 +20,7 @@
 
 namespace {
 
-void say(const QString &text)
+void printError(const QString &text)
 {
     QTextStream(stderr) << "kt-console: " << text << '\n';
 }
@@ -52,24 +52,24 @@ Console::Console(const Options &options, QObject *parent)
 
 void Console::start()
 {
-    QString error;
-    const auto built = task(&error);
+    const Expected<Task> built = task();
     if (!built)
-        return fail(error);
+        return fail(built.error());
     m_task = *built;
     if (!m_options.outputFolder.isEmpty() && !QDir().mkpath(m_options.outputFolder))
-        return fail(QStringLiteral("cannot make the folder %1").arg(m_options.outputFolder));
-    m_devices = Targets::named(m_options, &error);
-    if (!error.isEmpty())
-        return fail(error);
-    if (m_options.asksSubnet())
+        return fail(QStringLiteral("cannot create the folder %1").arg(m_options.outputFolder));
+    const Expected<QList<QHostAddress>> named = Targets::named(m_options);
+    if (!named)
+        return fail(named.error());
+    m_devices = *named;
+    if (m_options.searchesSubnet())
         return discover();
     if (m_devices.isEmpty())
-        return fail(QStringLiteral("%1 names no device").arg(m_options.targetsFile));
+        return fail(QStringLiteral("no device in %1").arg(m_options.targetsFile));
     work();
 }
 
-std::optional<Task> Console::task(QString *error) const
+Expected<Task> Console::task() const
 {
     Task task;
     task.command = m_options.command;
@@ -78,71 +78,73 @@ std::optional<Task> Console::task(QString *error) const
     task.retries = m_options.retries;
     task.port = m_options.port;
     if (task.command == Command::SetConfig) {
-        const auto wanted = Files::readObject(m_options.file, error);
+        const Expected<QJsonObject> wanted = Files::readObject(m_options.file);
         if (!wanted)
-            return std::nullopt;
+            return Error{wanted.error()};
         task.configuration = *wanted;
     }
-    if ((task.command == Command::UpdateUrl || task.command == Command::UpdateServer)
-        && !addUpdate(&task, error))
-        return std::nullopt;
+    if (task.command == Command::UpdateUrl || task.command == Command::UpdateServer) {
+        const Expected<QByteArray> request = updateRequest();
+        if (!request)
+            return Error{request.error()};
+        task.update = *request;
+    }
     return task;
 }
 
-bool Console::addUpdate(Task *task, QString *error) const
+Expected<QByteArray> Console::updateRequest() const
 {
-    const auto password = task->command == Command::UpdateUrl
-        ? Files::readPassword(m_options.passwordFile, error)
-        : QString();
+    if (m_options.command == Command::UpdateServer)
+        return UpdateRequest::fromServer(m_options.updateSource, m_options.updateFile);
+    const Expected<QString> password = Files::readPassword(m_options.passwordFile);
     if (!password)
-        return false;
-    const auto request = task->command == Command::UpdateUrl
-        ? UpdateRequest::fromUrl(m_options.updateSource, m_options.user, *password, error)
-        : UpdateRequest::fromServer(m_options.updateSource, m_options.updateFile, error);
-    task->update = request.value_or(QByteArray());
-    return request.has_value();
+        return Error{password.error()};
+    return UpdateRequest::fromUrl(m_options.updateSource, m_options.user, *password);
 }
 
 void Console::discover()
 {
-    QString error;
-    const QList<QHostAddress> broadcasts = Targets::broadcasts(m_options, &error);
-    if (broadcasts.isEmpty())
-        return fail(error);
+    const Expected<QList<QHostAddress>> broadcasts = Targets::broadcasts(m_options);
+    if (!broadcasts)
+        return fail(broadcasts.error());
     auto *discovery
-        = new Discovery(broadcasts, m_options.port, m_options.timeoutMs, 1 + m_options.retries, this);
+        = new Discovery(*broadcasts, m_options.port, m_options.timeoutMs, 1 + m_options.retries, this);
     connect(discovery, &Discovery::failed, this, [this](const QString &reason) { fail(reason); });
     connect(discovery, &Discovery::ended, this, &Console::work);
-    connect(discovery, &Discovery::found, this, [this](const Result &result) {
-        const bool enough = m_options.command == Command::Info;
-        if (enough)
-            m_devices.removeAll(result.device);
-        else if (!m_devices.contains(result.device))
-            m_devices += result.device;
-        if (enough)
-            m_results += result;
-        m_progress.show(QStringLiteral("%1 found").arg(enough ? m_results.size() : m_devices.size()));
-    });
+    connect(discovery, &Discovery::found, this, &Console::handleFound);
     discovery->start();
+}
+
+/// For "info" the reply to the broadcast is the result already.
+void Console::handleFound(const Result &result)
+{
+    const bool complete = m_options.command == Command::Info;
+    if (complete) {
+        m_devices.removeAll(result.device);
+        m_results += result;
+    } else if (!m_devices.contains(result.device)) {
+        m_devices += result.device;
+    }
+    m_progress.show(QStringLiteral("%1 found").arg(complete ? m_results.size() : m_devices.size()));
 }
 
 void Console::work()
 {
     if (m_devices.isEmpty() && m_results.isEmpty())
         return fail(QStringLiteral("no device answers in the subnet"), DeviceSilent);
-    if (!mayGoOn())
+    if (!isConfirmed())
         return;
     m_total = m_devices.size() + m_results.size();
     m_progress.show(QStringLiteral("%1 of %2").arg(m_results.size()).arg(m_total));
-    auto *crew = new Crew(m_task, m_devices, m_options.parallel, this);
-    connect(crew, &Crew::deviceEnded, this, &Console::take);
-    connect(crew, &Crew::ended, this, &Console::end);
-    crew->start();
+    auto *pool = new WorkerPool(m_task, m_devices, m_options.parallel, this);
+    connect(pool, &WorkerPool::deviceEnded, this, &Console::handleResult);
+    connect(pool, &WorkerPool::ended, this, &Console::end);
+    pool->start();
 }
 
-bool Console::mayGoOn()
+bool Console::isConfirmed()
 {
-    if (!m_options.asksSubnet() || !changesDevice(m_options.command) || m_options.dryRun || m_options.yes)
+    if (!m_options.searchesSubnet() || !changesDevice(m_options.command) || m_options.dryRun || m_options.yes)
         return true;
     m_progress.clear();
     if (isatty(STDIN_FILENO) != 1 || m_options.file == QLatin1String("-")) {
@@ -156,16 +158,16 @@ bool Console::mayGoOn()
     if (answer.compare(QLatin1String("y"), Qt::CaseInsensitive) == 0
         || answer.compare(QLatin1String("yes"), Qt::CaseInsensitive) == 0)
         return true;
-    fail(QStringLiteral("nothing is done"));
+    fail(QStringLiteral("declined; no device was changed"));
     return false;
 }
 
-void Console::take(const Result &result)
+void Console::handleResult(const Result &result)
 {
     m_results += result;
     const auto silent = std::count_if(m_results.cbegin(), m_results.cend(),
                                       [](const Result &one) { return one.outcome == Outcome::NoAnswer; });
-    // What has been done to a device is on record at once, and reports are sorted at the end.
+    // A change is printed at once; reports are sorted and printed at the end.
     if (changesDevice(m_options.command))
         print(result);
     m_progress.show(
@@ -180,7 +182,7 @@ void Console::end()
     int code = AllDone;
     for (const Result &result : qAsConst(m_results)) {
         const int severe = severity(result.outcome);
-        // A refusal outweighs silence, and trouble of our own outweighs both.
+        // A refusal takes precedence over silence, and trouble on this machine over both.
         if (severe == Trouble || code == AllDone || (severe == DeviceRefused && code == DeviceSilent))
             code = severe;
     }
@@ -195,22 +197,22 @@ void Console::printAll()
     if (m_options.command == Command::Info && !m_options.json && m_results.size() > 1)
         QTextStream(stdout) << Printer::heading();
     for (Result &result : m_results) {
-        if (!keep(result))
-            result.outcome = Outcome::Failed;
+        if (!m_options.outputFolder.isEmpty() && result.outcome == Outcome::Done)
+            result = withDocumentSaved(result);
         print(result);
     }
 }
 
-bool Console::keep(Result &result)
+/// The message names the file, or says why it could not be written.
+Result Console::withDocumentSaved(Result result) const
 {
-    if (m_options.outputFolder.isEmpty() || result.outcome != Outcome::Done)
-        return true;
     const QString name
         = QDir(m_options.outputFolder).filePath(result.device.toString() + QStringLiteral(".json"));
-    const bool kept = Files::writePrivate(name, result.document, &result.message);
-    if (kept)
-        result.message = name;
-    return kept;
+    const QString error = Files::writePrivate(name, result.document);
+    result.message = error.isEmpty() ? name : error;
+    if (!error.isEmpty())
+        result.outcome = Outcome::Failed;
+    return result;
 }
 
 void Console::print(const Result &result)
@@ -234,6 +236,6 @@ void Console::print(const Result &result)
 void Console::fail(const QString &error, int code)
 {
     m_progress.clear();
-    say(error);
+    printError(error);
     emit ended(code);
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "console/devicejob.h"
+#include "console/expected.h"
 #include "console/options.h"
 #include "console/progressline.h"
 #include "console/result.h"
@@ -11,18 +12,16 @@
 #include <QList>
 #include <QObject>
 
-#include <optional>
-
-/// How the console ends.
+/// The exit status.
 enum ExitCode {
     AllDone = 0,
     DeviceRefused = 1,
     WrongCommandLine = 2,
     DeviceSilent = 3,
-    Trouble = 4, ///< on our side: a file, a name, a socket, a question answered with no
+    Trouble = 4, ///< on this machine: a file, a name, a socket, a declined confirmation
 };
 
-/// One run of the console: finds the devices, has them worked on, prints what came of each.
+/// One run of the console: finds the devices, runs their jobs and prints the results.
 class Console : public QObject
 {
     Q_OBJECT
@@ -37,15 +36,16 @@ signals:
     void ended(int code);
 
 private:
-    std::optional<Task> task(QString *error) const;
-    bool addUpdate(Task *task, QString *error) const;
+    Expected<Task> task() const;
+    Expected<QByteArray> updateRequest() const;
     void discover();
+    void handleFound(const Result &result);
     void work();
-    bool mayGoOn();
-    void take(const Result &result);
+    bool isConfirmed();
+    void handleResult(const Result &result);
     void print(const Result &result);
     void printAll();
-    bool keep(Result &result);
+    Result withDocumentSaved(Result result) const;
     void fail(const QString &error, int code = Trouble);
     void end();
 

@@ -3,7 +3,7 @@
 
 #include "console/devicejob.h"
 
-#include "console/questions.h"
+#include "console/requests.h"
 
 #include "update/consoleformat.h"
 
@@ -19,15 +19,15 @@ QString refusal(Command command)
     case Command::UpdateLatest:
     case Command::UpdateUrl:
     case Command::UpdateServer:
-        return QStringLiteral("busy: an update is running; or a session is, and the update follows it");
+        return QStringLiteral("busy: an update is running, or a session is and the update will follow it");
     case Command::SetConfig:
         return QStringLiteral(
-            "a firmware update is running, the document does not suit it, or its disk is full");
+            "a firmware update is running, the document does not fit the device, or its disk is full");
     case Command::GetConfig:
     case Command::Info:
         break;
     }
-    return QStringLiteral("the device does not give it");
+    return QStringLiteral("the device does not send it");
 }
 
 } // namespace
@@ -35,18 +35,20 @@ QString refusal(Command command)
 DeviceJob::DeviceJob(const Task &task, const QHostAddress &device, QObject *parent)
     : QObject(parent)
     , m_task(task)
-    , m_asker({device, task.port}, task.timeoutMs)
+    , m_sender({device, task.port}, task.timeoutMs)
 {
     m_result.device = device;
-    connect(&m_asker, &Asker::answered, this, [this](const QByteArray &answer) { (this->*m_taker)(answer); });
-    connect(&m_asker, &Asker::unanswered, this, &DeviceJob::missAnswer);
-    connect(&m_asker, &Asker::failed, this, [this](const QString &error) { end(Outcome::Failed, error); });
+    connect(&m_sender, &RequestSender::replied, this,
+            [this](const QByteArray &reply) { (this->*m_replyHandler)(reply); });
+    connect(&m_sender, &RequestSender::timedOut, this, &DeviceJob::handleTimeout);
+    connect(&m_sender, &RequestSender::failed, this,
+            [this](const QString &error) { end(Outcome::Failed, error); });
 }
 
-void DeviceJob::ask(const Question &question, Taker taker)
+void DeviceJob::send(const Request &request, ReplyHandler handler)
 {
-    m_taker = taker;
-    m_asker.ask(question);
+    m_replyHandler = handler;
+    m_sender.send(request);
 }
 
 void DeviceJob::start()
@@ -54,57 +56,58 @@ void DeviceJob::start()
     using ConsoleFormat::request;
     switch (m_task.command) {
     case Command::Info:
-        return ask(Questions::info(1 + m_task.retries), &DeviceJob::takeInfo);
+        return send(Requests::info(1 + m_task.retries), &DeviceJob::handleInfo);
     case Command::GetConfig:
     case Command::SetConfig:
-        return askForConfiguration();
+        return requestConfiguration();
     case Command::Reset:
-        return ask(Questions::action(request(ConsoleFormat::Command::Reset)), &DeviceJob::takeAction);
+        return send(Requests::action(request(ConsoleFormat::Command::Reset)), &DeviceJob::handleAction);
     case Command::UpdateLatest:
-        return ask(Questions::action(request(ConsoleFormat::Command::UpdateLatest)), &DeviceJob::takeAction);
+        return send(Requests::action(request(ConsoleFormat::Command::UpdateLatest)),
+                    &DeviceJob::handleAction);
     case Command::UpdateUrl:
     case Command::UpdateServer:
-        return ask(Questions::action(m_task.update), &DeviceJob::takeAction);
+        return send(Requests::action(m_task.update), &DeviceJob::handleAction);
     }
 }
 
-void DeviceJob::askForConfiguration()
+void DeviceJob::requestConfiguration()
 {
-    ask(Questions::document(1 + m_task.retries), &DeviceJob::takeConfiguration);
+    send(Requests::document(1 + m_task.retries), &DeviceJob::handleConfiguration);
 }
 
-void DeviceJob::takeInfo(const QByteArray &answer)
+void DeviceJob::handleInfo(const QByteArray &reply)
 {
-    const auto info = ConsoleFormat::decodeDeviceInfo(answer);
+    const auto info = ConsoleFormat::decodeDeviceInfo(reply);
     m_result.report = QJsonDocument::fromJson(info->status).object();
     if (m_result.report.isEmpty())
-        return end(Outcome::Unusable, QStringLiteral("its status is no JSON object"));
+        return end(Outcome::Unusable, QStringLiteral("the status is not a JSON object"));
     end(Outcome::Done);
 }
 
-void DeviceJob::takeAction(const QByteArray &answer)
+void DeviceJob::handleAction(const QByteArray &reply)
 {
-    const quint32 code = ConsoleFormat::decodeActionReply(answer)->result;
+    const quint32 code = ConsoleFormat::decodeActionReply(reply)->result;
     if (code != 0)
         return end(Outcome::Refused, refusal(m_task.command), code);
     end(Outcome::Done);
 }
 
-void DeviceJob::takeConfiguration(const QByteArray &answer)
+void DeviceJob::handleConfiguration(const QByteArray &reply)
 {
-    const auto reply = ConsoleFormat::decodeDocumentReply(answer);
-    if (reply->result != 0)
-        return end(Outcome::Refused, refusal(Command::GetConfig), reply->result);
-    const QJsonDocument held = QJsonDocument::fromJson(reply->text);
+    const auto document = ConsoleFormat::decodeDocumentReply(reply);
+    if (document->result != 0)
+        return end(Outcome::Refused, refusal(Command::GetConfig), document->result);
+    const QJsonDocument held = QJsonDocument::fromJson(document->text);
     if (!held.isObject())
-        return end(Outcome::Unusable, QStringLiteral("its configuration is no JSON object"));
+        return end(Outcome::Unusable, QStringLiteral("the configuration is not a JSON object"));
     if (m_task.command == Command::SetConfig)
-        return change(held.object());
-    m_result.document = reply->text;
+        return changeConfiguration(held.object());
+    m_result.document = document->text;
     end(Outcome::Done);
 }
 
-void DeviceJob::change(const QJsonObject &held)
+void DeviceJob::changeConfiguration(const QJsonObject &held)
 {
     ConfigurationChanges left = ConfigurationChanges::between(held, m_task.configuration);
     if (!left.error.isEmpty())
@@ -117,49 +120,50 @@ void DeviceJob::change(const QJsonObject &held)
         return end(m_sent == 0 ? Outcome::Unchanged : Outcome::Done);
     if (m_task.dryRun)
         return end(Outcome::Done);
-    if (m_lost > m_task.retries)
-        return end(Outcome::NoAnswer, QStringLiteral("the configuration was sent and is not in force"));
-    const bool stuck = m_lost == 0 && m_sent > 0 && left.changed.size() >= m_changesLeft;
+    if (m_unanswered > m_task.retries)
+        return end(Outcome::NoAnswer, QStringLiteral("the configuration was sent but has no effect"));
+    const bool stuck = m_unanswered == 0 && m_sent > 0 && left.changed.size() >= m_changesLeft;
     if (stuck)
-        return end(Outcome::Unusable, QStringLiteral("it has accepted the configuration and not kept it"));
+        return end(Outcome::Unusable,
+                   QStringLiteral("the device accepted the configuration but did not keep it"));
     sendChanges(left);
 }
 
 void DeviceJob::sendChanges(const ConfigurationChanges &left)
 {
-    int taken = 0;
-    const QByteArray part = left.firstPart(&taken);
-    if (taken == 0)
+    const ConfigurationChanges::Part part = left.firstPart();
+    if (part.count == 0)
         return end(Outcome::Failed,
-                   QStringLiteral("\"%1\" is larger than the %2 bytes that a device takes")
+                   QStringLiteral("\"%1\" is larger than the limit of %2 bytes")
                        .arg(left.changed.first().key.join(QLatin1String(" / ")))
                        .arg(ConsoleFormat::longestJson));
     ++m_sent;
     m_changesLeft = left.changed.size();
-    m_sendsPart = taken < m_changesLeft;
-    ask(Questions::merge(part), &DeviceJob::takeMerge);
+    m_sendsPart = part.count < m_changesLeft;
+    send(Requests::merge(part.document), &DeviceJob::handleMerge);
 }
 
-void DeviceJob::takeMerge(const QByteArray &answer)
+void DeviceJob::handleMerge(const QByteArray &reply)
 {
-    const quint32 code = *ConsoleFormat::decodeMergeReply(answer);
+    const quint32 code = *ConsoleFormat::decodeMergeReply(reply);
     if (code != 0)
         return end(Outcome::Refused, refusal(Command::SetConfig), code);
-    m_lost = 0;
+    m_unanswered = 0;
     if (m_sendsPart)
-        return askForConfiguration();
+        return requestConfiguration();
     end(Outcome::Done);
 }
 
-void DeviceJob::missAnswer()
+void DeviceJob::handleTimeout()
 {
-    if (m_taker == &DeviceJob::takeMerge) {
-        ++m_lost;
-        return askForConfiguration();
+    if (m_replyHandler == &DeviceJob::handleMerge) {
+        ++m_unanswered;
+        return requestConfiguration();
     }
-    if (m_taker == &DeviceJob::takeAction)
-        return end(Outcome::NoAnswer, QStringLiteral("sent once; whether the device took it is unknown"));
-    end(Outcome::NoAnswer, m_sent == 0 ? QString() : QStringLiteral("sent; whether it took it is unknown"));
+    if (m_replyHandler == &DeviceJob::handleAction)
+        return end(Outcome::NoAnswer, QStringLiteral("sent once; whether the device received it is unknown"));
+    end(Outcome::NoAnswer,
+        m_sent == 0 ? QString() : QStringLiteral("sent; whether the device received it is unknown"));
 }
 
 void DeviceJob::end(Outcome outcome, const QString &message, quint32 code)

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "console/asker.h"
+#include "console/requestsender.h"
 #include "console/options.h"
 #include "console/result.h"
 
@@ -11,23 +11,23 @@
 
 #include <functional>
 
-/// What is to be done with every device alike.
+/// The work to be done with each device.
 struct Task
 {
     Command command = Command::Info;
-    QByteArray update;         ///< the request, of an update
-    QJsonObject configuration; ///< of set-config
+    QByteArray update;         ///< the request of an update
+    QJsonObject configuration; ///< the document of set-config
     bool dryRun = false;
     int timeoutMs = 0;
     int retries = 0;
     quint16 port = 0;
 };
 
-/// The work with one device, from the first question to its result.
+/// Does the work with one device, from the first request to the result.
 ///
-/// A configuration is read before it is changed. What differs is sent once; when no answer comes it is read
-/// again, and what still differs is sent again. Changes that fill more than one datagram go the same way, a
-/// part each time.
+/// It reads a configuration before changing it, and sends only the differences. When no reply arrives, it
+/// reads the configuration again and sends the remaining differences. Changes that need more than one
+/// datagram are sent part by part in the same way.
 class DeviceJob : public QObject
 {
     Q_OBJECT
@@ -38,29 +38,29 @@ public:
     void start();
 
 signals:
-    /// Once.
+    /// Emitted once.
     void ended(const Result &result);
 
 private:
-    using Taker = void (DeviceJob::*)(const QByteArray &answer);
+    using ReplyHandler = void (DeviceJob::*)(const QByteArray &reply);
 
-    void ask(const Question &question, Taker taker);
-    void askForConfiguration();
-    void takeInfo(const QByteArray &answer);
-    void takeAction(const QByteArray &answer);
-    void takeConfiguration(const QByteArray &answer);
-    void change(const QJsonObject &held);
+    void send(const Request &request, ReplyHandler handler);
+    void requestConfiguration();
+    void handleInfo(const QByteArray &reply);
+    void handleAction(const QByteArray &reply);
+    void handleConfiguration(const QByteArray &reply);
+    void changeConfiguration(const QJsonObject &held);
     void sendChanges(const ConfigurationChanges &left);
-    void takeMerge(const QByteArray &answer);
-    void missAnswer();
+    void handleMerge(const QByteArray &reply);
+    void handleTimeout();
     void end(Outcome outcome, const QString &message = QString(), quint32 code = 0);
 
     const Task &m_task;
-    Asker m_asker;
-    Taker m_taker = nullptr;
+    RequestSender m_sender;
+    ReplyHandler m_replyHandler = nullptr;
     Result m_result;
-    int m_sent = 0;         ///< times that changes were sent
-    int m_lost = 0;         ///< of these, without an answer
-    int m_changesLeft = -1; ///< when they were last sent
+    int m_sent = 0;         ///< how often changes were sent
+    int m_unanswered = 0;   ///< how many of these got no reply, since the last reply
+    int m_changesLeft = -1; ///< when changes were last sent
     bool m_sendsPart = false;
 };

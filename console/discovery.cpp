@@ -3,7 +3,7 @@
 
 #include "console/discovery.h"
 
-#include "console/questions.h"
+#include "console/requests.h"
 
 #include "update/consoleformat.h"
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Hundreds of devices answer at the same moment. The system may give less.
+/// Hundreds of devices reply at the same moment. The system may grant less.
 constexpr int receiveBuffer = 4 * 1024 * 1024;
 
 } // namespace
@@ -23,10 +23,10 @@ Discovery::Discovery(const QList<QHostAddress> &broadcasts, quint16 port, int ti
     , m_broadcasts(broadcasts)
     , m_port(port)
     , m_roundsLeft(tries)
-    , m_question(Questions::info(1))
+    , m_request(Requests::info(1))
 {
-    m_round.setInterval(timeoutMs / tries);
-    connect(&m_round, &QTimer::timeout, this, &Discovery::send);
+    m_roundTimer.setInterval(timeoutMs / tries);
+    connect(&m_roundTimer, &QTimer::timeout, this, &Discovery::send);
     connect(&m_socket, &QUdpSocket::readyRead, this, &Discovery::receive);
 }
 
@@ -37,25 +37,25 @@ void Discovery::start()
         return;
     }
     m_socket.setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, receiveBuffer);
-    m_round.start();
+    m_roundTimer.start();
     send();
 }
 
 void Discovery::send()
 {
     if (m_roundsLeft-- == 0) {
-        m_round.stop();
+        m_roundTimer.stop();
         emit ended();
         return;
     }
     int sent = 0;
     for (const QHostAddress &broadcast : qAsConst(m_broadcasts)) {
-        if (m_socket.writeDatagram(m_question.datagram, broadcast, m_port) == m_question.datagram.size())
+        if (m_socket.writeDatagram(m_request.datagram, broadcast, m_port) == m_request.datagram.size())
             ++sent;
     }
     if (sent > 0)
         return;
-    m_round.stop();
+    m_roundTimer.stop();
     emit failed(m_socket.errorString());
 }
 
@@ -64,7 +64,7 @@ void Discovery::receive()
     while (m_socket.hasPendingDatagrams()) {
         const QNetworkDatagram datagram = m_socket.receiveDatagram();
         const QHostAddress device(datagram.senderAddress().toIPv4Address());
-        if (!m_round.isActive() || datagram.senderPort() != m_port || !m_question.isAnswer(datagram.data())
+        if (!m_roundTimer.isActive() || datagram.senderPort() != m_port || !m_request.isReply(datagram.data())
             || m_found.contains(device))
             continue;
         m_found += device;

@@ -3,15 +3,15 @@
 
 #pragma once
 
-#include "console/asker.h"
+#include "console/requestsender.h"
 #include "console/result.h"
 
 #include <QObject>
 #include <QTimer>
 #include <QUdpSocket>
 
-/// Finds the devices of subnets: broadcasts the request for their status several times within one time-out,
-/// and tells of each device once.
+/// Finds the devices of subnets. It broadcasts the status request several times within one time-out and
+/// reports each device once.
 class Discovery : public QObject
 {
     Q_OBJECT
@@ -34,8 +34,8 @@ private:
     QList<QHostAddress> m_broadcasts;
     quint16 m_port;
     QUdpSocket m_socket;
-    QTimer m_round;
+    QTimer m_roundTimer;
     int m_roundsLeft;
-    Question m_question;
+    Request m_request;
     QList<QHostAddress> m_found;
 };

@@ -9,7 +9,7 @@
 
 namespace Files {
 
-std::optional<QByteArray> read(const QString &name, QString *error)
+Expected<QByteArray> read(const QString &name)
 {
     QFile file(name);
     const bool standardInput = name == QLatin1String("-");
@@ -18,47 +18,44 @@ std::optional<QByteArray> read(const QString &name, QString *error)
         if (file.error() == QFileDevice::NoError)
             return content;
     }
-    *error = QStringLiteral("cannot read %1: %2").arg(name, file.errorString());
-    return std::nullopt;
+    return Error{QStringLiteral("cannot read %1: %2").arg(name, file.errorString())};
 }
 
-std::optional<QJsonObject> readObject(const QString &name, QString *error)
+Expected<QJsonObject> readObject(const QString &name)
 {
-    const auto content = read(name, error);
+    const auto content = read(name);
     if (!content)
-        return std::nullopt;
+        return Error{content.error()};
     QJsonParseError fault{};
     const QJsonDocument document = QJsonDocument::fromJson(*content, &fault);
     if (document.isObject())
         return document.object();
-    *error = document.isNull()
-        ? QStringLiteral("%1: %2 at byte %3").arg(name, fault.errorString()).arg(fault.offset)
-        : QStringLiteral("%1 holds no JSON object").arg(name);
-    return std::nullopt;
+    return Error{document.isNull()
+                     ? QStringLiteral("%1: %2 at byte %3").arg(name, fault.errorString()).arg(fault.offset)
+                     : QStringLiteral("not a JSON object: %1").arg(name)};
 }
 
-std::optional<QString> readPassword(const QString &fileName, QString *error)
+Expected<QString> readPassword(const QString &fileName)
 {
     if (fileName.isEmpty())
         return qEnvironmentVariable("KT_CONSOLE_PASSWORD");
-    const auto content = read(fileName, error);
+    const auto content = read(fileName);
     if (!content)
-        return std::nullopt;
+        return Error{content.error()};
     QByteArray line = content->split('\n').first();
     if (line.endsWith('\r'))
         line.chop(1);
     return QString::fromUtf8(line);
 }
 
-bool writePrivate(const QString &name, const QByteArray &content, QString *error)
+QString writePrivate(const QString &name, const QByteArray &content)
 {
     QSaveFile file(name);
     if (file.open(QIODevice::WriteOnly)
         && file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)
         && file.write(content) == content.size() && file.commit())
-        return true;
-    *error = QStringLiteral("cannot write %1: %2").arg(name, file.errorString());
-    return false;
+        return QString();
+    return QStringLiteral("cannot write %1: %2").arg(name, file.errorString());
 }
 
 } // namespace Files

@@ -3,22 +3,23 @@
 
 #pragma once
 
+#include "console/expected.h"
+
 #include <QByteArray>
 #include <QJsonObject>
 #include <QString>
 
-#include <optional>
-
-/// What the console reads and writes on its own machine. `error` says what failed.
+/// Reads and writes files on the console's own machine.
 namespace Files {
 
-/// A whole file; "-" is standard input.
-std::optional<QByteArray> read(const QString &name, QString *error);
-/// The JSON object in a file; "-" is standard input.
-std::optional<QJsonObject> readObject(const QString &name, QString *error);
-/// The password of an update: a file's first line, else the environment's KT_CONSOLE_PASSWORD, else empty.
-std::optional<QString> readPassword(const QString &fileName, QString *error);
-/// Puts a file with secrets in place, readable by its owner alone.
-bool writePrivate(const QString &name, const QByteArray &content, QString *error);
+/// Reads a whole file; "-" is standard input.
+Expected<QByteArray> read(const QString &name);
+/// Reads the JSON object of a file; "-" is standard input.
+Expected<QJsonObject> readObject(const QString &name);
+/// Returns the password of an update: the first line of the file, or the value of KT_CONSOLE_PASSWORD when no
+/// file is named.
+Expected<QString> readPassword(const QString &fileName);
+/// Writes a file that only its owner can read. Returns an error text, which is empty on success.
+QString writePrivate(const QString &name, const QByteArray &content);
 
 } // namespace Files

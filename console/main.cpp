@@ -11,7 +11,7 @@
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
-    // The shared parts' log is for the device.
+    // The log lines of the launcher's libraries are meant for the device.
     QLoggingCategory::setFilterRules(QStringLiteral("kt.*=false"));
     const CommandLine line = parseCommandLine(application.arguments());
     switch (line.kind) {

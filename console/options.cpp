@@ -6,159 +6,220 @@
 #include "update/wireformat.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
 
-#include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace {
 
-constexpr int mostParallel = 500; // each device that is being asked holds a socket
+constexpr int mostParallel = 500; // each device in progress needs a socket
 constexpr int mostRetries = 20;
+constexpr double shortestTimeoutSeconds = 0.05;
 constexpr double longestTimeoutSeconds = 600;
 
-void addOptions(QCommandLineParser &parser)
+/// One form of a command: its words, then its arguments.
+struct CommandForm
 {
-    const auto flag = [&](const QStringList &names) {
-        parser.addOption(QCommandLineOption(names));
+    Command command;
+    QStringList words;
+    QStringList arguments;
+    QString description;
+};
+
+/// A form with more words precedes the shorter one.
+const std::vector<CommandForm> &commandForms()
+{
+    const auto form = [](Command command, const char *words, const char *arguments, const char *description) {
+        const auto split = [](const char *list) {
+            return QString::fromLatin1(list).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        };
+        return CommandForm{command, split(words), split(arguments), QString::fromLatin1(description)};
     };
-    const auto value = [&](const QStringList &names) {
-        parser.addOption(QCommandLineOption(names, QString(), QStringLiteral("value")));
+    static const std::vector<CommandForm> forms = {
+        form(Command::Info, "info", "", "Shows identity, firmware, network and session."),
+        form(Command::GetConfig, "get-config", "", "Prints the configuration, passwords included."),
+        form(Command::SetConfig, "set-config", "FILE", "Merges FILE into the configuration."),
+        form(Command::Reset, "reset", "", "Restarts the device."),
+        form(Command::UpdateLatest, "update latest", "",
+             "Installs the newest firmware of the Corvid servers."),
+        form(Command::UpdateServer, "update server", "SERVER FILE", "Installs a file of this Corvid server."),
+        form(Command::UpdateUrl, "update", "URL", "Installs from an ftp:// or http:// URL."),
     };
-    flag({QStringLiteral("h"), QStringLiteral("help")});
-    flag({QStringLiteral("version")});
-    flag({QStringLiteral("s"), QStringLiteral("subnet")});
-    flag({QStringLiteral("j"), QStringLiteral("json")});
-    flag({QStringLiteral("n"), QStringLiteral("dry-run")});
-    flag({QStringLiteral("y"), QStringLiteral("yes")});
-    flag({QStringLiteral("q"), QStringLiteral("quiet")});
-    value({QStringLiteral("t"), QStringLiteral("targets")});
-    value({QStringLiteral("broadcast")});
-    value({QStringLiteral("o"), QStringLiteral("output")});
-    value({QStringLiteral("u"), QStringLiteral("user")});
-    value({QStringLiteral("password-file")});
-    value({QStringLiteral("timeout")});
-    value({QStringLiteral("retries")});
-    value({QStringLiteral("parallel")});
-    value({QStringLiteral("port")});
+    return forms;
 }
 
-/// A whole number of an option, or nothing and the reason.
-std::optional<int> number(const QCommandLineParser &parser, const QString &name, int preset, int low,
-                          int high, QString *error)
+struct OptionRow
 {
-    if (!parser.isSet(name))
-        return preset;
-    bool ok = false;
-    const int value = parser.value(name).toInt(&ok);
-    if (ok && value >= low && value <= high)
-        return value;
-    *error = QStringLiteral("--%1 takes a number from %2 to %3").arg(name).arg(low).arg(high);
-    return std::nullopt;
+    const char *names; ///< short and long
+    const char *value;
+    const char *description;
+    std::optional<Command> onlyWith = {};
+};
+
+const OptionRow optionRows[] = {
+    {"t targets", "FILE", "Reads addresses and names from FILE, one on each line; \"#\" begins a comment."},
+    {"s subnet", "", "Finds the devices in the subnets of this machine."},
+    {"broadcast", "ADDRESS", "Finds the devices that reply to this broadcast address."},
+    {"j json", "", "Prints one JSON object for each device, one on each line."},
+    {"o output", "FOLDER", "get-config: writes FOLDER/ADDRESS.json, readable by you alone.",
+     Command::GetConfig},
+    {"n dry-run", "", "set-config: shows the changes and makes none.", Command::SetConfig},
+    {"y yes", "", "Changes a subnet's devices without confirmation."},
+    {"u user", "NAME", "update URL: the user name; \"anonymous\" when absent.", Command::UpdateUrl},
+    {"password-file", "FILE", "update URL: the first line of FILE is the password.", Command::UpdateUrl},
+    {"timeout", "SECONDS", "Waits this long for each reply (3), or for all replies of a subnet."},
+    {"retries", "NUMBER", "Retries a request this many times (2)."},
+    {"parallel", "NUMBER", "Works with this many devices at once (300)."},
+    {"port", "PORT", "The port on which devices listen (1027)."},
+    {"q quiet", "", "Shows no progress line."},
+    {"h help", "", "Shows this help."},
+    {"version", "", "Shows the version."},
+};
+
+QStringList namesOf(const OptionRow &row)
+{
+    return QString::fromLatin1(row.names).split(QLatin1Char(' '));
 }
 
-QString takeNumbers(const QCommandLineParser &parser, Options *options)
+void declare(QCommandLineParser &parser)
 {
-    QString error;
-    const auto retries = number(parser, QStringLiteral("retries"), options->retries, 0, mostRetries, &error);
-    const auto parallel
-        = number(parser, QStringLiteral("parallel"), options->parallel, 1, mostParallel, &error);
-    const auto port = number(parser, QStringLiteral("port"), WireFormat::devicePort, 1, 65535, &error);
-    if (!retries || !parallel || !port)
-        return error;
-    options->retries = *retries;
-    options->parallel = *parallel;
-    options->port = static_cast<quint16>(*port);
-    if (parser.isSet(QStringLiteral("timeout"))) {
-        bool ok = false;
-        const double seconds = parser.value(QStringLiteral("timeout")).toDouble(&ok);
-        if (!ok || !(seconds >= 0.05 && seconds <= longestTimeoutSeconds))
-            return QStringLiteral("--timeout takes seconds, from 0.05 to %1").arg(longestTimeoutSeconds);
-        options->timeoutMs = qRound(seconds * 1000);
+    for (const OptionRow &row : optionRows)
+        parser.addOption(QCommandLineOption(namesOf(row), QString::fromLatin1(row.description),
+                                            QString::fromLatin1(row.value)));
+    parser.addPositionalArgument(QStringLiteral("COMMAND"), QStringLiteral("A command with its arguments."));
+    parser.addPositionalArgument(QStringLiteral("DEVICE"),
+                                 QStringLiteral("An address or a name; any number."),
+                                 QStringLiteral("[DEVICE...]"));
+}
+
+QString commandHelp()
+{
+    QString text = QStringLiteral("Manages KT964 devices from the command line.\n\nCommands:\n");
+    for (const CommandForm &form : commandForms())
+        text += QStringLiteral("  %1  %2\n")
+                    .arg((form.words + form.arguments).join(QLatin1Char(' ')), -25)
+                    .arg(form.description);
+    return text;
+}
+
+/// Converts the parser's result. Keeps the first error.
+class OptionReader
+{
+public:
+    explicit OptionReader(const QCommandLineParser &parser)
+        : m_parser(parser)
+    {
+        readCommand(m_parser.positionalArguments());
+        readValues();
+        readNumbers();
+        checkCombination();
     }
-    return {};
-}
 
-/// Takes what belongs to "update" off the words.
-QString takeUpdate(QStringList &words, Options *options)
+    QString error() const { return m_error; }
+    Options options() const { return m_options; }
+
+private:
+    void readCommand(QStringList words);
+    void readValues();
+    void readNumbers();
+    int number(const char *option, int preset, int low, int high);
+    void checkCombination();
+    void refuse(const QString &error)
+    {
+        if (m_error.isEmpty())
+            m_error = error;
+    }
+
+    QString value(const char *option) const { return m_parser.value(QLatin1String(option)); }
+    bool isSet(const char *option) const { return m_parser.isSet(QLatin1String(option)); }
+
+    const QCommandLineParser &m_parser;
+    Options m_options;
+    QString m_error;
+};
+
+void OptionReader::readCommand(QStringList words)
 {
     if (words.isEmpty())
-        return QStringLiteral("update wants to know from where: latest, a URL, or server SERVER FILE");
-    const QString source = words.takeFirst();
-    if (source == QLatin1String("latest")) {
-        options->command = Command::UpdateLatest;
-    } else if (source == QLatin1String("server")) {
-        if (words.size() < 2)
-            return QStringLiteral("update server wants the server's name or address and the file");
-        options->command = Command::UpdateServer;
-        options->updateSource = words.takeFirst();
-        options->updateFile = words.takeFirst();
-    } else if (source.contains(QLatin1String("://"))) {
-        options->command = Command::UpdateUrl;
-        options->updateSource = source;
-    } else {
-        return QStringLiteral("update takes latest, a URL with its scheme, or server: not \"%1\"")
-            .arg(source);
-    }
-    return {};
-}
-
-QString takeCommand(QStringList &words, Options *options)
-{
-    if (words.isEmpty())
-        return QStringLiteral("no command given");
-    const QString command = words.takeFirst();
-    if (command == QLatin1String("update"))
-        return takeUpdate(words, options);
-    for (const Command known : {Command::Info, Command::GetConfig, Command::SetConfig, Command::Reset}) {
-        if (command != nameOf(known))
+        return refuse(QStringLiteral("no command given"));
+    for (const CommandForm &form : commandForms()) {
+        if (words.mid(0, form.words.size()) != form.words)
             continue;
-        options->command = known;
-        if (known != Command::SetConfig)
-            return {};
-        if (words.isEmpty())
-            return QStringLiteral("set-config wants the file with the configuration");
-        options->file = words.takeFirst();
-        return {};
+        words = words.mid(form.words.size());
+        const QStringList arguments = words.mid(0, form.arguments.size());
+        m_options.command = form.command;
+        m_options.addresses = words.mid(arguments.size());
+        if (form.command == Command::UpdateUrl && !arguments.value(0).contains(QLatin1String("://")))
+            return refuse(QStringLiteral("update needs latest, server or a URL with its scheme, not \"%1\"")
+                              .arg(arguments.value(0)));
+        if (arguments.size() < form.arguments.size())
+            return refuse(QStringLiteral("%1 needs %2")
+                              .arg(form.words.join(QLatin1Char(' ')), form.arguments.join(QLatin1Char(' '))));
+        if (form.command == Command::SetConfig)
+            m_options.file = arguments.value(0);
+        else
+            m_options.updateSource = arguments.value(0);
+        m_options.updateFile = arguments.value(1);
+        return;
     }
-    return QStringLiteral("unknown command \"%1\"").arg(command);
+    refuse(QStringLiteral("unknown command \"%1\"").arg(words.first()));
 }
 
-QString misplacedOption(const QCommandLineParser &parser, const Options &options)
+void OptionReader::readValues()
 {
-    const auto only = [&](const QString &name, std::initializer_list<Command> commands) {
-        return parser.isSet(name)
-                && std::find(commands.begin(), commands.end(), options.command) == commands.end()
-            ? QStringLiteral("--%1 does not go with %2").arg(name, nameOf(options.command))
-            : QString();
-    };
-    for (const QString &error : {only(QStringLiteral("dry-run"), {Command::SetConfig}),
-                                 only(QStringLiteral("output"), {Command::GetConfig}),
-                                 only(QStringLiteral("user"), {Command::UpdateUrl}),
-                                 only(QStringLiteral("password-file"), {Command::UpdateUrl})}) {
-        if (!error.isEmpty())
-            return error;
-    }
-    if (options.addresses.isEmpty() && options.targetsFile.isEmpty() && !options.asksSubnet())
-        return QStringLiteral("no device given: name addresses, or use --targets, --subnet or --broadcast");
-    if (options.file == QLatin1String("-") && options.targetsFile == QLatin1String("-"))
-        return QStringLiteral("the configuration and the targets cannot both come from standard input");
-    return {};
+    m_options.targetsFile = value("targets");
+    m_options.subnet = isSet("subnet");
+    m_options.broadcast = value("broadcast");
+    m_options.outputFolder = value("output");
+    m_options.user = value("user");
+    m_options.passwordFile = value("password-file");
+    m_options.json = isSet("json");
+    m_options.dryRun = isSet("dry-run");
+    m_options.yes = isSet("yes");
+    m_options.quiet = isSet("quiet");
 }
 
-QString takeOptions(const QCommandLineParser &parser, Options *options)
+void OptionReader::readNumbers()
 {
-    options->targetsFile = parser.value(QStringLiteral("targets"));
-    options->subnet = parser.isSet(QStringLiteral("subnet"));
-    options->broadcast = parser.value(QStringLiteral("broadcast"));
-    options->outputFolder = parser.value(QStringLiteral("output"));
-    options->user = parser.value(QStringLiteral("user"));
-    options->passwordFile = parser.value(QStringLiteral("password-file"));
-    options->json = parser.isSet(QStringLiteral("json"));
-    options->dryRun = parser.isSet(QStringLiteral("dry-run"));
-    options->yes = parser.isSet(QStringLiteral("yes"));
-    options->quiet = parser.isSet(QStringLiteral("quiet"));
-    return takeNumbers(parser, options);
+    m_options.retries = number("retries", m_options.retries, 0, mostRetries);
+    m_options.parallel = number("parallel", m_options.parallel, 1, mostParallel);
+    m_options.port = static_cast<quint16>(number("port", WireFormat::devicePort, 1, 65535));
+    if (!isSet("timeout"))
+        return;
+    bool isNumber = false;
+    const double seconds = value("timeout").toDouble(&isNumber);
+    // A comparison with "not a number" is false.
+    if (isNumber && seconds >= shortestTimeoutSeconds && seconds <= longestTimeoutSeconds)
+        m_options.timeoutMs = qRound(seconds * 1000);
+    else
+        refuse(QStringLiteral("--timeout takes seconds, from %1 to %2")
+                   .arg(shortestTimeoutSeconds)
+                   .arg(longestTimeoutSeconds));
+}
+
+int OptionReader::number(const char *option, int preset, int low, int high)
+{
+    if (!isSet(option))
+        return preset;
+    bool isNumber = false;
+    const int number = value(option).toInt(&isNumber);
+    if (isNumber && number >= low && number <= high)
+        return number;
+    refuse(QStringLiteral("--%1 takes a number from %2 to %3").arg(QLatin1String(option)).arg(low).arg(high));
+    return preset;
+}
+
+void OptionReader::checkCombination()
+{
+    for (const OptionRow &row : optionRows) {
+        const QString name = namesOf(row).last();
+        if (row.onlyWith && *row.onlyWith != m_options.command && m_parser.isSet(name))
+            refuse(QStringLiteral("--%1 does not go with %2").arg(name, nameOf(m_options.command)));
+    }
+    if (m_options.addresses.isEmpty() && m_options.targetsFile.isEmpty() && !m_options.searchesSubnet())
+        refuse(QStringLiteral("no device given: name addresses, or use --targets, --subnet or --broadcast"));
+    if (m_options.file == QLatin1String("-") && m_options.targetsFile == QLatin1String("-"))
+        refuse(QStringLiteral("the configuration and the targets cannot both come from standard input"));
 }
 
 } // namespace
@@ -170,27 +231,17 @@ bool changesDevice(Command command)
 
 QString nameOf(Command command)
 {
-    switch (command) {
-    case Command::Info:
-        return QStringLiteral("info");
-    case Command::GetConfig:
-        return QStringLiteral("get-config");
-    case Command::SetConfig:
-        return QStringLiteral("set-config");
-    case Command::Reset:
-        return QStringLiteral("reset");
-    case Command::UpdateLatest:
-    case Command::UpdateUrl:
-    case Command::UpdateServer:
-        break;
+    for (const CommandForm &form : commandForms()) {
+        if (form.command == command)
+            return form.words.first();
     }
-    return QStringLiteral("update");
+    return QString();
 }
 
 CommandLine parseCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
-    addOptions(parser);
+    declare(parser);
     CommandLine line;
     if (!parser.parse(arguments)) {
         line.error = parser.errorText();
@@ -201,14 +252,53 @@ CommandLine parseCommandLine(const QStringList &arguments)
             = parser.isSet(QStringLiteral("help")) ? CommandLine::Kind::Help : CommandLine::Kind::Version;
         return line;
     }
-    QStringList words = parser.positionalArguments();
-    line.error = takeCommand(words, &line.options);
-    line.options.addresses = words;
-    if (line.error.isEmpty())
-        line.error = takeOptions(parser, &line.options);
-    if (line.error.isEmpty())
-        line.error = misplacedOption(parser, line.options);
-    if (line.error.isEmpty())
-        line.kind = CommandLine::Kind::Run;
+    const OptionReader reader(parser);
+    line.options = reader.options();
+    line.error = reader.error();
+    line.kind = line.error.isEmpty() ? CommandLine::Kind::Run : CommandLine::Kind::Wrong;
     return line;
+}
+
+QString helpText()
+{
+    QCommandLineParser parser;
+    declare(parser);
+    parser.setApplicationDescription(commandHelp());
+    return parser.helpText() + QString::fromLatin1(R"(
+Where FILE is "-", standard input is read.
+
+The environment variable KT_CONSOLE_PASSWORD can hold the password of an
+update. Everything, passwords included, crosses the network as plain text.
+
+When no reply arrives:
+  info, get-config  The request is retried.
+  set-config        The configuration is read again. FILE is sent again only
+                    when it is not merged yet.
+  reset, update     The request is sent only once. Whether the device received
+                    it is unknown.
+
+set-config reads the device's configuration first and sends only the
+differences. A device ignores unknown keys and values of another type. It
+replaces an array as a whole. FILE may omit its "configuration version"; one of
+an older version is upgraded. The device then shows its launcher anew, after the
+running session if there is one.
+
+During a firmware update a device refuses requests. During a session it refuses
+an update for now, and starts it when the session ends.
+
+Exit status:
+  0  every device did its work
+  1  a device refused, or sent an unusable reply
+  2  the command line is wrong
+  3  a device did not answer, and none refused
+  4  trouble on this machine: a file, an unknown name, another configuration
+     version; or you declined
+
+Examples:
+  kt-console info --subnet
+  kt-console get-config 10.0.3.17 > ward3.json
+  kt-console set-config general.json --targets ward3.txt --dry-run
+  KT_CONSOLE_PASSWORD=secret kt-console update ftp://10.0.0.2/kt964.img \
+      --user firmware 10.0.3.17
+)");
 }

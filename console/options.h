@@ -6,27 +6,27 @@
 #include <QString>
 #include <QStringList>
 
-/// What the console is asked to do with a device.
+/// The console's commands.
 enum class Command { Info, GetConfig, SetConfig, Reset, UpdateLatest, UpdateUrl, UpdateServer };
 
-/// Whether a command leaves the device other than it was: it is then asked for before a whole subnet is.
+/// Whether a command changes a device. Such a command needs a confirmation before it runs on a subnet.
 bool changesDevice(Command command);
 QString nameOf(Command command);
 
-/// The command line, taken apart. Nothing is read or looked up yet.
+/// The parsed command line. Files are not read and names are not looked up yet.
 struct Options
 {
     Command command = Command::Info;
     QString file;          ///< of set-config; "-" is standard input
     QString updateSource;  ///< the URL, or the Corvid server
     QString updateFile;    ///< on the Corvid server
-    QStringList addresses; ///< as given, names included
+    QStringList addresses; ///< as given, with names
     QString targetsFile;
-    bool subnet = false;  ///< whoever answers on this machine's subnets
-    QString broadcast;    ///< whoever answers to this broadcast address
+    bool subnet = false;  ///< all devices that reply on this machine's subnets
+    QString broadcast;    ///< all devices that reply to this broadcast address
     QString outputFolder; ///< of get-config
     QString user;         ///< of an update from a URL
-    QString passwordFile; ///< the password is its first line
+    QString passwordFile; ///< its first line is the password
     bool json = false;
     bool dryRun = false;
     bool yes = false;
@@ -36,7 +36,7 @@ struct Options
     int parallel = 300;
     quint16 port = 0;
 
-    bool asksSubnet() const { return subnet || !broadcast.isEmpty(); }
+    bool searchesSubnet() const { return subnet || !broadcast.isEmpty(); }
 };
 
 struct CommandLine

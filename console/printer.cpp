@@ -33,7 +33,7 @@ QString wordFor(Outcome outcome)
     return QStringLiteral("failed");
 }
 
-/// A terminal must not be steered by what a device, or whoever plays one, sends.
+/// Replaces control characters, so that a device cannot control the user's terminal.
 QString printable(QString text)
 {
     for (QChar &c : text) {
@@ -55,7 +55,7 @@ QString joined(const QStringList &key)
     return printable(key.join(QLatin1String(" / ")));
 }
 
-/// One value of a report, whatever type a device gives it.
+/// Returns one value of a report; the device chooses its type.
 QString reported(const QJsonObject &report, const char *section, const char *key)
 {
     const QJsonValue value = report.value(QLatin1String(section)).toObject().value(QLatin1String(key));
@@ -111,7 +111,7 @@ QString changes(const ConfigurationChanges &changes)
                          shown(withoutSecrets(change.key, change.to)));
     }
     for (const QStringList &key : changes.ignored)
-        text += QStringLiteral("  %1: not taken by this device\n").arg(joined(key));
+        text += QStringLiteral("  %1: ignored by this device\n").arg(joined(key));
     return text;
 }
 

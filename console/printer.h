@@ -8,15 +8,15 @@
 
 #include <QString>
 
-/// What the console shows of results. What devices send is shown without control characters, and without
-/// their passwords wherever the configuration itself was not asked for.
+/// Formats results for output. It replaces control characters in a device's texts, and masks passwords except
+/// in a configuration that the user requested.
 namespace Printer {
 
-/// One line of JSON.
+/// Returns one line of JSON.
 QByteArray json(Command command, const Result &result, bool dryRun);
-/// Text for a reader. Every line is whole; a status takes several, where only one device was asked.
+/// Returns complete lines of text: several for a status, one for other results.
 QString text(Command command, const Result &result, bool dryRun);
-/// The same status as one row of a table.
+/// Returns a status as one row of a table.
 QString row(const Result &result);
 QString heading();
 

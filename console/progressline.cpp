@@ -13,13 +13,13 @@ constexpr int intervalMs = 100;
 
 } // namespace
 
-ProgressLine::ProgressLine(bool wanted)
-    : m_wanted(wanted && isatty(STDERR_FILENO) == 1)
+ProgressLine::ProgressLine(bool enabled)
+    : m_enabled(enabled && isatty(STDERR_FILENO) == 1)
 { }
 
 void ProgressLine::show(const QString &text)
 {
-    if (!m_wanted || (m_since.isValid() && m_since.elapsed() < intervalMs))
+    if (!m_enabled || (m_since.isValid() && m_since.elapsed() < intervalMs))
         return;
     m_since.start();
     m_shown = true;

@@ -6,19 +6,19 @@
 #include <QElapsedTimer>
 #include <QString>
 
-/// One line on standard error that is written over again; nothing where that is no terminal.
+/// Overwrites one line on standard error. Writes nothing when standard error is not a terminal.
 class ProgressLine
 {
 public:
-    explicit ProgressLine(bool wanted);
+    explicit ProgressLine(bool enabled);
 
-    /// Shows a text; not more often than an eye can follow.
+    /// Shows a text, at most ten times a second.
     void show(const QString &text);
-    /// Takes the line away, before anything else is written.
+    /// Clears the line. Call it before writing anything else.
     void clear();
 
 private:
-    bool m_wanted;
+    bool m_enabled;
     bool m_shown = false;
     QElapsedTimer m_since;
 };

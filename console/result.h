@@ -13,23 +13,23 @@
 
 enum class Outcome {
     Done,
-    Unchanged, ///< the configuration held all of it already
-    Refused,   ///< by the device, which said so
-    Unusable,  ///< what the device has sent
+    Unchanged, ///< the configuration already contained all values
+    Refused,   ///< by the device
+    Unusable,  ///< the device's reply
     NoAnswer,
-    Failed, ///< on our side
+    Failed, ///< on this machine
 };
 
-/// What came of one device.
+/// The outcome for one device.
 struct Result
 {
     QHostAddress device;
     Outcome outcome = Outcome::Done;
-    quint32 code = 0; ///< the device's, when it refused
-    QString message;  ///< for a reader, or empty
+    quint32 code = 0; ///< the device's result code when it refused
+    QString message;  ///< text for the user, or empty
     QJsonObject report;
-    QByteArray document;          ///< as the device sent it
-    ConfigurationChanges changes; ///< of the configuration, sent or to be sent
+    QByteArray document;          ///< the configuration as the device sent it
+    ConfigurationChanges changes; ///< sent, or planned in a dry run
 };
 
 Q_DECLARE_METATYPE(Result)

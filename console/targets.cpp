@@ -45,36 +45,33 @@ QStringList parse(const QByteArray &list)
     return names;
 }
 
-QList<QHostAddress> named(const Options &options, QString *error)
+Expected<QList<QHostAddress>> named(const Options &options)
 {
     QStringList names = options.addresses;
     if (!options.targetsFile.isEmpty()) {
-        const auto list = Files::read(options.targetsFile, error);
+        const auto list = Files::read(options.targetsFile);
         if (!list)
-            return {};
+            return Error{list.error()};
         names += parse(*list);
     }
     QList<QHostAddress> devices;
     for (const QString &name : qAsConst(names)) {
         const QHostAddress address = lookUp(name);
-        if (address.isNull()) {
-            *error = QStringLiteral("unknown device: %1").arg(name);
-            return {};
-        }
+        if (address.isNull())
+            return Error{QStringLiteral("unknown device: %1").arg(name)};
         if (!devices.contains(address))
             devices += address;
     }
     return devices;
 }
 
-QList<QHostAddress> broadcasts(const Options &options, QString *error)
+Expected<QList<QHostAddress>> broadcasts(const Options &options)
 {
     if (!options.broadcast.isEmpty()) {
         const QHostAddress address(options.broadcast);
         if (isIPv4(address))
-            return {address};
-        *error = QStringLiteral("not an IPv4 address: %1").arg(options.broadcast);
-        return {};
+            return QList<QHostAddress>{address};
+        return Error{QStringLiteral("not an IPv4 address: %1").arg(options.broadcast)};
     }
     QList<QString> found;
     TerminalServerModule::getNetworkInfo(nullptr, nullptr, nullptr, &found);
@@ -82,7 +79,7 @@ QList<QHostAddress> broadcasts(const Options &options, QString *error)
     for (const QString &address : qAsConst(found))
         addresses += QHostAddress(address);
     if (addresses.isEmpty())
-        *error = QStringLiteral("this machine has no broadcast address");
+        return Error{QStringLiteral("this machine has no broadcast address")};
     return addresses;
 }
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "console/expected.h"
+
 #include <QHostAddress>
 #include <QList>
 #include <QString>
@@ -10,17 +12,16 @@
 
 struct Options;
 
-/// Which devices are meant.
+/// Finds the devices that the user named.
 namespace Targets {
 
-/// The addresses and names of a list: one on each line, "#" begins a comment.
+/// Parses a list with one address or name on each line; "#" begins a comment.
 QStringList parse(const QByteArray &list);
 
-/// The devices that the options name, each once and in the order given; names are looked up. `error` says
-/// what is unknown or could not be read.
-QList<QHostAddress> named(const Options &options, QString *error);
+/// Looks up the devices that the options name. Returns each once, in the order given.
+Expected<QList<QHostAddress>> named(const Options &options);
 
-/// The broadcast addresses to ask: the one given, or those of this machine's subnets.
-QList<QHostAddress> broadcasts(const Options &options, QString *error);
+/// Returns the broadcast address of the options, or those of this machine's subnets.
+Expected<QList<QHostAddress>> broadcasts(const Options &options);
 
 } // namespace Targets

@@ -13,35 +13,32 @@ namespace {
 
 const QString serverScheme = QStringLiteral("CORVID://");
 
-std::optional<QByteArray> built(const ConsoleFormat::UpdateSource &source, QString *error)
+Expected<QByteArray> built(const ConsoleFormat::UpdateSource &source)
 {
-    auto request = ConsoleFormat::updateRequest(source);
-    if (!request)
-        *error = QStringLiteral("the device takes %1 ASCII characters in each of address, user, password and "
+    const auto request = ConsoleFormat::updateRequest(source);
+    if (request)
+        return *request;
+    return Error{QStringLiteral("the device takes %1 ASCII characters in each of address, user, password and "
                                 "file, and %2 in a URL")
                      .arg(ConsoleFormat::longestField)
-                     .arg(2 * ConsoleFormat::longestField);
-    return request;
+                     .arg(2 * ConsoleFormat::longestField)};
 }
 
 } // namespace
 
-std::optional<QByteArray> fromUrl(const QString &url, const QString &user, const QString &password,
-                                  QString *error)
+Expected<QByteArray> fromUrl(const QString &url, const QString &user, const QString &password)
 {
     const QUrl parsed(url, QUrl::StrictMode);
     const QStringList schemes = {QStringLiteral("ftp"), QStringLiteral("http"), QStringLiteral("https")};
-    if (!parsed.isValid() || parsed.host().isEmpty() || !schemes.contains(parsed.scheme())) {
-        *error = QStringLiteral("%1 is no ftp:// or http:// URL").arg(parsed.toDisplayString());
-        return std::nullopt;
-    }
+    if (!parsed.isValid() || parsed.host().isEmpty() || !schemes.contains(parsed.scheme()))
+        return Error{QStringLiteral("not an ftp:// or http:// URL: %1").arg(parsed.toDisplayString())};
     return built(
-        {url.left(ConsoleFormat::longestField), user, password, url.mid(ConsoleFormat::longestField)}, error);
+        {url.left(ConsoleFormat::longestField), user, password, url.mid(ConsoleFormat::longestField)});
 }
 
-std::optional<QByteArray> fromServer(const QString &server, const QString &file, QString *error)
+Expected<QByteArray> fromServer(const QString &server, const QString &file)
 {
-    return built({serverScheme + server, QString(), QString(), file}, error);
+    return built({serverScheme + server, QString(), QString(), file});
 }
 
 } // namespace UpdateRequest

@@ -3,17 +3,16 @@
 
 #pragma once
 
+#include "console/expected.h"
+
 #include <QByteArray>
 #include <QString>
 
-#include <optional>
-
-/// The request that tells a device where its firmware is. Nothing, and the reason, when it does not fit.
+/// Builds the request that tells a device the source of its firmware. Fails when a text does not fit.
 namespace UpdateRequest {
 
-/// A URL longer than its field goes on in the file's: the device puts the two together.
-std::optional<QByteArray> fromUrl(const QString &url, const QString &user, const QString &password,
-                                  QString *error);
-std::optional<QByteArray> fromServer(const QString &server, const QString &file, QString *error);
+/// A URL that is longer than its field continues in the file's field; the device joins the two.
+Expected<QByteArray> fromUrl(const QString &url, const QString &user, const QString &password);
+Expected<QByteArray> fromServer(const QString &server, const QString &file);
 
 } // namespace UpdateRequest

@@ -135,7 +135,7 @@ void ConsoleTest::readsTheCommandLine_data()
     row("reset --dry-run 1.2.3.4", "--dry-run does not go with reset");
     row("set-config - --targets -", "both");
     row("update tomorrow 1.2.3.4", "not \"tomorrow\"");
-    row("update server 10.0.0.1", "the file");
+    row("update server 10.0.0.1", "needs SERVER FILE");
     row("update server 10.0.0.1 fw.img 1.2.3.4", "");
     row("update latest --broadcast 10.255.255.255 --yes", "");
     row("set-config a.json 1.2.3.4 1.2.3.5 -n -j --timeout 0.5", "");
@@ -165,8 +165,7 @@ void ConsoleTest::asksAgainWhatCanBeAskedAgain()
 void ConsoleTest::actsOnce()
 {
     Task task;
-    QString error;
-    task.update = UpdateRequest::fromServer(QStringLiteral("ward"), QStringLiteral("fw.img"), &error).value();
+    task.update = *UpdateRequest::fromServer(QStringLiteral("ward"), QStringLiteral("fw.img"));
     const std::pair<Command, Wire> commands[] = {{Command::Reset, Wire::Reset},
                                                  {Command::UpdateLatest, Wire::UpdateLatest},
                                                  {Command::UpdateUrl, Wire::UpdateByUrl}};
@@ -292,20 +291,19 @@ void ConsoleTest::showsNoSecrets()
 
 void ConsoleTest::splitsALongUrl()
 {
-    QString error;
     QTemporaryFile file;
     QVERIFY(file.open() && file.write("secret") == 6 && file.flush()); // without a line's end
-    const auto password = Files::readPassword(file.fileName(), &error);
+    const auto password = Files::readPassword(file.fileName());
     const QString url
         = QStringLiteral("http://10.0.0.2/") + QString(60, QLatin1Char('p')) + QStringLiteral("/fw.img");
-    const auto request = UpdateRequest::fromUrl(url, QStringLiteral("joe"), *password, &error);
+    const auto request = UpdateRequest::fromUrl(url, QStringLiteral("joe"), *password);
     QVERIFY(request);
     const ConsoleFormat::UpdateSource source = ConsoleFormat::decodeUpdateSource(*request);
     QCOMPARE(source.url + source.file, url);
     QCOMPARE(source.password, QStringLiteral("secret"));
     for (const QString &wrong : {url + url, QStringLiteral("file:///etc/passwd"), QStringLiteral("http://"),
                                  QStringLiteral("http://host/ä")})
-        QVERIFY(!UpdateRequest::fromUrl(wrong, QString(), QString(), &error));
+        QVERIFY(!UpdateRequest::fromUrl(wrong, QString(), QString()));
 }
 
 void ConsoleTest::asksHundredsAtOnce()

@@ -1,23 +1,23 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "console/crew.h"
+#include "console/workerpool.h"
 
 #include <QTimer>
 
-Crew::Crew(const Task &task, const QList<QHostAddress> &devices, int parallel, QObject *parent)
+WorkerPool::WorkerPool(const Task &task, const QList<QHostAddress> &devices, int parallel, QObject *parent)
     : QObject(parent)
     , m_task(task)
     , m_waiting(devices)
     , m_parallel(parallel)
 { }
 
-void Crew::start()
+void WorkerPool::start()
 {
-    QTimer::singleShot(0, this, &Crew::startNext);
+    QTimer::singleShot(0, this, &WorkerPool::startNext);
 }
 
-void Crew::startNext()
+void WorkerPool::startNext()
 {
     if (m_waiting.isEmpty()) {
         if (m_running == 0 && !m_ended) {
@@ -30,16 +30,16 @@ void Crew::startNext()
         return;
     ++m_running;
     auto *job = new DeviceJob(m_task, m_waiting.takeFirst(), this);
-    connect(job, &DeviceJob::ended, this, &Crew::takeResult);
-    // One by one through the event loop: answers are read while questions still go out.
-    QTimer::singleShot(0, this, &Crew::startNext);
+    connect(job, &DeviceJob::ended, this, &WorkerPool::handleResult);
+    // The event loop starts one job at a time, so that replies are read while requests are still sent.
+    QTimer::singleShot(0, this, &WorkerPool::startNext);
     job->start();
 }
 
-void Crew::takeResult(const Result &result)
+void WorkerPool::handleResult(const Result &result)
 {
     sender()->deleteLater();
     --m_running;
     emit deviceEnded(result);
-    QTimer::singleShot(0, this, &Crew::startNext);
+    QTimer::singleShot(0, this, &WorkerPool::startNext);
 }

@@ -8,15 +8,15 @@
 #include <QList>
 #include <QObject>
 
-/// Works on many devices at once, on so many at most.
-class Crew : public QObject
+/// Runs the jobs of many devices, at most `parallel` at once.
+class WorkerPool : public QObject
 {
     Q_OBJECT
 
 public:
-    Crew(const Task &task, const QList<QHostAddress> &devices, int parallel, QObject *parent = nullptr);
+    WorkerPool(const Task &task, const QList<QHostAddress> &devices, int parallel, QObject *parent = nullptr);
 
-    /// Everything happens in the event loop, nothing before this returns.
+    /// Starts the first job from the event loop, after this function has returned.
     void start();
 
 signals:
@@ -25,7 +25,7 @@ signals:
 
 private:
     void startNext();
-    void takeResult(const Result &result);
+    void handleResult(const Result &result);
 
     Task m_task;
     QList<QHostAddress> m_waiting;
