@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-// What every Qt program pays before it has done anything: a window that shows one label.
+// A window with one label: the base cost of every Qt program.
 
 #include "paintwatch.h"
 

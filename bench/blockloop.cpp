@@ -14,7 +14,7 @@
 
 namespace {
 
-// As everywhere on these wires, the device's byte order.
+/// The protocol uses the device's byte order.
 constexpr int requestSize = 140;
 constexpr int headSize = 12;
 constexpr int blockSize = 1024;

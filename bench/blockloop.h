@@ -3,14 +3,14 @@
 
 #pragma once
 
-/// The least that a transfer from a Corvid server can be: a loop of blocking sends and receives at either
-/// end.
+/// The simplest transfer from a Corvid server: loops of blocking sends and receives. It shows the lower
+/// bound.
 namespace BlockLoop {
 
-/// Hands out the file until the process is ended; prints "ready" first.
+/// Prints "ready", then serves the file until the process ends.
 int serve(const char *address, const char *file);
 
-/// Fetches what `serve` hands out at this address.
+/// Fetches the file that `serve` offers at this address.
 int fetch(const char *address, const char *into);
 
 } // namespace BlockLoop

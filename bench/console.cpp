@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-// kt-bench-console: starts the launcher off screen, asks it as a management console does, and prints the
-// table of docs/performance.md. bench/run gives it a device and a network of its own.
+// kt-bench-console: starts the launcher off screen, sends it a management console's requests, and prints the
+// table of docs/performance.md. bench/run provides a device and a network of its own.
 
 #include "consoleload.h"
 #include "table.h"
@@ -22,13 +22,13 @@ namespace {
 
 constexpr int startLimitMs = 30000;
 constexpr int rounds = 2000;
-constexpr int slowRounds = 100; ///< of what waits for the disk or for tools
+constexpr int slowRounds = 100; ///< for requests that wait for the disk or for tools
 constexpr int atOnce = 16;
-constexpr int userTimeField = 11; ///< in /proc/PID/stat, from behind the name; the system's follows
+constexpr int userTimeField = 11; ///< in /proc/PID/stat, after the name; the system time follows
 constexpr double aimPerSecond = 5000;
 constexpr double noGrowthMb = 1;
 
-/// The launcher, with the time that it has waited for device tools so far.
+/// The launcher, with its waiting time for device tools.
 class Launcher
 {
 public:
@@ -50,9 +50,8 @@ public:
         m_process.waitForFinished();
     }
 
-    /// As its own log states it: "query: PROGRAM (ARGUMENTS) in 6.8 ms". Before the next call, it starts
-    /// anew.
-    double takeToolMs()
+    /// Returns the time since the last call, from the launcher's log: "query: PROGRAM (ARGUMENTS) in 6.8 ms".
+    double toolMsSinceLastCall()
     {
         double sum = 0;
         while (m_process.waitForReadyRead(50)) { }
@@ -64,7 +63,7 @@ public:
         return sum;
     }
 
-    /// Since its start.
+    /// Returns the time since its start.
     double processorMs() const
     {
         QFile file(QStringLiteral("/proc/%1/stat").arg(m_process.processId()));
@@ -131,9 +130,9 @@ Table::Rows measure(Launcher &launcher, ConsoleLoad &load)
     const double readingRate = load.askAtOnce(getJson, 10 * rounds, atOnce);
     const double processor = (launcher.processorMs() - before) / (10 * rounds);
     const Latencies merging = load.askInTurn([](int i) { return mergeRequest(5 + i % 2); }, slowRounds);
-    launcher.takeToolMs();
+    launcher.toolMsSinceLastCall();
     const Latencies asking = load.askInTurn([](int) { return request(Command::DeviceInfo); }, slowRounds);
-    const double tools = launcher.takeToolMs() / slowRounds;
+    const double tools = launcher.toolMsSinceLastCall() / slowRounds;
     return {{QStringLiteral("The console's requests"), QStringLiteral("Median, ms"),
              QStringLiteral("99 of 100, ms"), QStringLiteral("A second"),
              QStringLiteral("- %1 at once").arg(atOnce), QStringLiteral("Aim reached")},

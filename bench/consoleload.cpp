@@ -26,7 +26,7 @@ constexpr int unansweredInARow = 32; ///< fewer than fit into the device's recei
 constexpr int refusedEvery = 64;     ///< datagrams
 constexpr int mergedEvery = 1024;
 
-/// What strangers send: unknown commands, server lists, blocks of a transfer that nobody asked for, noise.
+/// Datagrams of strangers: unknown commands, server lists, unrequested blocks of a transfer, noise.
 QByteArray stray(int number)
 {
     QByteArray bytes(40 + number * 37 % 1000, static_cast<char>(number * 131));
@@ -42,7 +42,7 @@ QByteArray stray(int number)
     }
 }
 
-/// A document that merges nothing, of the kind that the parser would not free.
+/// A document without effect, of a kind whose memory the parser would not free.
 QByteArray worstMerge()
 {
     QByteArray json = "{\"a\":{}";
@@ -99,7 +99,7 @@ bool ConsoleLoad::receive(int limitMs, bool accepted) const
     if (::poll(&waiting, 1, limitMs) != 1)
         return false;
     const ssize_t size = ::recv(m_socket, buffer, sizeof buffer, 0);
-    // Answers have their result here, and the status a zero.
+    // Replies have their result here; in a status it is zero.
     const auto result = QByteArray::fromRawData(buffer, sizeof buffer).mid(resultOffset, resultSize);
     return size >= resultOffset + resultSize && (!accepted || result == QByteArray(resultSize, '\0'));
 }
@@ -113,9 +113,9 @@ bool ConsoleLoad::waitForDevice(int limitMs) const
         send(ConsoleFormat::request(ConsoleFormat::Command::GetJson));
         answered = receive(retryMs);
         if (!answered)
-            ::usleep(retryMs * 1000); // refused at once while nobody listens
+            ::usleep(retryMs * 1000); // fails at once while nothing listens
     }
-    while (receive(10 * retryMs)) { } // late answers to what was asked before
+    while (receive(10 * retryMs)) { } // late replies to earlier requests
     return answered;
 }
 
@@ -157,7 +157,7 @@ void ConsoleLoad::pour(int datagrams) const
             send(stray(sent));
             continue;
         }
-        // Its answer tells that all before it have been taken.
+        // Its reply shows that the device has received all earlier ones.
         send(sent % mergedEvery == 0 ? merge : sent % refusedEvery == 0 ? other : document);
         if (!receive(answerLimitMs))
             qFatal("no answer");

@@ -8,7 +8,7 @@
 
 #include <functional>
 
-/// The times, in milliseconds, that answers took.
+/// The reply times in milliseconds.
 class Latencies
 {
 public:
@@ -20,8 +20,7 @@ private:
     QVector<double> m_times; ///< ascending
 };
 
-/// A console that asks a device on this machine as fast as it can. An answer that fails to come ends the
-/// program.
+/// A console that sends requests to a device on this machine at full speed. A missing reply ends the program.
 class ConsoleLoad
 {
 public:
@@ -31,16 +30,16 @@ public:
     ConsoleLoad &operator=(const ConsoleLoad &) = delete;
 
     bool waitForDevice(int limitMs) const;
-    /// One request after the other's answer.
+    /// Sends each request after the reply to the one before.
     Latencies askInTurn(const std::function<QByteArray(int)> &request, int rounds) const;
-    /// Always so many under way; requests a second.
+    /// Keeps this many requests in progress; returns the requests per second.
     double askAtOnce(const QByteArray &request, int rounds, int atOnce) const;
-    /// Sends datagrams of all kinds, most of which get no answer, no faster than the device takes them.
+    /// Sends datagrams of all kinds, most of which get no reply, at the device's pace.
     void pour(int datagrams) const;
 
 private:
     void send(const QByteArray &datagram) const;
-    /// Whether an answer has come, and none that refuses where it must be `accepted`.
+    /// Returns whether a reply has arrived, and, where `accepted` is set, no refusal.
     bool receive(int limitMs, bool accepted = false) const;
 
     int m_socket;

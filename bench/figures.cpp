@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A line "NAME:   1234 kB" of a file of /proc, in MB.
+/// Returns the value of a line "NAME:   1234 kB" in a file of /proc, in MB.
 double field(const char *file, const QByteArray &name)
 {
     QFile status(QLatin1String("/proc/self/") + QLatin1String(file));

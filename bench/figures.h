@@ -5,15 +5,15 @@
 
 #include <QByteArray>
 
-/// What a measured program tells the program `kt-bench`.
+/// The figures that a measured program prints for `kt-bench`.
 namespace Bench {
 
-/// Milliseconds since whoever started this process took the time; see `startVariable`.
+/// Returns the milliseconds since the start of this process; see `startVariable`.
 double sinceStart();
-/// Holds CLOCK_MONOTONIC, in nanoseconds, from just before the process was started.
+/// The environment variable with CLOCK_MONOTONIC in nanoseconds, just before the process was started.
 constexpr char startVariable[] = "KT_BENCH_START";
 void print(const char *figure, double value);
-/// Prints what this process holds: resident, its share of it, and the most so far, in MB.
+/// Prints this process's memory in MB: resident, proportional, and peak.
 void printMemory(const QByteArray &when);
 
 } // namespace Bench

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-// What the launcher is measured with. It is told what comes after the first paint by its first argument:
-// nothing, "sessions" or "servers".
+// Measures the launcher. The first argument selects the task after the first paint: none, "sessions" or
+// "servers".
 
 #include "launchertasks.h"
 #include "paintwatch.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The time in device tools, as our own log states it: "query: PROGRAM (ARGUMENTS) in 6.8 ms".
+/// The time in device tools, from the launcher's log: "query: PROGRAM (ARGUMENTS) in 6.8 ms".
 struct ToolTime
 {
     int calls = 0;

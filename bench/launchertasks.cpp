@@ -38,7 +38,7 @@ SettingsApp *launcher()
     qFatal("there is no launcher");
 }
 
-/// A widget of the launcher by its name in the forms.
+/// Finds a widget of the launcher by its name in the forms.
 template <typename Type>
 Type *part(const char *name)
 {
@@ -70,11 +70,11 @@ void processUntilPainted(const PaintCount &count)
         QCoreApplication::processEvents();
     if (count.paints == 0)
         qFatal("the list is not painted");
-    // What the paint has put off belongs to it.
+    // Counts the events that the paint has posted.
     QCoreApplication::processEvents();
 }
 
-/// The median time from a change of a list to its paint; before each round the list is made ready.
+/// Prints the median time from a change of a list to its paint. Each round prepares the list first.
 void printPaintTime(const char *figure, QAbstractItemView *view, const std::function<void()> &prepare,
                     const std::function<void()> &fill)
 {
@@ -99,7 +99,7 @@ QJsonObject server(int number)
             {Key::serverAddress, QStringLiteral("10.%1.%2.7").arg(number / 250).arg(number % 250)}};
 }
 
-/// 5,000 servers in so many groups.
+/// Returns 5,000 servers in this many groups.
 QJsonArray groups(int total)
 {
     QJsonArray result;
@@ -143,7 +143,7 @@ void printGroupTimes()
         page->setGroups(many);
         view->expandAll();
     });
-    // What a change of the network does with the list as it stands.
+    // A change of the network affects the current list like this.
     printPaintTime(
         "many-groups-again", view, [view] { view->expandAll(); }, [&] { page->setGroups(many); });
 }
@@ -157,7 +157,7 @@ void printFoundTime()
         [&] { page->setServerList(found); });
 }
 
-/// What comes on top where the groups are read from the file.
+/// The additional time for reading the groups from the file.
 void printReadTime()
 {
     const QByteArray text = QJsonDocument(QJsonObject{{Key::serverGroups, groups(1)}}).toJson();
@@ -193,7 +193,7 @@ void Bench::runSessions()
                      [button](ConnectionFile::Verdict verdict) {
                          if (verdict != ConnectionFile::Verdict::NoError)
                              qFatal("a session has failed");
-                         // When the window is back on the screen.
+                         // After the window is shown again.
                          QTimer::singleShot(50, button, [button] {
                              if (++ended == 1)
                                  printMemory("first-session");

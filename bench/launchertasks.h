@@ -5,11 +5,11 @@
 
 namespace Bench {
 
-/// Connects to a server fifty times, with a client that ends at once, and prints the memory after the first
-/// and after the last session.
+/// Connects to a server fifty times, with a client that ends at once. Prints the memory after the first and
+/// the last session.
 void runSessions();
 
-/// Fills the launcher's lists with 5,000 servers and prints how long it takes until they are painted.
+/// Fills the launcher's lists with 5,000 servers and prints the time until they are painted.
 void showServers();
 
 } // namespace Bench

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-// kt-bench: starts the measured programs that lie beside it, in turn, and prints the table. bench/run gives
-// it a display and a device.
+// kt-bench: runs the measured programs of its folder in turn and prints the table. bench/run provides a
+// display and a device.
 
 #include "measurement.h"
 #include "table.h"
@@ -18,7 +18,7 @@ constexpr int runs = 15;
 const QString window = QStringLiteral("kt-bench-window");
 const QString launcher = QStringLiteral("kt-bench-launcher");
 
-/// In turn, so that whatever else the machine does meets all of them alike. The first round warms the caches.
+/// Alternates between the programs, so that other load affects them alike. The first round warms the caches.
 Readings readAll()
 {
     std::fprintf(stderr, "%d rounds of five programs, then sessions, lists and a month: two minutes\n", runs);

@@ -54,7 +54,7 @@ void Measurement::add(const QByteArray &output)
     const auto value = [&](const char *figure) {
         return figures.value(QLatin1String(figure));
     };
-    // Of each run, and only then their median.
+    // Computed for each run before the median.
     figures.insert(QStringLiteral("own"), value("painted") - value("tools"));
     figures.insert(QStringLiteral("building"), value("built") - value("loaded"));
     figures.insert(QStringLiteral("between"), value("asked") - value("built") - value("tools"));

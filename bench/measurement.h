@@ -7,12 +7,12 @@
 #include <QString>
 #include <QVector>
 
-/// What several runs of one program have printed: for each figure its values.
+/// The figures of several runs of one program.
 class Measurement
 {
 public:
-    /// Runs a program beside this one to its end and adds its figures; without `into` nothing is kept. Ends
-    /// everything when the program fails.
+    /// Runs a program of this folder and adds its figures to `into`, if given. When the program fails, ends
+    /// this process.
     static void run(Measurement *into, const QString &program, const QString &platform,
                     const QString &task = QString(), bool withoutOpenGl = false);
 

@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-// A month of the device agent, on a clock that has no pauses: four weeks and two days of heartbeats over
-// HTTPS. Of each two days the server is there for one; of the other it is gone for twelve hours, and for
-// twelve it takes connections and says nothing.
+// Runs the device agent for a month of simulated time: four weeks and two days of heartbeats over HTTPS.
+// Within each two days the server replies for one day, is down for twelve hours, and is silent for twelve.
 
 #include "figures.h"
 
@@ -25,10 +24,10 @@ constexpr int halfDays = 60;
 constexpr int perHalfDay = 12 * 3600 * 1000 / DeviceAgent::heartbeatMs;
 constexpr int startLimitMs = 10000;
 constexpr int answerLimitMs = 10000;
-/// How long a heartbeat waits where nobody will answer; enough for it to be sent.
+/// The wait for a heartbeat without a reply; long enough to send it.
 constexpr int silenceMs = 1;
 
-/// The server, a process of its own, so that only the agent is measured here.
+/// The server, in a process of its own, so that only the agent is measured.
 class Server
 {
 public:
@@ -105,7 +104,7 @@ struct Month
         for (int i = 0; i < times; ++i) {
             agent.heartbeat();
             processUntil([this] { return !agent.isBusy(); }, limitMs);
-            // A running event loop does this by itself.
+            // A running event loop does the same.
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             if (i % 100 == 0)
                 mostSockets = qMax(mostSockets, openSockets());
@@ -129,7 +128,7 @@ void connectAgent(Month *month)
     month->processUntil([month] { return !month->agent.isBusy(); }, answerLimitMs);
 }
 
-/// Of four half days two with the server, one without, one with a silent one.
+/// Returns the server's state: of four half days it replies on two, is down on one and silent on one.
 void passHalfDay(Month *month, int number)
 {
     if (number % 4 < 2) {

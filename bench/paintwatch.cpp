@@ -17,7 +17,8 @@ bool PaintWatch::eventFilter(QObject *watched, QEvent *event)
     const bool paints = event->type() == QEvent::Expose || event->type() == QEvent::UpdateRequest;
     if (!paints || m_painting)
         return false;
-    // Delivered here, so that the clock is read when everything is painted and handed to the display.
+    // Delivers the event first, so that the clock is read after everything is painted and sent to the
+    // display.
     watched->event(event);
     if (m_painting) {
         m_painted = true;

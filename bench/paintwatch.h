@@ -7,9 +7,9 @@
 
 #include <QObject>
 
-/// Waits, in the process that is measured, for the first window to be painted, and prints when that was and
-/// what the process held then. It comes with its source file alone: Qt calls it while the application is
-/// constructed, so that a program is measured with its own `main`.
+/// Waits in the measured process for the first paint of a window, and prints its time and the memory. Linking
+/// its source file is enough: Qt calls it while the application is constructed, so the program keeps its own
+/// `main`.
 class PaintWatch : public QObject
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ private:
 
 namespace Bench {
 
-/// Each measured program says what happens then.
+/// Each measured program defines its task after the first paint.
 void loaded();
 void painted();
 

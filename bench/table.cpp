@@ -21,7 +21,7 @@ QString rounded(double value)
     return QString::number(value, 'f', value < 10 ? 1 : 0);
 }
 
-/// The median, and the quartiles where several runs were read.
+/// Returns the median, with the quartiles of several runs.
 QString cell(const Measurement &measurement, const char *name)
 {
     const QString figure = QLatin1String(name);
@@ -31,7 +31,7 @@ QString cell(const Measurement &measurement, const char *name)
     return low == high ? median : QStringLiteral("%1 (%2-%3)").arg(median, low, high);
 }
 
-/// The last two columns: the limit, and whether the value is within it.
+/// Returns the last two columns: the limit, and whether the value is within it.
 QStringList verdict(double value, double limit)
 {
     return {rounded(limit), value <= limit ? QStringLiteral("yes") : QStringLiteral("**no**")};

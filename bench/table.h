@@ -15,7 +15,7 @@ using Rows = QList<QStringList>;
 /// Prints one table, its heading first.
 void printRows(const Rows &rows);
 
-/// Prints the figures beside their limits, as tables that can be read as they are and as Markdown.
+/// Prints the figures beside their limits, as Markdown tables.
 void print(const Readings &all);
 
 } // namespace Table

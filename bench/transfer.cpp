@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-// kt-bench-transfer: one firmware transfer, or the other end of one; bench/transfers reads the clock around
-// it.
+// kt-bench-transfer: one end of a firmware transfer. bench/transfers measures its time.
 //
-//     kt-bench-transfer serve ADDRESS FILE     hands out blocks in a bare loop
+//     kt-bench-transfer serve ADDRESS FILE     serves blocks in a bare loop
 //     kt-bench-transfer bare ADDRESS FILE      fetches them in a bare loop
 //     kt-bench-transfer udp ADDRESS NAME       fetches a file from a Corvid server, as the launcher does
 //     kt-bench-transfer url URL                downloads an image, as the launcher does
