@@ -2,8 +2,8 @@
 # SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 # SPDX-License-Identifier: Apache-2.0
 #
-# What the scripts share that play the launcher's user on a virtual display. Sourced by bash; `bin` (the binaries) and
-# `folder` (where logs and pictures go) must be set before a function is called, and the device be that of lab/run.
+# Functions for scripts that play the launcher's user on a virtual display. Source this file with bash. Set `bin` (the
+# folder of the binaries) and `folder` (for logs and screenshots) before calling a function, and run under lab/run.
 set -u
 
 stage=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -11,9 +11,8 @@ started=
 program=
 trap 'for id in $program $started; do kill "$id" 2>/dev/null; done' EXIT
 
-# enter_lab SCRIPT [ARGUMENT...]: runs a script on a fresh device with the demo's configuration document, which is
-# removed afterwards (unless KT_LAB_KEEP is set), beside the lab's peers. The script is called with BIN-DIR and the
-# further arguments.
+# enter_lab SCRIPT [ARGUMENT...]: runs a script on a new device with the demo's configuration document and the lab's
+# peers. Passes BIN-DIR and the arguments to the script. Removes the device afterwards, unless KT_LAB_KEEP is set.
 enter_lab() {
     device=$(mktemp -d) || exit 1
     [ -n "${KT_LAB_KEEP:-}" ] || trap 'rm -rf "$device"' EXIT
@@ -30,7 +29,7 @@ fail() {
     exit 1
 }
 
-# await SECONDS TEXT COMMAND...: waits for a command to succeed; fails with TEXT and a screenshot when it does not.
+# await SECONDS TEXT COMMAND...: waits for a command to succeed; otherwise fails with TEXT and a screenshot.
 await() {
     local tries=$(($1 * 5)) text=$2
     shift 2
@@ -64,19 +63,19 @@ end_program() {
     program=
 }
 
-# logged TEXT [TIMES]: whether the program has said so, that often or more.
+# logged TEXT [TIMES]: whether the program's log contains TEXT, at least this often.
 logged() { [ "$(grep -c -- "$1" "$folder/kt964.log")" -ge "${2:-1}" ]; }
 never_logged() { ! logged "$1" || fail "\"$1\" is never logged"; }
 
 window_shown() { xdotool search --onlyvisible --name "^$1\$"; }
 launcher_shown() { window_shown KT964; }
-# Keys reach the window: it is shown and has the keyboard.
+# Succeeds when the window is shown and has the keyboard focus.
 window_ready() { window_shown "$1" && [ "$(xdotool getwindowfocus getwindowname)" = "$1" ]; }
 launcher_ready() { window_ready KT964; }
 session_shown() { ! launcher_shown && xdotool search --onlyvisible --class xfreerdp; }
 
-# desktop_seen HOST: whether the server 10.77.0.HOST has a client, and the screen shows what that server shows: both
-# are shrunk to a thumbnail and compared.
+# desktop_seen HOST: whether the server 10.77.0.HOST has a client and the screen shows that server's desktop. Compares
+# thumbnails of both.
 desktop_seen() {
     local theirs="$KT_DEVICE_ROOT/lab/desktops/$1" difference
     session_shown || return 1
@@ -89,7 +88,7 @@ desktop_seen() {
 
 close_session() { xdotool search --onlyvisible --class xfreerdp windowclose; }
 
-# session_ended [TIMES]: whether the client has ended so often; closes the window in which it explains the end.
+# session_ended [TIMES]: whether the client has ended this often; closes the window that explains the end.
 session_ended() {
     ! window_ready Session || xdotool key Return
     logged "the client has ended" "${1:-1}"
@@ -97,7 +96,7 @@ session_ended() {
 
 click() { xdotool mousemove "$1" "$2" click 1; }
 
-# Opens the settings at their firmware page, whichever place it has in the list, and presses its button.
+# Opens the firmware page of the settings, wherever it is in the list, and presses its button.
 press_update() {
     click 936 32
     sleep 0.5

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-// Plays ALSA, as far as the launcher calls it, on a machine without sound cards: it finds the ones that
-// ROOT/lab/state/sound-cards.json describes. Loaded in place of the library by lab/run and by tests, through
-// LD_LIBRARY_PATH.
+// Implements the ALSA functions that the launcher calls, for a machine without sound cards. The file
+// ROOT/lab/state/sound-cards.json describes the cards. lab/run and the tests load this library instead of the
+// real one, through LD_LIBRARY_PATH.
 
 #include <alsa/asoundlib.h>
 
@@ -46,13 +46,13 @@ QJsonObject card(int number)
     return cards().at(number).toObject();
 }
 
-// What a card answers instead of what it is asked for: a negative error number, or 0.
-int fault(int number, const char *question)
+/// Returns the error of a card's function: a negative error number, or 0.
+int fault(int number, const char *function)
 {
     const QJsonObject described = card(number);
     return described.isEmpty()
         ? -ENODEV
-        : described.value(QLatin1String("faults")).toObject().value(QLatin1String(question)).toInt();
+        : described.value(QLatin1String("faults")).toObject().value(QLatin1String(function)).toInt();
 }
 
 int copyText(int number, const char *key, char **text)
@@ -63,7 +63,7 @@ int copyText(int number, const char *key, char **text)
     return 0;
 }
 
-// Programs that this one starts get the real library.
+/// Makes child processes load the real library.
 void leaveEnvironment()
 {
     qunsetenv("LD_LIBRARY_PATH");
@@ -129,7 +129,7 @@ int snd_ctl_card_info(snd_ctl_t *control, snd_ctl_card_info_t *)
 int snd_ctl_pcm_next_device(snd_ctl_t *control, int *device)
 {
     const int count = card(control->card).value(QLatin1String("devices")).toArray().size();
-    // A card is pulled out after the first of its devices.
+    // The card is unplugged after its first device.
     if (const int error = fault(control->card, "next device"); error && *device >= 0)
         return error;
     *device = *device + 1 < count ? *device + 1 : -1;

@@ -8,7 +8,7 @@
 
 namespace {
 
-// "NAME=ADDRESS"; a desktop without an address is the broker's machine itself.
+/// Parses "NAME=ADDRESS". A desktop without an address gets the broker's own.
 BrokerDesktop desktop(const QString &words, const QString &ownAddress)
 {
     const int sign = words.lastIndexOf(QLatin1Char('='));
@@ -19,7 +19,7 @@ void addUser(BrokerServer *broker, const LabCommand &command, const QString &wor
 {
     const QStringList parts = words.split(QLatin1Char(':'));
     if (parts.size() < 3 || parts.constFirst().isEmpty())
-        command.fail(QStringLiteral("--user wants NAME:PASSWORD:DESKTOP,..., not %1").arg(words));
+        command.fail(QStringLiteral("--user needs NAME:PASSWORD:DESKTOP,..., not %1").arg(words));
     QVector<BrokerDesktop> desktops;
     const QStringList names = parts.mid(2).join(QLatin1Char(':')).split(QLatin1Char(','), Qt::SkipEmptyParts);
     for (const QString &name : names)
@@ -32,14 +32,14 @@ void addOptions(LabCommand *command)
     ServerCommand::addOptions(command, BrokerServer::defaultPort);
     command->addOption(
         QStringLiteral("user"),
-        QStringLiteral("A user and his desktops; a desktop is NAME or NAME=ADDRESS. Once per user."),
+        QStringLiteral("A user and the user's desktops, each NAME or NAME=ADDRESS. Once per user."),
         QStringLiteral("NAME:PASSWORD:DESKTOP,..."));
     command->addOption(QStringLiteral("mode"),
                        QStringLiteral("normal, slow, 500, cut, huge, empty or no-line-ends."),
                        QStringLiteral("MODE"));
-    command->addOption(QStringLiteral("delay"), QStringLiteral("How long the mode slow waits."),
+    command->addOption(QStringLiteral("delay"), QStringLiteral("The delay of the mode slow."),
                        QStringLiteral("MS"));
-    command->addOption(QStringLiteral("plain"), QStringLiteral("HTTP in the place of HTTPS."));
+    command->addOption(QStringLiteral("plain"), QStringLiteral("Uses HTTP instead of HTTPS."));
 }
 
 void setUp(BrokerServer *broker, const LabCommand &command)
@@ -48,10 +48,10 @@ void setUp(BrokerServer *broker, const LabCommand &command)
     for (const QString &user : users)
         addUser(broker, command, user);
     const QString word = command.value(QStringLiteral("mode"));
-    BrokerServer::Mode mode = BrokerServer::Mode::Normal;
-    if (!word.isEmpty() && !BrokerServer::modeOf(word, &mode))
-        command.fail(QStringLiteral("there is no mode %1").arg(word));
-    broker->setMode(mode);
+    const auto mode = BrokerServer::modeOf(word.isEmpty() ? QStringLiteral("normal") : word);
+    if (!mode)
+        command.fail(QStringLiteral("unknown mode: %1").arg(word));
+    broker->setMode(*mode);
     broker->setDelay(command.number(QStringLiteral("delay"), 5000));
     broker->setEncrypted(!command.isSet(QStringLiteral("plain")));
 }

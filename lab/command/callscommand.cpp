@@ -11,7 +11,7 @@
 #include <cstdio>
 
 namespace {
-constexpr int pollInterval = 200;
+constexpr int pollIntervalMs = 200;
 
 void printNew(QFile *log)
 {
@@ -27,8 +27,7 @@ int callsCommand()
 {
     LabCommand command(QStringLiteral("calls"),
                        QStringLiteral("Prints the calls of device tools, oldest first."));
-    command.addOption(QStringLiteral("f"),
-                      QStringLiteral("Goes on with each new call until it is interrupted."));
+    command.addOption(QStringLiteral("f"), QStringLiteral("Prints each new call until interrupted."));
     command.addRootOption();
     command.process(0, 0);
     QFile log(command.root().labFile(QStringLiteral("calls.log")));
@@ -37,6 +36,6 @@ int callsCommand()
         return 0;
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &poll, [&log] { printNew(&log); });
-    poll.start(pollInterval);
+    poll.start(pollIntervalMs);
     return QCoreApplication::exec();
 }

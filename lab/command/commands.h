@@ -3,7 +3,7 @@
 
 #pragma once
 
-// The sub-commands of kt-lab. Each reads the program's command line itself and returns the exit status.
+/// The sub-commands of kt-lab. Each parses the command line and returns the exit status.
 int makeRootCommand();
 int cableCommand();
 int wifiCommand();

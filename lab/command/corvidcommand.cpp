@@ -18,10 +18,10 @@ QVector<QHostAddress> addresses(const LabCommand &command)
     for (const QString &word : words) {
         result.append(QHostAddress(word));
         if (result.constLast().protocol() != QAbstractSocket::IPv4Protocol)
-            command.fail(QStringLiteral("%1 is no IPv4 address").arg(word));
+            command.fail(QStringLiteral("not an IPv4 address: %1").arg(word));
     }
     if (result.isEmpty())
-        command.fail(QStringLiteral("--address is needed"));
+        command.fail(QStringLiteral("--address is required"));
     return result;
 }
 
@@ -38,7 +38,7 @@ void addServers(CorvidServer *server, const LabCommand &command)
         server->addServer(QStringLiteral("Server %1").arg(own.size() + i - 1), own.constFirst());
 }
 
-// The value of an option that may be given once for all servers or once for each.
+/// Returns the value of an option that is given once for all servers, or once for each.
 QString valueFor(const LabCommand &command, const char *option, int server)
 {
     const QStringList given = command.values(QLatin1String(option));
@@ -71,20 +71,18 @@ void addFileOptions(LabCommand *command)
     const auto option = [command](const char *name, const char *text, const char *value) {
         command->addOption(QLatin1String(name), QLatin1String(text), QLatin1String(value));
     };
-    option("files", "The folder whose files are handed out; once, or once per address.", "FOLDER");
-    option(
-        "firmware",
-        "What the index \"kt-update.txt\" offers, in the place of the folder's; once, or once per address.",
-        "VERSION=FILE");
-    option("loss", "So many of a hundred blocks are lost.", "PERCENT");
-    option("duplicates", "So many are sent twice.", "PERCENT");
-    option("reordering", "So many are sent after the next one.", "PERCENT");
-    option("seed", "Which ones they are.", "N");
-    option("silent-from", "Blocks from this position on are not answered.", "BYTES");
-    option("total-changes-from", "From this position on the file's size is another one.", "BYTES");
+    option("files", "The folder with the files; once, or once per address.", "FOLDER");
+    option("firmware", "The firmware in the index \"kt-update.txt\"; once, or once per address.",
+           "VERSION=FILE");
+    option("loss", "The percentage of lost blocks.", "PERCENT");
+    option("duplicates", "The percentage of blocks sent twice.", "PERCENT");
+    option("reordering", "The percentage of blocks sent after the next one.", "PERCENT");
+    option("seed", "Selects the affected blocks.", "N");
+    option("silent-from", "Sends no reply for blocks from this position on.", "BYTES");
+    option("total-changes-from", "Reports another file size from this position on.", "BYTES");
 }
 
-// Of a transfer, only its first block is worth a line.
+/// Prints only the first block of a transfer.
 void printRequest(const QByteArray &datagram, const QHostAddress &sender, quint16 port)
 {
     const std::optional<CorvidRequest> request = parseCorvidRequest(datagram);
@@ -96,7 +94,7 @@ void printRequest(const QByteArray &datagram, const QHostAddress &sender, quint1
         printLine(QStringLiteral("file %1 for %2").arg(request->fileName, from));
 }
 
-// Ends the program after so many discoveries, once the first server has answered the last of them.
+/// Ends the program after this many discoveries, after the first server's last reply.
 void stopAfter(const CorvidServer &server, int count, const QHostAddress &first)
 {
     int left = count;
@@ -110,17 +108,17 @@ void stopAfter(const CorvidServer &server, int count, const QHostAddress &first)
 
 int corvidServerCommand()
 {
-    LabCommand command(QStringLiteral("corvid-server"),
-                       QStringLiteral("Plays Corvid servers, on UDP port 1283: answers devices that look for "
-                                      "servers, and hands out files."));
-    command.addOption(QStringLiteral("address"),
-                      QStringLiteral("The servers' addresses; each is one server."),
+    LabCommand command(
+        QStringLiteral("corvid-server"),
+        QStringLiteral("Plays Corvid servers on UDP port 1283: replies to discoveries and sends "
+                       "files."));
+    command.addOption(QStringLiteral("address"), QStringLiteral("The servers' addresses."),
                       QStringLiteral("A[,B...]"));
     command.addOption(QStringLiteral("name"),
                       QStringLiteral("A server's name; once per address, in their order."),
                       QStringLiteral("NAME"));
-    command.addOption(QStringLiteral("entries"), QStringLiteral("The first server's reply names N servers."),
-                      QStringLiteral("N"));
+    command.addOption(QStringLiteral("entries"),
+                      QStringLiteral("Puts N servers into the first server's reply."), QStringLiteral("N"));
     command.addOption(QStringLiteral("delay"), QStringLiteral("Waits before each reply."),
                       QStringLiteral("MS"));
     command.addOption(QStringLiteral("count"), QStringLiteral("Ends after N discoveries."),

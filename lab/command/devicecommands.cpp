@@ -6,7 +6,7 @@
 #include "lab-device/faults.h"
 #include "lab-device/output.h"
 #include "lab-device/usbports.h"
-#include "lab-device/wifiair.h"
+#include "lab-device/wifinetworks.h"
 
 #include <QFile>
 
@@ -20,10 +20,10 @@ void writeFile(const LabCommand &command, const QString &path, const QString &te
         command.fail(QStringLiteral("cannot write %1").arg(path));
 }
 
-int listWifi(const WifiAir &air)
+int listWifi(const WifiNetworks &wifi)
 {
-    const QString current = air.currentSsid();
-    const QJsonArray networks = air.networks();
+    const QString current = wifi.currentSsid();
+    const QJsonArray networks = wifi.networks();
     for (const QJsonValue &value : networks) {
         const QJsonObject network = value.toObject();
         const QString ssid = network.value(QLatin1String("ssid")).toString();
@@ -47,7 +47,7 @@ qint64 programId(const LabCommand &command, const DeviceRoot &root)
     const int id = text.toInt();
     if (id <= 1)
         command.fail(
-            QStringLiteral("no process to signal: give --pid, or let %1 hold its id").arg(file.fileName()));
+            QStringLiteral("no process to signal: use --pid, or write its id to %1").arg(file.fileName()));
     return id;
 }
 } // namespace
@@ -61,7 +61,7 @@ int cableCommand()
     command.process(1, 1);
     const QString action = command.argument(0);
     if (action != QLatin1String("plug") && action != QLatin1String("unplug"))
-        command.fail(QStringLiteral("plug or unplug, not %1").arg(action));
+        command.fail(QStringLiteral("unknown action: %1, need plug or unplug").arg(action));
     return command.root().setState(QStringLiteral("cable"), action + QStringLiteral("ged")) ? 0 : 1;
 }
 
@@ -75,15 +75,15 @@ int wifiCommand()
                       QStringLiteral("Associates, but gives the device no address."));
     command.addRootOption();
     command.process(1, 2);
-    const WifiAir air(command.root());
+    const WifiNetworks wifi(command.root());
     const QString action = command.argument(0);
     if (action == QLatin1String("list"))
-        return listWifi(air);
+        return listWifi(wifi);
     if (action == QLatin1String("leave"))
-        air.leave();
+        wifi.leave();
     else if (action != QLatin1String("associate"))
-        command.fail(QStringLiteral("list, associate or leave, not %1").arg(action));
-    else if (!air.associate(command.argument(1), !command.isSet(QStringLiteral("no-address"))))
+        command.fail(QStringLiteral("unknown action: %1, need list, associate or leave").arg(action));
+    else if (!wifi.associate(command.argument(1), !command.isSet(QStringLiteral("no-address"))))
         command.fail(QStringLiteral("no network named '%1'").arg(command.argument(1)));
     return 0;
 }
@@ -91,7 +91,7 @@ int wifiCommand()
 int usbCommand()
 {
     LabCommand command(QStringLiteral("usb"),
-                       QStringLiteral("Shows the device's USB bus, plugs a device in or pulls one out."));
+                       QStringLiteral("Shows the USB devices, plugs one in or unplugs one."));
     command.addArgument(QStringLiteral("list|plug|unplug"), QStringLiteral("What to do."));
     command.addArgument(QStringLiteral("[VID:PID]"), QStringLiteral("The device, such as f0a1:0102."));
     command.addRootOption();
@@ -102,7 +102,7 @@ int usbCommand()
     if (action == QLatin1String("list"))
         printLine(ports.devices().join(QLatin1Char('\n')));
     else if (action != QLatin1String("plug") && action != QLatin1String("unplug"))
-        command.fail(QStringLiteral("list, plug or unplug, not %1").arg(action));
+        command.fail(QStringLiteral("unknown action: %1, need list, plug or unplug").arg(action));
     else if (action == QLatin1String("plug") ? !ports.plug(identifier) : !ports.unplug(identifier))
         command.fail(QStringLiteral("cannot %1 '%2'").arg(action, identifier));
     return 0;
@@ -112,10 +112,10 @@ int faultCommand()
 {
     const QString kinds = faultKinds().join(QStringLiteral("|"));
     LabCommand command(QStringLiteral("fault"),
-                       QStringLiteral("Lets a device tool misbehave from its next call on."));
+                       QStringLiteral("Sets a fault for the next calls of a device tool."));
     command.addArgument(QStringLiteral("NAME"),
                         QStringLiteral("The tool, or TOOL.ARGUMENT for its calls with that first argument."));
-    command.addArgument(kinds + QStringLiteral("|none"), QStringLiteral("The fault; none ends it."));
+    command.addArgument(kinds + QStringLiteral("|none"), QStringLiteral("The fault; none removes it."));
     command.addArgument(QStringLiteral("[NUMBER]"),
                         QStringLiteral("Exit status of exit, milliseconds of slow."));
     command.addRootOption();
@@ -124,7 +124,7 @@ int faultCommand()
     if (command.argument(1) == QLatin1String("none"))
         return !QFile::exists(path) || QFile::remove(path) ? 0 : 1;
     if (!faultKinds().contains(command.argument(1)))
-        command.fail(QStringLiteral("%1 or none, not %2").arg(kinds, command.argument(1)));
+        command.fail(QStringLiteral("unknown fault: %2, need %1 or none").arg(kinds, command.argument(1)));
     writeFile(command, path, command.arguments().mid(1).join(QLatin1Char(' ')) + QLatin1Char('\n'));
     return 0;
 }
@@ -133,9 +133,9 @@ int messageCommand()
 {
     LabCommand command(QStringLiteral("message"),
                        QStringLiteral("Writes tmp/msg.json and sends SIGUSR1 to the program."));
-    command.addArgument(QStringLiteral("JSON"), QStringLiteral("The message; written as it is."));
+    command.addArgument(QStringLiteral("JSON"), QStringLiteral("The message; written unchanged."));
     command.addOption(QStringLiteral("pid"),
-                      QStringLiteral("The program's process id; else lab/kt964.pid holds it."),
+                      QStringLiteral("The program's process id; by default that in lab/kt964.pid."),
                       QStringLiteral("ID"));
     command.addRootOption();
     command.process(1, 1);
@@ -143,6 +143,6 @@ int messageCommand()
     writeFile(command, root.file(QStringLiteral("/tmp/msg.json")), command.argument(0) + QLatin1Char('\n'));
     const qint64 id = programId(command, root);
     if (::kill(static_cast<pid_t>(id), SIGUSR1) != 0)
-        command.fail(QStringLiteral("there is no process %1").arg(id));
+        command.fail(QStringLiteral("no process %1").arg(id));
     return 0;
 }

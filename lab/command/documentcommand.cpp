@@ -17,11 +17,11 @@ QJsonObject read(const LabCommand &command, const QString &path)
     const QByteArray content = opened ? file.readAll() : QByteArray();
     const QJsonDocument document = QJsonDocument::fromJson(content);
     if (!document.isObject() && !content.trimmed().isEmpty())
-        command.fail(QStringLiteral("%1 holds no JSON object").arg(path));
+        command.fail(QStringLiteral("not a JSON object: %1").arg(path));
     return document.object();
 }
 
-// What is no JSON stands for itself, as text.
+/// Takes text that is not JSON as a string.
 QJsonValue valueOf(const QString &text)
 {
     QJsonParseError error;
@@ -46,8 +46,8 @@ int documentCommand()
     LabCommand command(QStringLiteral("document"),
                        QStringLiteral("Changes one value of the device's configuration document."));
     command.addArgument(QStringLiteral("KEY..."),
-                        QStringLiteral("The keys that lead to it; objects on the way are made."));
-    command.addArgument(QStringLiteral("VALUE"), QStringLiteral("JSON; anything else is taken as text."));
+                        QStringLiteral("The path of the value; missing objects are created."));
+    command.addArgument(QStringLiteral("VALUE"), QStringLiteral("JSON, or else text."));
     command.addRootOption();
     command.process(2, 16);
     const QString path = command.root().file(QStringLiteral("/var/lib/kt964/config.json"));

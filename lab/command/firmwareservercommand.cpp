@@ -10,19 +10,19 @@ namespace {
 
 void addOptions(LabCommand *command)
 {
-    command->addArgument(QStringLiteral("FOLDER"), QStringLiteral("The folder whose files are served."));
+    command->addArgument(QStringLiteral("FOLDER"), QStringLiteral("The folder with the files."));
     ServerCommand::addOptions(command, FirmwareServer::defaultPort);
-    command->addOption(QStringLiteral("user"), QStringLiteral("Asks for this name and password."),
+    command->addOption(QStringLiteral("user"), QStringLiteral("Requires this name and password."),
                        QStringLiteral("NAME:PASSWORD"));
     command->addOption(
         QStringLiteral("mode"),
         QStringLiteral("normal, slow, truncated, stalled, silent, challenge, redirect, 404 or 500."),
         QStringLiteral("MODE"));
-    command->addOption(QStringLiteral("piece"), QStringLiteral("What the mode slow sends at once."),
+    command->addOption(QStringLiteral("piece"), QStringLiteral("The piece size of the mode slow."),
                        QStringLiteral("BYTES"));
-    command->addOption(QStringLiteral("delay"), QStringLiteral("How long it then pauses."),
+    command->addOption(QStringLiteral("delay"), QStringLiteral("The pause between two pieces."),
                        QStringLiteral("MS"));
-    command->addOption(QStringLiteral("to"), QStringLiteral("Where the mode redirect sends the client."),
+    command->addOption(QStringLiteral("to"), QStringLiteral("The target of the mode redirect."),
                        QStringLiteral("URL"));
 }
 
@@ -32,10 +32,10 @@ void setUp(FirmwareServer *server, const LabCommand &command)
     if (!user.isEmpty())
         server->setUser(user.section(QLatin1Char(':'), 0, 0), user.section(QLatin1Char(':'), 1));
     const QString word = command.value(QStringLiteral("mode"));
-    FirmwareServer::Mode mode = FirmwareServer::Mode::Normal;
-    if (!word.isEmpty() && !FirmwareServer::modeOf(word, &mode))
-        command.fail(QStringLiteral("there is no mode %1").arg(word));
-    server->setMode(mode);
+    const auto mode = FirmwareServer::modeOf(word.isEmpty() ? QStringLiteral("normal") : word);
+    if (!mode)
+        command.fail(QStringLiteral("unknown mode: %1").arg(word));
+    server->setMode(*mode);
     server->setPace(command.number(QStringLiteral("piece"), 1024),
                     command.number(QStringLiteral("delay"), 1000));
     server->setRedirect(QUrl(command.value(QStringLiteral("to"))));
@@ -46,7 +46,7 @@ void setUp(FirmwareServer *server, const LabCommand &command)
 int firmwareServerCommand()
 {
     LabCommand command(QStringLiteral("firmware-server"),
-                       QStringLiteral("Plays a web server that hands out firmware; prints each request."));
+                       QStringLiteral("Plays a web server for firmware; prints each request."));
     addOptions(&command);
     command.process(1, 1);
     FirmwareServer server(command.argument(0));

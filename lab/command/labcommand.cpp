@@ -32,7 +32,7 @@ void LabCommand::process(int fewestArguments, int mostArguments)
     m_parser.process(*QCoreApplication::instance());
     const int count = arguments().size();
     if (count < fewestArguments || count > mostArguments)
-        fail(QStringLiteral("%1 arguments given, see kt-lab %2 --help").arg(count).arg(m_name));
+        fail(QStringLiteral("wrong number of arguments: %1, see kt-lab %2 --help").arg(count).arg(m_name));
 }
 
 QStringList LabCommand::arguments() const
@@ -47,7 +47,7 @@ int LabCommand::number(const QString &option, int fallback) const
     bool isNumber = false;
     const int number = value(option).toInt(&isNumber);
     if (!isNumber || number < 0)
-        fail(QStringLiteral("--%1 wants a number, not %2").arg(option, value(option)));
+        fail(QStringLiteral("--%1 needs a number, not %2").arg(option, value(option)));
     return number;
 }
 
@@ -63,8 +63,8 @@ DeviceRoot LabCommand::root() const
     const QString named = value(QStringLiteral("root"));
     const DeviceRoot root(named.isEmpty() ? qEnvironmentVariable("KT_DEVICE_ROOT") : named);
     if (!root.isValid())
-        fail(
-            QStringLiteral("no device root: name one that make-root made with --root DIR or KT_DEVICE_ROOT"));
+        fail(QStringLiteral(
+            "no device root: create one with make-root, then set --root DIR or KT_DEVICE_ROOT"));
     return root;
 }
 

@@ -7,7 +7,7 @@
 
 #include <QCommandLineParser>
 
-// The command line of one sub-command of kt-lab: its own help, and the option that names the device root.
+/// The command line of one sub-command of kt-lab, with its own help.
 class LabCommand
 {
 public:
@@ -16,8 +16,7 @@ public:
     void addArgument(const QString &syntax, const QString &description);
     void addOption(const QString &name, const QString &description, const QString &value = {});
 
-    // Reads the program's command line. Prints what is wrong, or the help, and ends the process where that is
-    // due.
+    /// Parses the program's command line. For help or an error, prints it and ends the process.
     void process(int fewestArguments, int mostArguments);
 
     QStringList arguments() const;
@@ -26,10 +25,10 @@ public:
     QString value(const QString &option) const { return m_parser.value(option); }
     QStringList values(const QString &option) const { return m_parser.values(option); }
 
-    // A whole number, or fallback where the option was not given; what is no number ends the process.
+    /// Returns the option's number, or the fallback without the option. An invalid number ends the process.
     int number(const QString &option, int fallback) const;
 
-    // --root, else KT_DEVICE_ROOT; ends the process where neither names a device root.
+    /// Returns the device root of --root or KT_DEVICE_ROOT; ends the process without one.
     void addRootOption();
     DeviceRoot root() const;
 

@@ -16,14 +16,14 @@ void addOptions(LabCommand *command)
     const auto add = [command](const char *name, const char *description, const char *value) {
         command->addOption(QLatin1String(name), QLatin1String(description), QLatin1String(value));
     };
-    add("address", "The link's address, by which devices know the server.", "A");
-    add("to", "The server's own address, best one of the loopback interface.", "B");
-    add("drop", "How many datagrams are lost.", "PERCENT");
-    add("duplicate", "How many arrive twice.", "PERCENT");
-    add("reorder", "How many are held back and overtaken.", "PERCENT");
-    add("hold", "How long they are held back, 20 unless given.", "MS");
-    add("delay", "How long every datagram takes.", "MS");
-    add("seed", "Another number makes other datagrams meet these fates.", "N");
+    add("address", "The link's address, which devices use for the server.", "A");
+    add("to", "The server's own address, on the loopback interface if possible.", "B");
+    add("drop", "The percentage of lost datagrams.", "PERCENT");
+    add("duplicate", "The percentage of duplicated datagrams.", "PERCENT");
+    add("reorder", "The percentage of datagrams that later ones overtake.", "PERCENT");
+    add("hold", "The extra delay of those, 20 by default.", "MS");
+    add("delay", "The delay of every datagram.", "MS");
+    add("seed", "Selects the affected datagrams.", "N");
     add("seconds", "Ends after N seconds.", "N");
 }
 
@@ -33,7 +33,7 @@ double percent(const LabCommand &command, const char *option)
     bool isNumber = true;
     const double part = text.isEmpty() ? 0 : text.toDouble(&isNumber);
     if (!isNumber || !(part >= 0 && part <= 100))
-        command.fail(QStringLiteral("--%1 wants 0 to 100, not %2").arg(QLatin1String(option), text));
+        command.fail(QStringLiteral("--%1 needs 0 to 100, not %2").arg(QLatin1String(option), text));
     return part;
 }
 
@@ -41,7 +41,7 @@ QHostAddress address(const LabCommand &command, const char *option)
 {
     const QHostAddress address(command.value(QLatin1String(option)));
     if (address.protocol() != QAbstractSocket::IPv4Protocol)
-        command.fail(QStringLiteral("--%1 wants an IPv4 address").arg(QLatin1String(option)));
+        command.fail(QStringLiteral("--%1 needs an IPv4 address").arg(QLatin1String(option)));
     return address;
 }
 

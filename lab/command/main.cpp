@@ -17,19 +17,20 @@ struct Command
 };
 
 constexpr Command commands[] = {
-    {"make-root", "make a device root: the folder that stands for the device's file system", makeRootCommand},
+    {"make-root", "create a device root: the folder that stands for the device's file system",
+     makeRootCommand},
     {"cable", "plug or unplug the device's network cable", cableCommand},
     {"wifi", "show the wireless networks, or associate the device with one", wifiCommand},
-    {"usb", "show the USB devices, plug one in or pull one out", usbCommand},
-    {"fault", "let a device tool misbehave", faultCommand},
+    {"usb", "show the USB devices, plug one in or unplug one", usbCommand},
+    {"fault", "set a fault for a device tool", faultCommand},
     {"document", "change a value of the configuration document", documentCommand},
-    {"calls", "show which device tools were called, and how", callsCommand},
-    {"message", "hand the program a message, as the device's scripts do", messageCommand},
+    {"calls", "show the calls of device tools", callsCommand},
+    {"message", "send the program a message, as the device's scripts do", messageCommand},
     {"corvid-server", "play one or several Corvid servers", corvidServerCommand},
     {"broker", "play a SOLVA connection broker", brokerCommand},
     {"qmd-server", "play a QMD management server", qmdServerCommand},
-    {"qmd-queue", "have that server tell a device something", qmdQueueCommand},
-    {"firmware-server", "play a web server that hands out firmware", firmwareServerCommand},
+    {"qmd-queue", "queue a message for a device at that server", qmdQueueCommand},
+    {"firmware-server", "play a web server for firmware", firmwareServerCommand},
     {"link", "play a bad link to a Corvid server: drop, delay, duplicate, reorder", linkCommand},
 };
 
@@ -41,7 +42,7 @@ int help(int status)
         lines << QStringLiteral("  %1 %2")
                      .arg(QLatin1String(command.name), -15)
                      .arg(QLatin1String(command.summary));
-    lines << QStringLiteral("\nCalled by the name of a device tool, kt-lab plays that tool (docs/lab.md).");
+    lines << QStringLiteral("\nUnder the name of a device tool, kt-lab plays that tool (docs/lab.md).");
     status == 0 ? printLine(lines.join(QLatin1Char('\n'))) : printError(lines.join(QLatin1Char('\n')));
     return status;
 }
@@ -61,7 +62,7 @@ int playTool(const QString &invokedAs, const QStringList &arguments)
     const DeviceRoot root = DeviceRoot::ofTool(invokedAs);
     if (root.isValid())
         return runTool({root, name, arguments});
-    printError(QStringLiteral("%1: this stand-in belongs to no device root").arg(name));
+    printError(QStringLiteral("%1: no device root for this stand-in").arg(name));
     return 127;
 }
 } // namespace

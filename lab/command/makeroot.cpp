@@ -21,7 +21,7 @@ constexpr const char *folders[] = {"tmp",
                                    "lab/faults",
                                    "lab/answers"};
 
-// Points a link at its target. What a user put there in the place of a link stays.
+/// Creates or updates a link. Keeps a file that a user has put in its place.
 bool placeLink(const QString &target, const QString &link)
 {
     const QFileInfo present(link);
@@ -43,7 +43,7 @@ bool placeTools(const DeviceRoot &root, const QString &self)
     return true;
 }
 
-// The files of a fresh device; a file that is there already keeps its content.
+/// Copies the files of a new device. Keeps existing files.
 bool placeFiles(const DeviceRoot &root)
 {
     const QString skeleton = QStringLiteral(":/skeleton/");
@@ -61,7 +61,7 @@ bool placeFiles(const DeviceRoot &root)
     return true;
 }
 
-// Links the programs that open sessions, if they are built.
+/// Links the programs that open sessions, if they are built.
 void placeSessionClients(const DeviceRoot &root, const QString &self)
 {
     const QString folder = qEnvironmentVariable("KT_BIN_DIR", QFileInfo(self).path()) + QLatin1Char('/');
@@ -85,8 +85,8 @@ int makeRootCommand()
 {
     LabCommand command(
         QStringLiteral("make-root"),
-        QStringLiteral("Makes a device root, or completes one; the state of an existing one stays."));
-    command.addArgument(QStringLiteral("DIR"), QStringLiteral("The folder; made if it is missing."));
+        QStringLiteral("Creates a device root, or completes one; keeps the state of an existing one."));
+    command.addArgument(QStringLiteral("DIR"), QStringLiteral("The folder; created if missing."));
     command.addOption(QStringLiteral("hostname"), QStringLiteral("The host name of a new device."),
                       QStringLiteral("NAME"));
     command.process(1, 1);
@@ -94,9 +94,9 @@ int makeRootCommand()
     const DeviceRoot root(command.argument(0));
     for (const char *folder : folders)
         if (!QDir().mkpath(root.file(QLatin1String(folder))))
-            command.fail(QStringLiteral("cannot make %1").arg(root.file(QLatin1String(folder))));
+            command.fail(QStringLiteral("cannot create %1").arg(root.file(QLatin1String(folder))));
     const QString self = QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
-    if (!placeTools(root, self) || !placeFiles(root) || !UsbPorts(root).furnish())
+    if (!placeTools(root, self) || !placeFiles(root) || !UsbPorts(root).create())
         command.fail(QStringLiteral("cannot fill %1").arg(root.path()));
     placeSessionClients(root, self);
     const QString name = command.value(QStringLiteral("hostname"));

@@ -27,7 +27,7 @@ QString spoolFolder(const LabCommand &command)
         return command.value(QStringLiteral("spool"));
     const QString root = qEnvironmentVariable("KT_DEVICE_ROOT");
     if (root.isEmpty())
-        command.fail(QStringLiteral("--spool or KT_DEVICE_ROOT is needed"));
+        command.fail(QStringLiteral("--spool or KT_DEVICE_ROOT is required"));
     return root + QLatin1String("/lab/qmd");
 }
 
@@ -36,15 +36,16 @@ void addServerOptions(LabCommand *command)
     addSpoolOption(command);
     command->addOption(QStringLiteral("address"), QStringLiteral("The server's address."),
                        QStringLiteral("A"));
-    command->addOption(QStringLiteral("port"), QStringLiteral("Its port, 8080 unless given; 0 takes any."),
+    command->addOption(QStringLiteral("port"),
+                       QStringLiteral("Its port, 8080 by default; 0 selects a free one."),
                        QStringLiteral("N"));
-    command->addOption(QStringLiteral("plain"), QStringLiteral("HTTP in the place of HTTPS."));
+    command->addOption(QStringLiteral("plain"), QStringLiteral("Uses HTTP instead of HTTPS."));
     command->addOption(QStringLiteral("mode"),
                        QStringLiteral("normal, slow, silent, 500, cut, rubbish, huge or redirect."),
                        QStringLiteral("MODE"));
-    command->addOption(QStringLiteral("delay"), QStringLiteral("How long the mode slow waits."),
+    command->addOption(QStringLiteral("delay"), QStringLiteral("The delay of the mode slow."),
                        QStringLiteral("MS"));
-    command->addOption(QStringLiteral("location"), QStringLiteral("Where the mode redirect sends devices."),
+    command->addOption(QStringLiteral("location"), QStringLiteral("The target of the mode redirect."),
                        QStringLiteral("URL"));
     command->addOption(QStringLiteral("seconds"), QStringLiteral("Ends after N seconds."),
                        QStringLiteral("N"));
@@ -53,9 +54,8 @@ void addServerOptions(LabCommand *command)
 void setUp(QmdServer *server, const LabCommand &command)
 {
     const QString word = command.value(QStringLiteral("mode"));
-    QmdServer::Mode mode = QmdServer::Mode::Normal;
-    if (!word.isEmpty() && !QmdServer::modeOf(word, &mode))
-        command.fail(QStringLiteral("there is no mode %1").arg(word));
+    if (!word.isEmpty() && !QmdServer::modeOf(word))
+        command.fail(QStringLiteral("unknown mode: %1").arg(word));
     if (!word.isEmpty() && !server->spool().setMode(word))
         command.fail(QStringLiteral("cannot write to %1").arg(spoolFolder(command)));
     server->setDelay(command.number(QStringLiteral("delay"), 5000));
@@ -81,10 +81,10 @@ int qmdServerCommand()
     command.process(0, 0);
     const QHostAddress address(command.value(QStringLiteral("address")));
     if (address.isNull())
-        command.fail(QStringLiteral("--address is needed"));
+        command.fail(QStringLiteral("--address is required"));
     const int port = command.number(QStringLiteral("port"), QmdServer::defaultPort);
     if (port > 65535)
-        command.fail(QStringLiteral("there is no port %1").arg(port));
+        command.fail(QStringLiteral("invalid port: %1").arg(port));
 
     QmdServer server(spoolFolder(command));
     setUp(&server, command);
@@ -103,9 +103,10 @@ int qmdServerCommand()
 int qmdQueueCommand()
 {
     LabCommand command(QStringLiteral("qmd-queue"),
-                       QStringLiteral("Has a QMD management server tell a device something."));
+                       QStringLiteral("Queues a message for a device at a QMD management server."));
     addSpoolOption(&command);
-    command.addArgument(QStringLiteral("SERIAL"), QStringLiteral("The device; - without a serial number."));
+    command.addArgument(QStringLiteral("SERIAL"),
+                        QStringLiteral("The device's serial number, or - for a device without one."));
     command.addArgument(QStringLiteral("KIND"),
                         QStringLiteral("action NAME [URL], or one of actions, configuration, profile and body"
                                        " with a FILE."));

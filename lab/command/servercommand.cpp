@@ -14,7 +14,7 @@ void ServerCommand::addOptions(LabCommand *command, quint16 defaultPort)
 {
     command->addOption(QStringLiteral("address"), QStringLiteral("The server's address."),
                        QStringLiteral("A"));
-    command->addOption(QStringLiteral("port"), QStringLiteral("Its port, %1 unless given.").arg(defaultPort),
+    command->addOption(QStringLiteral("port"), QStringLiteral("Its port, %1 by default.").arg(defaultPort),
                        QStringLiteral("N"));
     command->addOption(QStringLiteral("seconds"), QStringLiteral("Ends after N seconds."),
                        QStringLiteral("N"));
@@ -24,10 +24,10 @@ int ServerCommand::run(HttpPeer *server, const LabCommand &command, quint16 defa
 {
     const QHostAddress address(command.value(QStringLiteral("address")));
     if (address.isNull())
-        command.fail(QStringLiteral("--address is needed"));
+        command.fail(QStringLiteral("--address is required"));
     const int port = command.number(QStringLiteral("port"), defaultPort);
     if (port > 65535)
-        command.fail(QStringLiteral("there is no port %1").arg(port));
+        command.fail(QStringLiteral("invalid port: %1").arg(port));
     QObject::connect(server, &HttpPeer::requestReceived, server,
                      [](const QString &line) { printLine(line); });
     if (!server->start(address, static_cast<quint16>(port)))

@@ -8,12 +8,12 @@
 class HttpPeer;
 class LabCommand;
 
-// What the sub-commands have in common that play an HTTP server: --address, --port and --seconds.
+/// The part that the sub-commands for HTTP servers share: --address, --port and --seconds.
 namespace ServerCommand {
 
 void addOptions(LabCommand *command, quint16 defaultPort);
 
-// Starts the server, prints "ready" and then each request until the program is ended. Returns its status.
+/// Starts the server, then prints "ready" and each request. Returns the exit status.
 int run(HttpPeer *server, const LabCommand &command, quint16 defaultPort);
 
 } // namespace ServerCommand

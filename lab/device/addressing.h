@@ -7,7 +7,7 @@
 
 #include <QJsonObject>
 
-// How an interface is addressed.
+/// The addressing of an interface.
 struct Addressing
 {
     QString type;
@@ -16,7 +16,7 @@ struct Addressing
     QString gateway;
 };
 
-// One of the device's two interfaces, as the files lab/state/wired-* or lab/state/wireless-* describe it.
+/// One of the device's two interfaces. The files lab/state/wired-* and lab/state/wireless-* hold its state.
 class DeviceInterface
 {
 public:
@@ -25,19 +25,18 @@ public:
 
     Addressing addressing() const;
 
-    // Gives the interface its address, or takes it away, and chooses the default route anew. The kind of
-    // addressing stays known after a disconnect.
+    /// Sets or removes the address, and chooses the default route again. disconnect() keeps the type of
+    /// addressing.
     void connect(const Addressing &addressing) const;
     void disconnect() const;
 
-    // Only the address itself, as the device's address tool changes it.
+    /// Changes the address alone, as the device's address tool does.
     void setAddress(const QString &address, const QString &netmask) const;
 
-    // This interface's object in the configuration that was stored last; empty on a device never configured.
+    /// Returns this interface's object in the stored configuration; empty when none is stored.
     QJsonObject configuration() const;
 
-    // What the last stored configuration asks for this interface; a device that was never configured asks
-    // DHCP.
+    /// Returns the addressing in the stored configuration; DHCP when none is stored.
     Addressing wanted() const;
     bool isEnabled() const;
 
@@ -53,10 +52,11 @@ private:
     Addressing m_lease;
 };
 
-// Lets lab/state/default-route hold the gateway of the wired interface when that has an address, else the
-// wireless one's, else nothing.
+/// Writes lab/state/default-route: the gateway of the wired interface when it has an address, or else that of
+/// the wireless interface.
 void chooseDefaultRoute(const DeviceRoot &root);
 
-// "255.255.255.0" for 24, and back; empty and -1 for what is no netmask.
+/// Converts between prefix length and netmask: 24 and "255.255.255.0". Returns an empty text, or -1, for an
+/// invalid value.
 QString netmaskOf(int prefixLength);
 int prefixLengthOf(const QString &netmask);

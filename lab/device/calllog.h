@@ -5,9 +5,10 @@
 
 #include "lab-device/toolcall.h"
 
-// A word as one would type it into a shell: unchanged when it is plain, else in single quotes. Line ends are
-// written as \n inside $'...', so that a call always is one line.
+/// Quotes a word for a shell if necessary. Writes a line end as \n inside $'...', so that each call is one
+/// line.
 QString shellWord(const QString &word);
 
-// Appends "name argument argument" to lab/calls.log in a single write, so that calls made at once do not mix.
+/// Appends "name argument argument" to lab/calls.log in a single write, so that simultaneous calls do not
+/// mix.
 void logCall(const ToolCall &call);

@@ -5,26 +5,24 @@
 
 #include <QString>
 
-// A device root: the folder that stands for "/" of the device, with the lab's own files in its folder "lab".
+/// A device root: the folder that stands for "/" of the device. Its folder "lab" holds the lab's own files.
 class DeviceRoot
 {
 public:
     explicit DeviceRoot(const QString &path);
 
-    // The root that a stand-in belongs to: KT_DEVICE_ROOT, else the folder above the stand-in that holds
-    // lab/state.
+    /// Returns the root of a stand-in: KT_DEVICE_ROOT, or else the folder above the stand-in that holds
+    /// lab/state.
     static DeviceRoot ofTool(const QString &invokedAs);
 
     bool isValid() const;
     QString path() const { return m_path; }
 
-    // A path of the device, as a path of this machine. A path that already lies inside the root stays as it
-    // is.
+    /// Converts a path of the device to a path of this machine. Returns a path inside the root unchanged.
     QString file(const QString &devicePath) const;
     QString labFile(const QString &name) const;
 
-    // One fact about the device: the text of lab/state/NAME without surrounding blanks, empty when there is
-    // none.
+    /// Returns the trimmed text of lab/state/NAME; empty when the file does not exist.
     QString state(const QString &name) const;
     bool setState(const QString &name, const QString &value) const;
 

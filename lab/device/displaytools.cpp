@@ -12,7 +12,7 @@
 namespace {
 const QString preferredMode = QStringLiteral("CEA 16");
 
-// The mode "GROUP CODE" as the monitor describes it, or as it stands.
+/// Returns the monitor's description of the mode "GROUP CODE"; the mode itself when it has none.
 QString described(const DeviceRoot &root, const QString &mode)
 {
     const QString group = mode.section(QLatin1Char(' '), 0, 0);

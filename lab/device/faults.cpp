@@ -15,7 +15,7 @@
 #include <cstdlib>
 
 namespace {
-// Whoever started a hanging tool gives up long before; the bound keeps a forgotten one from staying for good.
+/// Callers give up on a hanging tool much earlier. The limit ends a forgotten one.
 constexpr unsigned long hangSeconds = 600;
 constexpr int floodMegabytes = 64;
 
@@ -75,7 +75,7 @@ std::optional<int> trickle(int milliseconds)
 struct Fault
 {
     const char *kind;
-    std::optional<int> (*commit)(int number);
+    std::optional<int> (*apply)(int number);
 };
 
 constexpr Fault faults[] = {
@@ -92,15 +92,15 @@ QStringList faultKinds()
     return kinds;
 }
 
-std::optional<int> misbehave(const ToolCall &call)
+std::optional<int> applyFault(const ToolCall &call)
 {
-    QFile file(call.fileAbout(QStringLiteral("faults")));
+    QFile file(call.fileFor(QStringLiteral("faults")));
     if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const QStringList words = QString::fromUtf8(file.readAll()).simplified().split(QLatin1Char(' '));
     for (const Fault &fault : faults)
         if (words.constFirst() == QLatin1String(fault.kind))
-            return fault.commit(words.value(1).toInt());
+            return fault.apply(words.value(1).toInt());
     printError(QStringLiteral("%1: unknown fault in %2").arg(call.name, file.fileName()));
     return std::nullopt;
 }

@@ -7,9 +7,9 @@
 
 #include <optional>
 
-// The words that a fault file may begin with, for help texts and checks.
+/// Returns the words with which a fault file may begin.
 QStringList faultKinds();
 
-// Misbehaves as lab/faults/NAME[.ARGUMENT...] asks. Returns the exit status with which the tool ends now, or
-// nothing when it is to go on (no fault, or only a slow one).
-std::optional<int> misbehave(const ToolCall &call);
+/// Applies the fault of lab/faults/NAME[.ARGUMENT...]. Returns an exit status when the tool must end now;
+/// nothing when it goes on (without a fault, or slowly).
+std::optional<int> applyFault(const ToolCall &call);

@@ -5,9 +5,8 @@
 
 #include "lab-device/deviceroot.h"
 
-// The real interface eth0 of the lab's network namespace. Both functions do nothing unless lab/live-network
-// exists and the lab's own interface lab0 stands beside eth0, so that no other machine's network is ever
-// touched.
+/// Change the real interface eth0 of the lab's network namespace. Both functions do nothing unless the file
+/// lab/live-network and the lab's own interface lab0 exist. They therefore never change another network.
 void addLiveAddress(const DeviceRoot &root, const QString &address, int prefixLength,
                     const QString &broadcast);
 void removeLiveAddress(const DeviceRoot &root, const QString &address, int prefixLength);

@@ -5,7 +5,7 @@
 #include "lab-device/liveinterface.h"
 #include "lab-device/output.h"
 #include "lab-device/tools.h"
-#include "lab-device/wifiair.h"
+#include "lab-device/wifinetworks.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -17,13 +17,13 @@ int fail(const QString &reason)
     return 1;
 }
 
-int answer(bool truth)
+int printReply(bool value)
 {
-    printLine(truth ? QStringLiteral("true") : QStringLiteral("false"));
+    printLine(value ? QStringLiteral("true") : QStringLiteral("false"));
     return 0;
 }
 
-int answer(const QJsonObject &values)
+int printReply(const QJsonObject &values)
 {
     printLine(
         QString::fromUtf8(QJsonDocument(QJsonObject{{QStringLiteral("values"), values}}).toJson()).trimmed());
@@ -110,7 +110,7 @@ int turnOnWired(const ToolCall &call)
 
 int disconnectWifi(const ToolCall &call)
 {
-    WifiAir(call.root).leave();
+    WifiNetworks(call.root).leave();
     return 0;
 }
 
@@ -122,7 +122,7 @@ int autoconnect(const ToolCall &call)
     if (DeviceInterface::wired(call.root).isEnabled())
         connectEthernet(call);
     if (DeviceInterface::wireless(call.root).isEnabled())
-        WifiAir(call.root).join(configuredCredentials(call.root));
+        WifiNetworks(call.root).join(configuredCredentials(call.root));
     return 0;
 }
 
@@ -134,43 +134,43 @@ bool isWiredConnected(const DeviceRoot &root)
 
 int isWiredLinked(const ToolCall &call)
 {
-    return answer(call.root.state(QStringLiteral("cable")) == QLatin1String("plugged"));
+    return printReply(call.root.state(QStringLiteral("cable")) == QLatin1String("plugged"));
 }
 
 int isWiredOn(const ToolCall &call)
 {
-    return answer(call.root.state(QStringLiteral("wired")) == QLatin1String("on"));
+    return printReply(call.root.state(QStringLiteral("wired")) == QLatin1String("on"));
 }
 
 int isWiredConnectedQuery(const ToolCall &call)
 {
-    return answer(isWiredConnected(call.root));
+    return printReply(isWiredConnected(call.root));
 }
 
 int isWirelessConnected(const ToolCall &call)
 {
-    return answer(!WifiAir(call.root).currentSsid().isEmpty()
-                  && !DeviceInterface::wireless(call.root).addressing().address.isEmpty());
+    return printReply(!WifiNetworks(call.root).currentSsid().isEmpty()
+                      && !DeviceInterface::wireless(call.root).addressing().address.isEmpty());
 }
 
 int checkWirelessPoint(const ToolCall &call)
 {
-    const WifiAir air(call.root);
-    const QString ssid = air.currentSsid();
+    const WifiNetworks wifi(call.root);
+    const QString ssid = wifi.currentSsid();
     if (ssid.isEmpty())
-        return answer({{QStringLiteral("status"), QStringLiteral("false")}});
-    return answer({{QStringLiteral("status"), QStringLiteral("true")},
-                   {QStringLiteral("ssid"), ssid},
-                   {QStringLiteral("signal strength"), QString::number(air.signalStrength(ssid))}});
+        return printReply({{QStringLiteral("status"), QStringLiteral("false")}});
+    return printReply({{QStringLiteral("status"), QStringLiteral("true")},
+                       {QStringLiteral("ssid"), ssid},
+                       {QStringLiteral("signal strength"), QString::number(wifi.signalStrength(ssid))}});
 }
 
 int parameters(const DeviceInterface &interface)
 {
     const Addressing now = interface.addressing();
-    return answer({{QStringLiteral("ip address"), now.address},
-                   {QStringLiteral("gateway address"), now.gateway},
-                   {QStringLiteral("netmask address"), now.netmask},
-                   {QStringLiteral("type"), now.type}});
+    return printReply({{QStringLiteral("ip address"), now.address},
+                       {QStringLiteral("gateway address"), now.gateway},
+                       {QStringLiteral("netmask address"), now.netmask},
+                       {QStringLiteral("type"), now.type}});
 }
 
 int getEth0Parameters(const ToolCall &call)
@@ -185,7 +185,7 @@ int getWlan0Parameters(const ToolCall &call)
 
 int getWifiList(const ToolCall &call)
 {
-    printLine(WifiAir(call.root).scan());
+    printLine(WifiNetworks(call.root).scan());
     return 0;
 }
 

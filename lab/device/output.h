@@ -6,9 +6,9 @@
 #include <QByteArray>
 #include <QString>
 
-// A line on standard output or standard error, written at once.
+/// Write and flush a line.
 void printLine(const QString &line);
 void printError(const QString &line);
 void printBytes(const QByteArray &bytes);
-// From now on standard output gets one byte at a time, so many milliseconds apart.
+/// Makes later output appear one byte at a time, with this pause between two bytes.
 void trickleOutput(int milliseconds);

@@ -13,8 +13,7 @@
 #include <csignal>
 
 namespace {
-// The stand-in that a word names inside the device, or empty: a path of the device, or a name in its tool
-// folders.
+/// Returns the path of the stand-in with this device path or name; empty when there is none.
 QString standInPath(const DeviceRoot &root, const QString &word)
 {
     QStringList candidates;
@@ -67,8 +66,7 @@ int runSudo(const ToolCall &call)
     return runTool({call.root, QFileInfo(path).fileName(), call.arguments.mid(1)});
 }
 
-// Signals the processes of that name which run on this device, that is, with this device root in their
-// environment.
+/// Signals the processes of that name on this device: those with its device root in their environment.
 int runPkill(const ToolCall &call)
 {
     const int number = signalNumber(call.argument(0));
@@ -81,7 +79,7 @@ int runPkill(const ToolCall &call)
     const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
     for (const QString &process : processes) {
         const int id = process.toInt();
-        // The kernel cuts the names that it knows processes by to 15 bytes.
+        // The kernel cuts process names to 15 bytes.
         if (id > 1 && readProcFile(process, "comm").trimmed() == name.left(15)
             && belongsTo(call.root, process))
             found = ::kill(id, number) == 0 || found;

@@ -8,6 +8,8 @@
 
 #include <QHostAddress>
 
+#include <optional>
+
 namespace {
 QString routeLine(const QString &destination, const QString &gateway, const QString &netmask,
                   const char *flags, const QString &interface)
@@ -36,19 +38,17 @@ struct AddressChange
     QString broadcast;
 };
 
-bool parse(const QStringList &words, AddressChange *change)
+std::optional<AddressChange> parse(const QStringList &words)
 {
     if (words.size() < 4 || words.size() > 5)
-        return false;
-    change->add = words.at(0) == QLatin1String("-a");
-    change->interface = words.at(1);
-    change->address = words.at(2);
+        return std::nullopt;
     bool isNumber = false;
-    change->prefixLength = words.at(3).toInt(&isNumber);
-    change->broadcast = words.value(4);
-    return (change->add || words.at(0) == QLatin1String("-d")) && isNumber
-        && !netmaskOf(change->prefixLength).isEmpty() && !QHostAddress(change->address).isNull()
-        && (change->interface == QLatin1String("eth0") || change->interface == QLatin1String("wlan0"));
+    const AddressChange change{words.at(0) == QLatin1String("-a"), words.at(1), words.at(2),
+                               words.at(3).toInt(&isNumber), words.value(4)};
+    const bool isValid = (change.add || words.at(0) == QLatin1String("-d")) && isNumber
+        && !netmaskOf(change.prefixLength).isEmpty() && !QHostAddress(change.address).isNull()
+        && (change.interface == QLatin1String("eth0") || change.interface == QLatin1String("wlan0"));
+    return isValid ? std::make_optional(change) : std::nullopt;
 }
 
 void changeLive(const DeviceRoot &root, const AddressChange &change)
@@ -70,29 +70,29 @@ int runCheckGateway(const ToolCall &call)
 
 int runIpSettings(const ToolCall &call)
 {
-    AddressChange change;
-    if (!parse(call.arguments, &change)) {
+    const std::optional<AddressChange> change = parse(call.arguments);
+    if (!change) {
         printError(
             QStringLiteral("usage: kt-ip-settings -a|-d eth0|wlan0 ADDRESS PREFIX-LENGTH [BROADCAST]"));
         return 2;
     }
-    const DeviceInterface interface = change.interface == QLatin1String("eth0")
+    const DeviceInterface interface = change->interface == QLatin1String("eth0")
         ? DeviceInterface::wired(call.root)
         : DeviceInterface::wireless(call.root);
-    if (!change.add && interface.addressing().address != change.address) {
+    if (!change->add && interface.addressing().address != change->address) {
         printError(
-            QStringLiteral("kt-ip-settings: %1 has no address %2").arg(change.interface, change.address));
+            QStringLiteral("kt-ip-settings: %1 has no address %2").arg(change->interface, change->address));
         return 1;
     }
-    if (change.add) {
-        interface.setAddress(change.address, netmaskOf(change.prefixLength));
+    if (change->add) {
+        interface.setAddress(change->address, netmaskOf(change->prefixLength));
     } else {
-        // As in a kernel, the routes through an address go with it; only kt-check-gateway brings them back.
+        // Like the kernel, remove the routes through the address too. Only kt-check-gateway restores them.
         interface.setAddress(QString(), QString());
         if (call.root.state(QStringLiteral("default-route")) == interface.addressing().gateway)
             call.root.setState(QStringLiteral("default-route"), QString());
     }
-    changeLive(call.root, change);
+    changeLive(call.root, *change);
     return 0;
 }
 

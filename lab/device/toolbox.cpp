@@ -13,10 +13,10 @@
 namespace {
 constexpr int (*recordOnly)(const ToolCall &call) = nullptr;
 
-// Prints lab/answers/NAME[.ARGUMENT...] byte for byte.
+/// Prints lab/answers/NAME[.ARGUMENT...] unchanged. Returns whether it exists.
 bool printAnswer(const ToolCall &call)
 {
-    QFile file(call.fileAbout(QStringLiteral("answers")));
+    QFile file(call.fileFor(QStringLiteral("answers")));
     if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
         return false;
     printBytes(file.readAll());
@@ -70,7 +70,7 @@ QStringList toolFolders()
 int runTool(const ToolCall &call)
 {
     logCall(call);
-    if (const std::optional<int> status = misbehave(call))
+    if (const std::optional<int> status = applyFault(call))
         return *status;
     if (printAnswer(call))
         return 0;

@@ -7,9 +7,8 @@
 
 #include <vector>
 
-// A stand-in: the name it is called by, the folder of the device where it stands, and what it does. Without a
-// function it does only what every stand-in does: its call is recorded, and it misbehaves or answers as files
-// of the lab say.
+/// A stand-in: its name, its folder on the device, and its function. Without a function a stand-in does only
+/// what all do: it records its call and applies the lab's faults and answers.
 struct Tool
 {
     const char *name;
@@ -17,12 +16,12 @@ struct Tool
     int (*run)(const ToolCall &call);
 };
 
-// Every place where a stand-in stands. A tool is added by adding its line here.
+/// Lists all stand-ins. To add a tool, add its line here.
 const std::vector<Tool> &toolTable();
 
-// The folders of the table, each once: where the device looks for a tool that is called without a path.
+/// Returns the folders of the table, each once. The device looks in them for a tool called without a path.
 QStringList toolFolders();
 
-// Carries out one call: records it, misbehaves if a fault is set, prints the answer that lab/answers holds
-// for it, else does what the tool does. Returns the exit status.
+/// Runs one call: records it, applies a fault, then prints the answer from lab/answers or else runs the
+/// tool's function. Returns the exit status.
 int runTool(const ToolCall &call);

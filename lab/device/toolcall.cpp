@@ -5,7 +5,7 @@
 
 #include <QFileInfo>
 
-QString ToolCall::fileAbout(const QString &labFolder) const
+QString ToolCall::fileFor(const QString &labFolder) const
 {
     QString candidate = root.labFile(labFolder + QLatin1Char('/') + name);
     QString found = QFileInfo(candidate).isFile() ? candidate : QString();

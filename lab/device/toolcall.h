@@ -7,7 +7,7 @@
 
 #include <QStringList>
 
-// One call of a device tool.
+/// One call of a device tool.
 struct ToolCall
 {
     DeviceRoot root;
@@ -16,7 +16,7 @@ struct ToolCall
 
     QString argument(int index) const { return arguments.value(index); }
 
-    // The most specific of the files NAME.FIRST.SECOND, NAME.FIRST and NAME in a folder of the lab, FIRST and
-    // SECOND being the call's arguments; empty when there is none.
-    QString fileAbout(const QString &labFolder) const;
+    /// Returns the most specific of the files NAME.FIRST.SECOND, NAME.FIRST and NAME in a folder of the lab,
+    /// where FIRST and SECOND are the call's arguments. Empty when none exists.
+    QString fileFor(const QString &labFolder) const;
 };

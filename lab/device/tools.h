@@ -5,7 +5,7 @@
 
 #include "lab-device/toolcall.h"
 
-// The stand-ins that do more than record the call. Each takes the call and returns the exit status.
+/// The functions of the stand-ins. Each returns the exit status.
 int runNetworkConfig(const ToolCall &call);
 int runCheckGateway(const ToolCall &call);
 int runIpSettings(const ToolCall &call);

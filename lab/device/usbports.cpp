@@ -15,24 +15,24 @@ constexpr int productAt = 10;
 constexpr int descriptorSize = 18;
 constexpr const char *numberState = "usb-number";
 
-struct Furniture
+struct InitialDevice
 {
     const char *identifier;
     int interfaceClass;
 };
 
-constexpr Furniture desk[] = {
+constexpr InitialDevice initialDevices[] = {
     {"1d6b:0002", 0x09}, // root hub
     {"0424:9514", 0x09}, // the board's hub
     {"0424:ec00", 0xff}, // the board's Ethernet adapter
     {"f0a1:0101", 0x03}, // keyboard
-    {"f0a1:0101", 0x03}, // the same once more
+    {"f0a1:0101", 0x03}, // a second one
     {"f0b2:0210", 0x01}, // headset
     {"f0c3:0301", 0x08}, // storage stick
     {"f0d4:0401", 0x0b}, // smart card reader
 };
 
-// A device descriptor, and one configuration with one interface.
+/// Returns a device descriptor, and one configuration with one interface.
 QByteArray descriptors(quint16 vendor, quint16 product, int interfaceClass)
 {
     const auto low = [](quint16 value) {
@@ -65,12 +65,12 @@ UsbPorts::UsbPorts(const DeviceRoot &root)
     , m_root(root)
 { }
 
-bool UsbPorts::furnish() const
+bool UsbPorts::create() const
 {
     if (QFileInfo::exists(m_bus))
         return true;
     bool done = true;
-    for (const Furniture &device : desk)
+    for (const InitialDevice &device : initialDevices)
         done = done && plug(QLatin1String(device.identifier), device.interfaceClass);
     return done;
 }

@@ -7,24 +7,23 @@
 
 #include <QStringList>
 
-// The device's USB bus: a folder with a descriptor file for each device (dev/bus/usb/001), which libusb reads
-// like a bus of the kernel's.
+/// The device's USB bus: a folder with a descriptor file for each device (dev/bus/usb/001). libusb reads it
+/// like the kernel's folder of a bus.
 class UsbPorts
 {
 public:
     explicit UsbPorts(const DeviceRoot &root);
 
-    // Makes the bus of a fresh device: what the board itself carries, and what stands on a desk. A bus that
-    // exists stays.
-    bool furnish() const;
+    /// Creates the bus of a new device, with its internal and external devices. Keeps an existing bus.
+    bool create() const;
 
-    // The number and the identifier ("03ba:04ce") of each device: "002 03ba:04ce".
+    /// Returns number and identifier of each device, as in "002 03ba:04ce".
     QStringList devices() const;
 
-    // Plugs in a device of an interface class; false when the identifier is none, or nothing can be written.
-    // Like a kernel, the bus gives every device a new number.
+    /// Plugs in a device of an interface class. Like the kernel, gives it a new number. Returns false for an
+    /// invalid identifier, and when the file cannot be written.
     bool plug(const QString &identifier, int interfaceClass = 0xff) const;
-    // Pulls out one device of that identifier; false when there is none.
+    /// Unplugs one device with that identifier; returns false when there is none.
     bool unplug(const QString &identifier) const;
 
 private:

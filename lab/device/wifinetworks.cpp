@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "lab-device/wifiair.h"
+#include "lab-device/wifinetworks.h"
 
 #include "lab-device/addressing.h"
 
@@ -9,7 +9,7 @@
 #include <QJsonDocument>
 
 namespace {
-// Members of a network's entry that the network knows but does not tell.
+/// Members of a network's entry that a scan does not show.
 constexpr const char *secrets[] = {"hidden", "key", "user", "password", "ca certificate"};
 const QString certificates = QStringLiteral("/var/lib/kt964/certificates/");
 
@@ -19,16 +19,16 @@ QString text(const QJsonObject &object, const char *key)
 }
 } // namespace
 
-WifiAir::WifiAir(const DeviceRoot &root)
+WifiNetworks::WifiNetworks(const DeviceRoot &root)
     : m_root(root)
 { }
 
-QJsonArray WifiAir::networks() const
+QJsonArray WifiNetworks::networks() const
 {
     return QJsonDocument::fromJson(m_root.state(QStringLiteral("wifi-list.json")).toUtf8()).array();
 }
 
-QString WifiAir::scan() const
+QString WifiNetworks::scan() const
 {
     const QString list = m_root.state(QStringLiteral("wifi-list.json"));
     if (!QJsonDocument::fromJson(list.toUtf8()).isArray())
@@ -46,7 +46,7 @@ QString WifiAir::scan() const
     return QString::fromUtf8(QJsonDocument(visible).toJson()).trimmed();
 }
 
-std::optional<QJsonObject> WifiAir::find(const QString &ssid) const
+std::optional<QJsonObject> WifiNetworks::find(const QString &ssid) const
 {
     const QJsonArray all = networks();
     for (const QJsonValue &value : all)
@@ -55,24 +55,25 @@ std::optional<QJsonObject> WifiAir::find(const QString &ssid) const
     return std::nullopt;
 }
 
-QString WifiAir::currentSsid() const
+QString WifiNetworks::currentSsid() const
 {
     return m_root.state(QStringLiteral("wireless-ssid"));
 }
 
-int WifiAir::signalStrength(const QString &ssid) const
+int WifiNetworks::signalStrength(const QString &ssid) const
 {
     return find(ssid).value_or(QJsonObject()).value(QLatin1String("signal strength")).toInt();
 }
 
-bool WifiAir::hasFile(const QString &devicePath) const
+bool WifiNetworks::hasFile(const QString &devicePath) const
 {
-    // A bare name is one of the device's client certificates.
+    // A name without a folder is one of the device's client certificates.
     const QString path = devicePath.contains(QLatin1Char('/')) ? devicePath : certificates + devicePath;
     return !devicePath.isEmpty() && QFileInfo(m_root.file(path)).isFile();
 }
 
-WifiVerdict WifiAir::checkEnterprise(const QJsonObject &network, const WifiCredentials &credentials) const
+WifiVerdict WifiNetworks::checkEnterprise(const QJsonObject &network,
+                                          const WifiCredentials &credentials) const
 {
     const QString ca = text(network, "ca certificate");
     if (!credentials.caCertificate.isEmpty()
@@ -86,7 +87,7 @@ WifiVerdict WifiAir::checkEnterprise(const QJsonObject &network, const WifiCrede
     return known ? WifiVerdict::Connected : WifiVerdict::IncorrectKey;
 }
 
-WifiVerdict WifiAir::check(const WifiCredentials &credentials) const
+WifiVerdict WifiNetworks::check(const WifiCredentials &credentials) const
 {
     const std::optional<QJsonObject> network = find(credentials.ssid);
     if (!network || (network->value(QLatin1String("hidden")).toBool() && !credentials.hidden))
@@ -99,7 +100,7 @@ WifiVerdict WifiAir::check(const WifiCredentials &credentials) const
     return WifiVerdict::IncorrectKey;
 }
 
-WifiVerdict WifiAir::join(const WifiCredentials &credentials) const
+WifiVerdict WifiNetworks::join(const WifiCredentials &credentials) const
 {
     leave();
     const WifiVerdict verdict = check(credentials);
@@ -108,19 +109,19 @@ WifiVerdict WifiAir::join(const WifiCredentials &credentials) const
     return verdict;
 }
 
-bool WifiAir::associate(const QString &ssid, bool connectNow) const
+bool WifiNetworks::associate(const QString &ssid, bool setAddress) const
 {
     if (!find(ssid))
         return false;
     leave();
     m_root.setState(QStringLiteral("wireless-ssid"), ssid);
     const DeviceInterface wireless = DeviceInterface::wireless(m_root);
-    if (connectNow)
+    if (setAddress)
         wireless.connect(wireless.wanted());
     return true;
 }
 
-void WifiAir::leave() const
+void WifiNetworks::leave() const
 {
     m_root.setState(QStringLiteral("wireless-ssid"), QString());
     DeviceInterface::wireless(m_root).disconnect();

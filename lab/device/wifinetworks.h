@@ -10,7 +10,7 @@
 
 #include <optional>
 
-// What a station shows to a wireless network that it wants to join. Certificates are paths of the device.
+/// The credentials for joining a wireless network. Certificates are paths of the device.
 struct WifiCredentials
 {
     QString ssid;
@@ -25,26 +25,26 @@ struct WifiCredentials
 
 enum class WifiVerdict { Connected, IncorrectKey, CertificateRefused, NotFound };
 
-// The wireless networks around the device (lab/state/wifi-list.json) and the one it is associated with.
-class WifiAir
+/// The wireless networks in range (lab/state/wifi-list.json), and the one with which the device is
+/// associated.
+class WifiNetworks
 {
 public:
-    explicit WifiAir(const DeviceRoot &root);
+    explicit WifiNetworks(const DeviceRoot &root);
 
-    // The scan as the device tool prints it: without hidden networks and without what only the networks know.
-    // A file that holds no array is handed on as it is.
+    /// Returns the scan as the device tool prints it: without hidden networks and without secrets. Returns a
+    /// file unchanged that does not hold an array.
     QString scan() const;
 
     QJsonArray networks() const;
     QString currentSsid() const;
     int signalStrength(const QString &ssid) const;
 
-    // Leaves the present network, and joins the named one if it lets us, with the address that the stored
-    // configuration asks for.
+    /// Leaves the current network and joins the named one, with the address of the stored configuration.
     WifiVerdict join(const WifiCredentials &credentials) const;
 
-    // Association without any check; the address comes with connectNow.
-    bool associate(const QString &ssid, bool connectNow) const;
+    /// Associates without checking credentials; sets the address only if asked to.
+    bool associate(const QString &ssid, bool setAddress) const;
     void leave() const;
 
 private:
@@ -56,5 +56,5 @@ private:
     DeviceRoot m_root;
 };
 
-// The wireless network that the stored configuration names.
+/// Returns the credentials of the stored configuration.
 WifiCredentials configuredCredentials(const DeviceRoot &root);

@@ -3,7 +3,7 @@
 
 #include "lab-device/output.h"
 #include "lab-device/tools.h"
-#include "lab-device/wifiair.h"
+#include "lab-device/wifinetworks.h"
 
 namespace {
 QString verdictLine(WifiVerdict verdict)
@@ -24,7 +24,7 @@ QString verdictLine(WifiVerdict verdict)
 int joinAndReport(const ToolCall &call, const WifiCredentials &credentials)
 {
     printLine(QStringLiteral("associating with %1").arg(credentials.ssid));
-    const WifiVerdict verdict = WifiAir(call.root).join(credentials);
+    const WifiVerdict verdict = WifiNetworks(call.root).join(credentials);
     printLine(verdictLine(verdict));
     return verdict == WifiVerdict::Connected ? 0 : 1;
 }

@@ -3,6 +3,7 @@
 
 #include "lab-peers/brokerserver.h"
 
+#include <QHash>
 #include <QTcpSocket>
 
 #include <algorithm>
@@ -22,24 +23,19 @@ BrokerServer::BrokerServer(QObject *parent)
     : HttpPeer(parent)
 { }
 
-bool BrokerServer::modeOf(const QString &word, Mode *mode)
+std::optional<BrokerServer::Mode> BrokerServer::modeOf(const QString &word)
 {
-    static const QVector<QPair<const char *, Mode>> words{
-        {"normal", Mode::Normal},
-        {"slow", Mode::Slow},
-        {"500", Mode::Error},
-        {"cut", Mode::Cut},
-        {"huge", Mode::Huge},
-        {"empty", Mode::Empty},
-        {"no-line-ends", Mode::NoLineEnds},
+    static const QHash<QString, Mode> words{
+        {QStringLiteral("normal"), Mode::Normal},
+        {QStringLiteral("slow"), Mode::Slow},
+        {QStringLiteral("500"), Mode::Error},
+        {QStringLiteral("cut"), Mode::Cut},
+        {QStringLiteral("huge"), Mode::Huge},
+        {QStringLiteral("empty"), Mode::Empty},
+        {QStringLiteral("no-line-ends"), Mode::NoLineEnds},
     };
-    for (const auto &entry : words) {
-        if (word == QLatin1String(entry.first)) {
-            *mode = entry.second;
-            return true;
-        }
-    }
-    return false;
+    const auto found = words.find(word);
+    return found == words.end() ? std::nullopt : std::make_optional(*found);
 }
 
 void BrokerServer::addUser(const QString &name, const QString &password,
@@ -48,7 +44,7 @@ void BrokerServer::addUser(const QString &name, const QString &password,
     m_users.append({name, password, desktops});
 }
 
-int BrokerServer::answer(QTcpSocket *socket, const HttpRequest &request)
+int BrokerServer::respond(QTcpSocket *socket, const HttpRequest &request)
 {
     const User *user = userOf(request);
     const int code = status(request, user);
@@ -69,7 +65,7 @@ int BrokerServer::status(const HttpRequest &request, const User *user) const
     return user ? 200 : 401;
 }
 
-// What ASCII does not hold, clients encode in either of two ways.
+/// Accepts both encodings that clients use for characters beyond ASCII.
 const BrokerServer::User *BrokerServer::userOf(const HttpRequest &request) const
 {
     const auto known = std::find_if(m_users.begin(), m_users.end(), [&request](const User &user) {

@@ -8,17 +8,19 @@
 #include <QUrl>
 #include <QVector>
 
-// A desktop that a broker hands out, and where it is.
+#include <optional>
+
+/// A desktop that a broker offers, and its address.
 struct BrokerDesktop
 {
     QString name;
     QString address;
 };
 
-// A SOLVA connection broker: it asks for a user's name and password and answers with his desktops, a line
-// each:
-//
-//     name:NAME|address:ADDRESS|protocol:RDP
+/// A SOLVA connection broker. It checks the user's name and password and replies with the user's desktops,
+/// one per line:
+///
+///     name:NAME|address:ADDRESS|protocol:RDP
 class BrokerServer : public HttpPeer
 {
     Q_OBJECT
@@ -27,12 +29,12 @@ public:
     enum class Mode {
         Normal,
         Slow,       // waits before each reply, see setDelay()
-        Error,      // answers 500
+        Error,      // replies with status 500
         Cut,        // closes the connection in the middle of a reply
-        Huge,       // adds desktops until there are 10,000
-        Empty,      // an empty body
-        NoLineEnds, // the desktops, with nothing between them
-        Redirect    // sends the client elsewhere, see setRedirect()
+        Huge,       // offers 10,000 desktops
+        Empty,      // replies with an empty body
+        NoLineEnds, ///< omits the line ends
+        Redirect    // redirects the client, see setRedirect()
     };
     Q_ENUM(Mode)
     static constexpr int hugeList = 10000;
@@ -40,18 +42,18 @@ public:
 
     explicit BrokerServer(QObject *parent = nullptr);
 
-    // The mode of a word ("normal", "slow", "500", "cut", "huge", "empty", "no-line-ends"); false for others.
-    static bool modeOf(const QString &word, Mode *mode);
+    /// Returns the mode of a word: "normal", "slow", "500", "cut", "huge", "empty" or "no-line-ends".
+    static std::optional<Mode> modeOf(const QString &word);
 
     void addUser(const QString &name, const QString &password, const QVector<BrokerDesktop> &desktops);
     void setMode(Mode mode) { m_mode = mode; }
     void setDelay(int milliseconds) { m_delay = milliseconds; }
     void setRedirect(const QUrl &target) { m_redirect = target; }
-    // Sent to whoever has logged on, in the place of the list.
+    /// Sets a reply body that replaces the list.
     void setBody(const QByteArray &body) { m_body = body; }
 
 protected:
-    int answer(QTcpSocket *socket, const HttpRequest &request) override;
+    int respond(QTcpSocket *socket, const HttpRequest &request) override;
     int replyDelay() const override { return m_mode == Mode::Slow ? m_delay : 0; }
 
 private:

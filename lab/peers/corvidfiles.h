@@ -11,7 +11,7 @@
 #include <memory>
 #include <optional>
 
-// The files that a Corvid server hands out, block by block: those it was given, and those of a folder.
+/// The files of a Corvid server, which it sends block by block: added ones, and those of a folder.
 class CorvidFiles
 {
 public:
@@ -22,12 +22,12 @@ public:
     };
 
     void add(const QString &name, const QByteArray &content);
-    // A name with a slash in it is none of the folder's.
+    /// Names with a slash are never looked up in the folder.
     void setFolder(const QString &folder);
-    // Adds an entry to the index, "kt-update.txt".
+    /// Adds an entry to the index, "kt-update.txt".
     void addFirmware(const QString &version, const QString &fileName);
 
-    // Nothing when there is no such file, or no such position in it.
+    /// Returns nothing for an unknown file or a position beyond its end.
     std::optional<Block> block(const QString &name, quint32 position);
 
 private:
@@ -36,14 +36,14 @@ private:
     std::shared_ptr<QFile> m_open;
 };
 
-// What goes wrong between a server and its client. Chances are percentages of the block replies; which of
-// them are hit depends on the seed alone.
+/// The faults between a server and its client, in percent of the block replies. The seed alone decides which
+/// replies they affect.
 struct CorvidFaults
 {
     int loss = 0;
     int duplicates = 0;
-    int reordering = 0;           // held back until the next reply has been sent
-    qint64 silentFrom = -1;       // blocks from this position on are not answered
-    qint64 totalChangesFrom = -1; // the total is another one from this position on
+    int reordering = 0;           // held back until the next reply is sent
+    qint64 silentFrom = -1;       // no replies from this position on
+    qint64 totalChangesFrom = -1; ///< another file size from this position on
     quint32 seed = 1;
 };

@@ -63,7 +63,7 @@ bool CorvidServer::listen()
             return false;
         loopbackOnly = loopbackOnly && peer.address.isLoopback();
     }
-    // Broadcasts reach only a socket that is bound to no single address.
+    // Only a socket bound to all addresses receives broadcasts.
     return loopbackOnly || bind(QHostAddress(QHostAddress::AnyIPv4)) != nullptr;
 }
 
@@ -99,11 +99,13 @@ void CorvidServer::receive(QUdpSocket *socket)
             sendBlock(asked, *request, sender, port);
             continue;
         }
-        QTimer::singleShot(m_replyDelay, this, [this, asked, sender, port] { answer(asked, sender, port); });
+        QTimer::singleShot(m_replyDelay, this,
+                           [this, asked, sender, port] { replyToDiscovery(asked, sender, port); });
     }
 }
 
-void CorvidServer::answer(const QHostAddress &askedServer, const QHostAddress &receiver, quint16 port)
+void CorvidServer::replyToDiscovery(const QHostAddress &askedServer, const QHostAddress &receiver,
+                                    quint16 port)
 {
     for (const Peer &peer : qAsConst(m_peers))
         if (askedServer == QHostAddress(QHostAddress::AnyIPv4) || askedServer == peer.address)

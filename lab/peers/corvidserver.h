@@ -11,8 +11,8 @@
 
 class QUdpSocket;
 
-// One or several Corvid servers, each with an address of its own, from which it answers. All of them hear the
-// broadcast by which a device looks for servers; what is sent to one address, only that server hears.
+/// One or several Corvid servers. Each replies from its own address. All of them receive a device's
+/// broadcasts; a datagram for one address reaches only that server.
 class CorvidServer : public QObject
 {
     Q_OBJECT
@@ -21,24 +21,24 @@ public:
     explicit CorvidServer(QObject *parent = nullptr);
     ~CorvidServer() override;
 
-    // A server that announces itself under a name; a second call for an address adds an entry to its reply.
+    /// Adds a server with a name. A second call for an address adds an entry to that server's reply.
     void addServer(const QString &name, const QHostAddress &address);
 
-    // Bytes that every server sends after each reply to a discovery, whatever they are.
+    /// Adds a datagram that every server sends after each reply to a discovery.
     void addRawReply(const QByteArray &datagram);
 
     void setReplyDelay(int milliseconds) { m_replyDelay = milliseconds; }
 
-    // What a server that was added hands out, and how badly.
+    /// Return and set the files and the faults of an added server.
     CorvidFiles &files(const QHostAddress &address);
     void setFaults(const QHostAddress &address, const CorvidFaults &faults);
 
-    // Binds the sockets. With loopback addresses only, nothing beyond the loopback interface is bound.
+    /// Binds the sockets. With loopback addresses only, it binds only the loopback interface.
     bool listen();
     QString errorString() const { return m_error; }
 
 signals:
-    // Every datagram that arrives, with the address it was sent to (the broadcast address for a broadcast).
+    /// Emitted for every datagram; the destination of a broadcast is the broadcast address.
     void requestReceived(const QByteArray &datagram, const QHostAddress &sender, quint16 senderPort,
                          const QHostAddress &destination);
     void replySent(const QHostAddress &server, const QHostAddress &receiver, quint16 receiverPort);
@@ -57,7 +57,7 @@ private:
 
     QUdpSocket *bind(const QHostAddress &address);
     void receive(QUdpSocket *socket);
-    void answer(const QHostAddress &askedServer, const QHostAddress &receiver, quint16 port);
+    void replyToDiscovery(const QHostAddress &askedServer, const QHostAddress &receiver, quint16 port);
     void reply(const Peer &peer, const QHostAddress &receiver, quint16 port);
     Peer *peerAt(const QHostAddress &address);
     void sendBlock(const QHostAddress &askedServer, const CorvidRequest &request,

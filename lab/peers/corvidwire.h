@@ -10,17 +10,17 @@
 
 #include <optional>
 
-// What devices and Corvid servers send each other, as bytes. Numbers are little-endian, addresses in network
-// order.
+/// The datagrams between devices and Corvid servers. Numbers are little-endian, addresses are in network byte
+/// order.
 
-// A server as a server-list reply names it.
+/// A server in a server-list reply.
 struct CorvidEntry
 {
     QString name;
     QHostAddress address;
 };
 
-// A datagram that a device sends to a Corvid server.
+/// A device's request to a Corvid server.
 struct CorvidRequest
 {
     enum class Kind : quint32 { Discovery = 3, FileBlock = 5 };
@@ -33,12 +33,13 @@ struct CorvidRequest
 constexpr quint16 corvidServerPort = 1283;
 constexpr int corvidRequestSize = 140;
 
-// Nothing when the bytes are no request: wrong size, wrong marker or an unknown kind.
+/// Returns nothing for a wrong size, a wrong marker or an unknown kind.
 std::optional<CorvidRequest> parseCorvidRequest(const QByteArray &datagram);
 
-// A reply with these entries. Names longer than 32 UTF-16 units are cut.
+/// Returns a reply with these entries. Cuts names after 32 UTF-16 units.
 QByteArray serverListReply(const QVector<CorvidEntry> &entries);
 
-// One block of a file, always 1036 bytes: what the file does not fill is zero.
 constexpr int corvidBlockSize = 1024;
+
+/// Returns one block of a file: always 1036 bytes, padded with zeros.
 QByteArray fileBlockReply(quint32 position, quint32 total, const QByteArray &data);

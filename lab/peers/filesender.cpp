@@ -47,7 +47,7 @@ void FileSender::fill()
     while (m_socket->bytesToWrite() < mostWaiting && sendPiece(chunk)) { }
 }
 
-// False when nothing is left.
+/// Returns false when nothing is left.
 bool FileSender::sendPiece(qint64 limit)
 {
     const QByteArray piece = m_file.read(qMin(limit, m_left));

@@ -8,8 +8,8 @@
 
 class QTcpSocket;
 
-// Sends a file over a connection as fast as that takes it, holding little of it in memory, or piece by piece
-// with pauses. It belongs to the connection and goes with it, or when it is done.
+/// Sends a file over a connection, at full speed or in pieces with pauses. It keeps little of the file in
+/// memory. It deletes itself at the end of the file or of the connection.
 class FileSender : public QObject
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ public:
     FileSender(const QString &name, QTcpSocket *socket);
 
     void setPace(int pieceBytes, int pauseMs);
-    // Stops after so many bytes, and closes the connection if asked to.
+    /// Stops after this many bytes, and then closes the connection if asked to.
     void setEnd(qint64 bytes, bool closes);
     void start();
 
@@ -29,7 +29,7 @@ private:
     QTcpSocket *m_socket;
     QFile m_file;
     QTimer m_pause;
-    int m_pieceBytes = 0; // 0: no pauses
+    int m_pieceBytes = 0; ///< 0: no pauses
     qint64 m_left = 0;
     bool m_closes = false;
 };

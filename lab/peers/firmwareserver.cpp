@@ -15,7 +15,7 @@ FirmwareServer::FirmwareServer(const QString &folder, QObject *parent)
     setEncrypted(false);
 }
 
-bool FirmwareServer::modeOf(const QString &word, Mode *mode)
+std::optional<FirmwareServer::Mode> FirmwareServer::modeOf(const QString &word)
 {
     static const QHash<QString, Mode> words{
         {QStringLiteral("normal"), Mode::Normal},       {QStringLiteral("slow"), Mode::Slow},
@@ -24,8 +24,8 @@ bool FirmwareServer::modeOf(const QString &word, Mode *mode)
         {QStringLiteral("redirect"), Mode::Redirect},   {QStringLiteral("404"), Mode::NotFound},
         {QStringLiteral("500"), Mode::Error},
     };
-    *mode = words.value(word, *mode);
-    return words.contains(word);
+    const auto found = words.find(word);
+    return found == words.end() ? std::nullopt : std::make_optional(*found);
 }
 
 void FirmwareServer::setUser(const QString &name, const QString &password)
@@ -39,7 +39,7 @@ void FirmwareServer::setPace(int pieceBytes, int pauseMs)
     m_pauseMs = pauseMs;
 }
 
-int FirmwareServer::answer(QTcpSocket *socket, const HttpRequest &request)
+int FirmwareServer::respond(QTcpSocket *socket, const HttpRequest &request)
 {
     if (m_mode == Mode::Silent)
         return 0;
@@ -69,14 +69,14 @@ int FirmwareServer::status(const HttpRequest &request, const QString &file) cons
     return file.isEmpty() || m_mode == Mode::NotFound ? 404 : 200;
 }
 
-// What ASCII does not hold, clients encode in either of two ways.
+/// Accepts both encodings that clients use for characters beyond ASCII.
 bool FirmwareServer::isAllowed(const HttpRequest &request) const
 {
     return m_credentials.isEmpty() || request.credentials == m_credentials
         || QString::fromLatin1(request.credentials) == QString::fromUtf8(m_credentials);
 }
 
-// Nothing for what is no file of the folder, be it by way of ".." or of a link.
+/// Returns an empty path for a file outside the folder, whether through ".." or through a link.
 QString FirmwareServer::fileOf(const QString &target) const
 {
     const QString path = QUrl::fromEncoded(target.toLatin1()).path(QUrl::FullyDecoded);

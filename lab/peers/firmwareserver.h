@@ -7,7 +7,9 @@
 
 #include <QUrl>
 
-// A web server that hands out the files of one folder and misbehaves as told.
+#include <optional>
+
+/// A web server for the files of one folder, with faults on request.
 class FirmwareServer : public HttpPeer
 {
     Q_OBJECT
@@ -15,33 +17,33 @@ class FirmwareServer : public HttpPeer
 public:
     enum class Mode {
         Normal,
-        Slow,      // a piece of a file, a pause, the next piece, see setPace()
-        Truncated, // announces the whole file and closes the connection half-way
-        Stalled,   // sends half a file, then nothing, and leaves the connection open
-        Silent,    // never answers
-        Challenge, // asks for a name and a password whatever it is given
-        Redirect,  // sends the client elsewhere, see setRedirect()
-        NotFound,  // answers 404
-        Error      // answers 500
+        Slow,      // pauses between the pieces of a file, see setPace()
+        Truncated, ///< closes the connection after half of the file
+        Stalled,   // sends half of the file and keeps the connection open
+        Silent,    // never replies
+        Challenge, ///< rejects every name and password
+        Redirect,  // redirects the client, see setRedirect()
+        NotFound,  // replies with status 404
+        Error      // replies with status 500
     };
     Q_ENUM(Mode)
     static constexpr quint16 defaultPort = 8080;
 
-    // Serves the files of `folder` and nothing outside it.
+    /// Serves the files of `folder`, and none outside it.
     explicit FirmwareServer(const QString &folder, QObject *parent = nullptr);
 
-    // The mode of a word ("normal", "slow", "truncated", "stalled", "silent", "challenge", "redirect", "404",
-    // "500"); false for others.
-    static bool modeOf(const QString &word, Mode *mode);
+    /// Returns the mode of a word: "normal", "slow", "truncated", "stalled", "silent", "challenge",
+    /// "redirect", "404" or "500".
+    static std::optional<Mode> modeOf(const QString &word);
 
-    // From then on the files are only for who gives these.
+    /// Makes the server require this name and password.
     void setUser(const QString &name, const QString &password);
     void setMode(Mode mode) { m_mode = mode; }
     void setPace(int pieceBytes, int pauseMs);
     void setRedirect(const QUrl &target) { m_redirect = target; }
 
 protected:
-    int answer(QTcpSocket *socket, const HttpRequest &request) override;
+    int respond(QTcpSocket *socket, const HttpRequest &request) override;
 
 private:
     int status(const HttpRequest &request, const QString &file) const;
@@ -50,7 +52,7 @@ private:
     void sendFile(QTcpSocket *socket, const QString &name) const;
 
     QString m_folder;
-    QByteArray m_credentials; // "user:password", nothing when anybody may have the files
+    QByteArray m_credentials; ///< "user:password"; empty when no log-on is required
     Mode m_mode = Mode::Normal;
     int m_pieceBytes = 1024;
     int m_pauseMs = 1000;

@@ -63,7 +63,7 @@ void HttpPeer::receive(QTcpSocket *socket)
 
 void HttpPeer::reply(QTcpSocket *socket, const HttpRequest &request)
 {
-    const int status = answer(socket, request);
+    const int status = respond(socket, request);
     const QString line
         = QStringLiteral("%1 %2 %3 %4").arg(request.method, request.target, request.user()).arg(status);
     m_requests.append(line);

@@ -7,22 +7,21 @@
 
 #include <QStringList>
 
-// The words that go with a status that the lab's servers answer.
+/// Returns the reason phrase of an HTTP status.
 QByteArray reasonPhrase(int status);
 
-// A request without a body: all that these peers are asked.
+/// A request without a body.
 struct HttpRequest
 {
     QString method;
     QString target;
-    QByteArray credentials; // "user:password" of basic authentication, as the client encoded it
+    QByteArray credentials; ///< "user:password" of basic authentication, in the client's encoding
 
     static HttpRequest parse(const QByteArray &head);
-    QString user() const; // "-" where none is given
+    QString user() const; ///< "-" when absent
 };
 
-// What the lab's HTTP servers for requests without a body have in common: they read requests and keep a line
-// of each.
+/// Base of the lab's HTTP servers for requests without a body. It reads requests and records a line for each.
 class HttpPeer : public TlsServer
 {
     Q_OBJECT
@@ -30,18 +29,19 @@ class HttpPeer : public TlsServer
 public:
     using TlsServer::TlsServer;
 
-    // The requests so far, a line each: method, target, user ("-" for none) and the reply's status (0: none).
+    /// Returns a line for each request: method, target, user ("-" when absent) and the reply's status (0: no
+    /// reply).
     QStringList requests() const { return m_requests; }
 
 signals:
     void requestReceived(const QString &line);
 
 protected:
-    // Sends what there is to send and says with which status.
-    virtual int answer(QTcpSocket *socket, const HttpRequest &request) = 0;
+    /// Sends a reply and returns its status; 0 without a reply.
+    virtual int respond(QTcpSocket *socket, const HttpRequest &request) = 0;
     virtual int replyDelay() const { return 0; }
 
-    // The head of a reply: further header lines each end with "\r\n".
+    /// Returns the head of a reply. Each of the further lines ends with "\r\n".
     static QByteArray head(int status, qint64 length, const QByteArray &furtherLines = {});
 
     void receive(QTcpSocket *socket) override;

@@ -17,7 +17,7 @@ constexpr int entryOffset = 20;
 constexpr int entrySize = 68;
 constexpr int addressOffset = 64; // in an entry
 
-// Not a distribution of the library, whose results differ from one library to the next.
+/// The distributions of the standard library differ between implementations.
 bool happens(std::mt19937 *dice, double percent)
 {
     return (*dice)() / 4294967296.0 * 100 < percent;
@@ -36,7 +36,7 @@ bool LinkProxy::listen(const QHostAddress &address)
 {
     m_address = address;
     m_front = bind(address);
-    // Broadcasts reach only a socket that is bound to no single address.
+    // Only a socket bound to all addresses receives broadcasts.
     return m_front && (address.isLoopback() || bind(QHostAddress(QHostAddress::AnyIPv4)));
 }
 
@@ -48,16 +48,16 @@ QUdpSocket *LinkProxy::bind(const QHostAddress &address)
         delete socket;
         return nullptr;
     }
-    connect(socket, &QUdpSocket::readyRead, this, [this, socket] { takeRequests(socket); });
+    connect(socket, &QUdpSocket::readyRead, this, [this, socket] { handleRequests(socket); });
     return socket;
 }
 
-void LinkProxy::takeRequests(QUdpSocket *socket)
+void LinkProxy::handleRequests(QUdpSocket *socket)
 {
     while (socket->hasPendingDatagrams()) {
         const QNetworkDatagram datagram = socket->receiveDatagram();
         const std::optional<CorvidRequest> request = parseCorvidRequest(datagram.data());
-        // What comes by no address of ours is for us only when it is for everybody.
+        // The second socket is for broadcasts only, and devices broadcast only discoveries.
         if (socket != m_front && (!request || request->kind != CorvidRequest::Kind::Discovery))
             continue;
         QUdpSocket *line = lineOf(datagram.senderAddress(), static_cast<quint16>(datagram.senderPort()));
@@ -75,12 +75,12 @@ QUdpSocket *LinkProxy::lineOf(const QHostAddress &device, quint16 port)
         line->bind(m_server.isLoopback() ? QHostAddress(QHostAddress::LocalHost)
                                          : QHostAddress(QHostAddress::AnyIPv4));
         connect(line, &QUdpSocket::readyRead, this,
-                [this, to = line, device, port] { takeReplies(to, device, port); });
+                [this, to = line, device, port] { handleReplies(to, device, port); });
     }
     return line;
 }
 
-void LinkProxy::takeReplies(QUdpSocket *line, const QHostAddress &device, quint16 port)
+void LinkProxy::handleReplies(QUdpSocket *line, const QHostAddress &device, quint16 port)
 {
     while (line->hasPendingDatagrams()) {
         const QByteArray reply = asOwn(line->receiveDatagram().data());
@@ -88,7 +88,7 @@ void LinkProxy::takeReplies(QUdpSocket *line, const QHostAddress &device, quint1
     }
 }
 
-// Three rolls for each datagram, whatever comes of them, so that one does not change the next one's fate.
+/// Draws three numbers for every datagram, so that the fate of one does not change that of the next.
 void LinkProxy::cross(Direction *direction, const std::function<void()> &deliver)
 {
     const bool isDropped = happens(&direction->dice, m_faults.dropped);

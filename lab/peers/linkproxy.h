@@ -13,21 +13,20 @@
 class QNetworkDatagram;
 class QUdpSocket;
 
-// What a link does to the datagrams that cross it, each by itself and in either direction. Parts are in
-// percent.
+/// The faults of a link, in percent of the datagrams of each direction.
 struct LinkFaults
 {
     double dropped = 0;
     double duplicated = 0;
-    double heldBack = 0; // by holdMs, so that later ones overtake them
+    double heldBack = 0; ///< by holdMs, so that later datagrams overtake them
     int holdMs = 20;
-    int delayMs = 0; // of every datagram
+    int delayMs = 0; ///< of every datagram
     quint32 seed = 1;
 };
 
-// A bad link in front of a Corvid server. Devices know the server by the link's address: it listens there on
-// the Corvid port, hears broadcasts, relays what comes to the server, and answers as the server would, with
-// its own address in the lists of servers. The same seed and the same datagrams meet the same fate again.
+/// A bad link in front of a Corvid server. The link listens on the Corvid port at an address of its own and
+/// receives broadcasts. It forwards requests to the server and replies to the devices. In server lists it
+/// replaces the server's address by its own. The same seed has the same effect on the same datagrams.
 class LinkProxy : public QObject
 {
     Q_OBJECT
@@ -41,17 +40,18 @@ public:
         int heldBack = 0;
     };
 
-    // `server` is best an address of the loopback interface, so that it does not hear the broadcasts itself.
+    /// `server` should be an address of the loopback interface, so that the server itself receives no
+    /// broadcasts.
     LinkProxy(const QHostAddress &server, const LinkFaults &faults, QObject *parent = nullptr);
 
-    // Binds the Corvid port at this address; beyond the loopback interface also for broadcasts.
+    /// Binds the Corvid port at this address, and for broadcasts unless it is a loopback address.
     bool listen(const QHostAddress &address);
     QString errorString() const { return m_error; }
-    // What became of the devices' requests.
+    /// Counts the faults of the devices' requests.
     Counts requests() const { return m_requests.counts; }
 
 private:
-    // Each has dice of its own, because which of the two comes first is chance.
+    /// Each direction has its own generator, because the order of requests and replies varies.
     struct Direction
     {
         std::mt19937 dice;
@@ -59,9 +59,9 @@ private:
     };
 
     QUdpSocket *bind(const QHostAddress &address);
-    void takeRequests(QUdpSocket *socket);
+    void handleRequests(QUdpSocket *socket);
     QUdpSocket *lineOf(const QHostAddress &device, quint16 port);
-    void takeReplies(QUdpSocket *line, const QHostAddress &device, quint16 port);
+    void handleReplies(QUdpSocket *line, const QHostAddress &device, quint16 port);
     void cross(Direction *direction, const std::function<void()> &deliver);
     QByteArray asOwn(QByteArray reply) const;
 
@@ -71,6 +71,6 @@ private:
     Direction m_requests;
     Direction m_replies;
     QUdpSocket *m_front = nullptr;
-    QHash<QPair<QHostAddress, quint16>, QUdpSocket *> m_lines; // to the server, one for each device
+    QHash<QPair<QHostAddress, quint16>, QUdpSocket *> m_lines; ///< to the server, one for each device
     QString m_error;
 };

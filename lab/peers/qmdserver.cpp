@@ -26,7 +26,7 @@ int contentLength(const QByteArray &head)
     return 0;
 }
 
-// As JSON in one line, where it is JSON.
+/// Returns JSON in one line, and other bytes percent-encoded.
 QByteArray inOneLine(const QByteArray &body)
 {
     const QJsonDocument document = QJsonDocument::fromJson(body);
@@ -68,7 +68,7 @@ QmdServer::QmdServer(const QString &spoolFolder, QObject *parent)
     , m_spool(spoolFolder)
 { }
 
-bool QmdServer::modeOf(const QString &word, Mode *mode)
+std::optional<QmdServer::Mode> QmdServer::modeOf(const QString &word)
 {
     static const QHash<QString, Mode> words{
         {QStringLiteral("normal"), Mode::Normal}, {QStringLiteral("slow"), Mode::Slow},
@@ -76,15 +76,13 @@ bool QmdServer::modeOf(const QString &word, Mode *mode)
         {QStringLiteral("cut"), Mode::Cut},       {QStringLiteral("rubbish"), Mode::Rubbish},
         {QStringLiteral("huge"), Mode::Huge},     {QStringLiteral("redirect"), Mode::Redirect},
     };
-    *mode = words.value(word, *mode);
-    return words.contains(word);
+    const auto found = words.find(word);
+    return found == words.end() ? std::nullopt : std::make_optional(*found);
 }
 
 QmdServer::Mode QmdServer::mode() const
 {
-    Mode mode = m_mode;
-    modeOf(m_spool.mode(), &mode);
-    return mode;
+    return modeOf(m_spool.mode()).value_or(m_mode);
 }
 
 void QmdServer::receive(QTcpSocket *socket)
@@ -102,53 +100,50 @@ void QmdServer::receive(QTcpSocket *socket)
 
 void QmdServer::handle(QTcpSocket *socket, const Request &request)
 {
-    int status = 200;
-    const QByteArray body = answerTo(request, &status);
-    const QString line
-        = QStringLiteral("%1 %2 %3").arg(QString::fromLatin1(request.method), request.resource).arg(status);
+    const Reply reply = replyTo(request);
+    const QString line = QStringLiteral("%1 %2 %3")
+                             .arg(QString::fromLatin1(request.method), request.resource)
+                             .arg(reply.status);
     m_requests.append(line);
     m_bodies.insert(request.resource, request.body);
     m_spool.record(request.serial, line.toLatin1() + ' ' + inOneLine(request.body));
-    if (status != 0) {
+    if (reply.status != 0) {
         const QPointer<QTcpSocket> client(socket);
         const int delay = mode() == Mode::Slow ? m_delay : 0;
-        QTimer::singleShot(delay, this, [this, client, status, body] {
+        QTimer::singleShot(delay, this, [this, client, reply] {
             if (client && client->state() == QAbstractSocket::ConnectedState)
-                send(client, status, body);
+                send(client, reply);
         });
     }
     emit requestReceived(request.serial + QLatin1Char(' ') + line);
 }
 
-// What waits for the device is taken only by an answer that gets through.
-QByteArray QmdServer::answerTo(const Request &request, int *status) const
+/// Removes messages from the spool only for a complete reply.
+QmdServer::Reply QmdServer::replyTo(const Request &request) const
 {
-    const bool fetches = request.resource.endsWith(QLatin1String("onfiguration"));
     switch (mode()) {
     case Mode::Silent:
-        *status = 0;
-        return QByteArray();
+        return {0};
     case Mode::Error:
-        *status = 500;
-        return R"({"data": [{"action": "REBOOT"}]})";
+        return {500, R"({"data": [{"action": "REBOOT"}]})"};
     case Mode::Redirect:
-        *status = 302;
-        return QByteArray();
+        return {302};
     case Mode::Cut:
-        return R"({"data": [{"action": "REBOOT"}]})";
+        return {200, R"({"data": [{"action": "REBOOT"}]})"};
     case Mode::Rubbish:
-        return "\xff{\"data\": [{\"action\": \"REBOOT\"}";
+        return {200, "\xff{\"data\": [{\"action\": \"REBOOT\"}"};
     case Mode::Huge:
-        return R"({"data": [{"action": "REBOOT"}], "padding": ")" + QByteArray(hugeBody, 'x') + "\"}";
+        return {200, R"({"data": [{"action": "REBOOT"}], "padding": ")" + QByteArray(hugeBody, 'x') + "\"}"};
     case Mode::Normal:
     case Mode::Slow:
         break;
     }
+    const bool fetches = request.method == "GET" && request.resource.endsWith(QLatin1String("onfiguration"));
     if (request.resource == QLatin1String("?"))
-        *status = 404;
-    else if (request.method != "PUT" && !(fetches && request.method == "GET"))
-        *status = 405;
-    return *status == 200 ? message(request) : QByteArray();
+        return {404};
+    if (request.method != "PUT" && !fetches)
+        return {405};
+    return {200, message(request)};
 }
 
 QByteArray QmdServer::message(const Request &request) const
@@ -171,14 +166,16 @@ QByteArray QmdServer::message(const Request &request) const
     return QJsonDocument(message).toJson(QJsonDocument::Compact);
 }
 
-void QmdServer::send(QTcpSocket *socket, int status, const QByteArray &body) const
+void QmdServer::send(QTcpSocket *socket, const Reply &reply) const
 {
     const bool cut = mode() == Mode::Cut;
-    QByteArray head = "HTTP/1.1 " + QByteArray::number(status) + ' ' + reasonPhrase(status) + "\r\n";
-    if (status == 302)
+    QByteArray head
+        = "HTTP/1.1 " + QByteArray::number(reply.status) + ' ' + reasonPhrase(reply.status) + "\r\n";
+    if (reply.status == 302)
         head += "Location: " + m_redirect.toEncoded() + "\r\n";
-    head += "Content-Type: application/json\r\nContent-Length: " + QByteArray::number(body.size()) + headEnd;
-    socket->write(head + (cut ? body.left(body.size() / 2) : body));
+    head += "Content-Type: application/json\r\nContent-Length: " + QByteArray::number(reply.body.size())
+        + headEnd;
+    socket->write(head + (cut ? reply.body.left(reply.body.size() / 2) : reply.body));
     socket->flush();
     if (cut)
         socket->disconnectFromHost();

@@ -9,8 +9,10 @@
 #include <QHash>
 #include <QUrl>
 
-// A QMD management server: devices check in with it, send heartbeats and their configuration, and fetch what
-// it has for them. What it tells a device waits in the spool.
+#include <optional>
+
+/// A QMD management server. Devices check in, send heartbeats and their configuration, and fetch documents.
+/// The spool holds the messages for devices.
 class QmdServer : public TlsServer
 {
     Q_OBJECT
@@ -18,13 +20,13 @@ class QmdServer : public TlsServer
 public:
     enum class Mode {
         Normal,
-        Slow,    // waits before each answer, see setDelay()
-        Silent,  // never answers
-        Error,   // answers 500
-        Cut,     // closes the connection in the middle of an answer
-        Rubbish, // answers with bytes that are no JSON
-        Huge,    // answers with 50 MB
-        Redirect // sends the device elsewhere, see setRedirect()
+        Slow,    // waits before each reply, see setDelay()
+        Silent,  // never replies
+        Error,   // replies with status 500
+        Cut,     // closes the connection in the middle of a reply
+        Rubbish, ///< replies with bytes that are not JSON
+        Huge,    // replies with 50 MB
+        Redirect ///< redirects the device, see setRedirect()
     };
     Q_ENUM(Mode)
     static constexpr quint16 defaultPort = 8080;
@@ -32,24 +34,23 @@ public:
 
     explicit QmdServer(const QString &spoolFolder, QObject *parent = nullptr);
 
-    // The mode of a word: "normal", "slow", "silent", "500", "cut", "rubbish", "huge" or "redirect"; false
-    // for others.
-    static bool modeOf(const QString &word, Mode *mode);
+    /// Returns the mode of a word: "normal", "slow", "silent", "500", "cut", "rubbish", "huge" or "redirect".
+    static std::optional<Mode> modeOf(const QString &word);
 
-    // In force until the spool's own mode says otherwise.
+    /// Sets the mode for a spool without a mode file.
     void setMode(Mode mode) { m_mode = mode; }
     void setDelay(int milliseconds) { m_delay = milliseconds; }
     void setRedirect(const QUrl &target) { m_redirect = target; }
     const QmdSpool &spool() const { return m_spool; }
 
-    // The requests so far, a line each: method, resource ("checkin" for the device itself, "?" for what is
-    // none) and the answer's status, 0 without one.
+    /// Returns a line for each request: method, resource ("checkin" for the device itself, "?" for an unknown
+    /// one) and the reply's status, 0 without a reply.
     QStringList requests() const { return m_requests; }
-    // The last body that was sent to a resource.
+    /// Returns the last request body for a resource.
     QByteArray body(const QString &resource) const { return m_bodies.value(resource); }
 
 signals:
-    // As in requests(), with the serial number in front.
+    /// A line as in requests(), with the serial number in front.
     void requestReceived(const QString &line);
 
 protected:
@@ -57,12 +58,17 @@ protected:
 
 private:
     struct Request;
+    struct Reply
+    {
+        int status = 200; ///< 0: no reply
+        QByteArray body = {};
+    };
 
     Mode mode() const;
     void handle(QTcpSocket *socket, const Request &request);
-    QByteArray answerTo(const Request &request, int *status) const;
+    Reply replyTo(const Request &request) const;
     QByteArray message(const Request &request) const;
-    void send(QTcpSocket *socket, int status, const QByteArray &body) const;
+    void send(QTcpSocket *socket, const Reply &reply) const;
 
     QmdSpool m_spool;
     Mode m_mode = Mode::Normal;

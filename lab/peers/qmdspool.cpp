@@ -37,7 +37,7 @@ QmdSpool::QmdSpool(const QString &folder)
     QDir().mkpath(folder);
 }
 
-// A serial number comes from afar: nothing but its letters and digits gets into a path.
+/// Uses only letters and digits of the serial number, because the client chooses it.
 QString QmdSpool::folderOf(const QString &serial) const
 {
     QString name = serial.left(64);

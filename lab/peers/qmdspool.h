@@ -7,24 +7,24 @@
 #include <QJsonArray>
 #include <QString>
 
-// What a QMD server is to tell its devices, and what they have sent, in one folder:
-//
-//     mode                   a word of QmdServer::modeOf; read at every request
-//     SERIAL/log             what the device has sent, a line each
-//     SERIAL/KIND/NUMBER     what waits for the device, the oldest first; "-" stands for an empty serial
+/// The messages for the devices of a QMD server, and the requests of the devices, in one folder:
+///
+///     mode                   a word of QmdServer::modeOf; read at each request
+///     SERIAL/log             the device's requests, one per line
+///     SERIAL/KIND/NUMBER     messages for the device, oldest first; "-" is an empty serial number
 class QmdSpool
 {
 public:
-    // "actions": lists for the next check-in or heartbeat. "configuration", "profile": what the next fetch
-    // gets. "body": the whole answer to the next request, whatever it is.
+    /// "actions": lists for the next check-in or heartbeat. "configuration", "profile": the document for the
+    /// next fetch. "body": the whole reply to the next request.
     static const QStringList &kinds();
 
     explicit QmdSpool(const QString &folder);
 
     bool add(const QString &serial, const QString &kind, const QByteArray &text) const;
-    // The oldest that waits, which is removed; null when there is none.
+    /// Removes and returns the oldest message; null when there is none.
     QByteArray take(const QString &serial, const QString &kind) const;
-    // All actions that wait, which are removed.
+    /// Removes and returns all actions.
     QJsonArray takeActions(const QString &serial) const;
     void record(const QString &serial, const QByteArray &line) const;
     QString mode() const;

@@ -16,7 +16,7 @@ bool TlsServer::start(const QHostAddress &address, quint16 port)
     return false;
 }
 
-// The key and the certificate come through a pipe: nothing of them is left anywhere.
+/// Reads key and certificate through a pipe, so that no file of them remains.
 bool TlsServer::makeCertificate()
 {
     QProcess openssl;

@@ -9,7 +9,7 @@
 
 class QTcpSocket;
 
-// A server of TLS connections with a certificate of its own making, or of plain ones.
+/// A server for TLS connections with a generated certificate, or for plain connections.
 class TlsServer : public QTcpServer
 {
     Q_OBJECT
@@ -20,13 +20,13 @@ public:
     using QTcpServer::QTcpServer;
 
     void setEncrypted(bool encrypted) { m_encrypted = encrypted; }
-    // Makes the certificate first, with the openssl tool.
+    /// Generates the certificate with the openssl tool, then listens.
     bool start(const QHostAddress &address, quint16 port);
     QString fault() const { return m_fault; }
 
 protected:
     void incomingConnection(qintptr descriptor) override;
-    // A client has sent something.
+    /// Called when a client has sent data.
     virtual void receive(QTcpSocket *socket) = 0;
 
 private:
