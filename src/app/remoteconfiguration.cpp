@@ -122,8 +122,11 @@ bool RemoteConfiguration::saveRemoteConfig(QJsonObject merged)
         m_postponed = Deferred();
     const Deferred before = m_postponed;
     defer(stored, merged);
-    if (!m_configuration.setObject(merged)) {
-        m_configuration.getDocument() = QJsonDocument(stored);
+    const JsonModule::Change change = m_configuration.change([&merged](QJsonObject &root) {
+        root = merged;
+        return true;
+    });
+    if (change != JsonModule::Change::Written && change != JsonModule::Change::Unchanged) {
         m_postponed = before;
         return false;
     }

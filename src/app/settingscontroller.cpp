@@ -13,6 +13,7 @@
 #include "config/keys.h"
 #include "config/upgrades.h"
 #include "device/commands.h"
+#include "device/devicetools.h"
 #include "device/diagnostics.h"
 #include "device/paths.h"
 #include "management/qmdaddress.h"
@@ -39,6 +40,26 @@ constexpr int firstAudioMs = 200;
 bool interfaceExists(const QString &name)
 {
     return QNetworkInterface::interfaceFromName(name).isValid();
+}
+
+bool upgradeNetwork(QJsonObject &root)
+{
+    if (!Upgrades::hasOldNetwork(root))
+        return false;
+    Diagnostics::print(QStringLiteral("UPGRADE TO NEW NETWORK"));
+    Upgrades::toNewNetwork(root);
+    return true;
+}
+
+bool upgradeToVersion15(QJsonObject &root)
+{
+    if (Upgrades::effectiveVersion(root) > Upgrades::oldestVersion) {
+        Diagnostics::print(QStringLiteral("UPGRADE TO 15 SKIPPED"));
+        return false;
+    }
+    Diagnostics::print(QStringLiteral("UPGRADE TO 15 STARTED"));
+    Upgrades::toVersion15(root);
+    return true;
 }
 
 QString hostName()
@@ -252,33 +273,35 @@ void SettingsController::leaveSettings()
 
 void SettingsController::checkConfigVersion()
 {
-    upgradeConfigToNewNetwork();
-    upgradeConfigToVer15();
+    upgrade({upgradeNetwork, upgradeToVersion15});
 }
 
 void SettingsController::upgradeConfigToNewNetwork()
 {
-    m_configuration.readContent();
-    QJsonObject root = m_configuration.getDocument().object();
-    if (!Upgrades::hasOldNetwork(root))
-        return;
-    Diagnostics::print(QStringLiteral("UPGRADE TO NEW NETWORK"));
-    Upgrades::toNewNetwork(root);
-    m_configuration.setObject(root);
+    upgrade({upgradeNetwork});
 }
 
 void SettingsController::upgradeConfigToVer15()
 {
-    m_configuration.readContent();
-    QJsonObject root = m_configuration.getDocument().object();
-    if (Upgrades::effectiveVersion(root) > Upgrades::oldestVersion) {
-        Diagnostics::print(QStringLiteral("UPGRADE TO 15 SKIPPED"));
-        return;
-    }
-    Diagnostics::print(QStringLiteral("UPGRADE TO 15 STARTED"));
-    Upgrades::toVersion15(root);
-    m_configuration.setObject(root);
-    applyNetwork();
+    upgrade({upgradeToVersion15});
+}
+
+/// Takes the document through the steps in one change. Where it cannot be written, what was read is of no use:
+/// the upgraded document is held.
+void SettingsController::upgrade(const QVector<JsonModule::Edit> &steps)
+{
+    bool newVersion = false;
+    const auto edit = [&](QJsonObject &root) {
+        const int before = Upgrades::effectiveVersion(root);
+        bool edited = false;
+        for (const JsonModule::Edit &step : steps)
+            edited = step(root) || edited;
+        newVersion = Upgrades::effectiveVersion(root) != before;
+        return edited;
+    };
+    m_configuration.change(edit, JsonModule::OnFailure::Hold);
+    if (newVersion)
+        applyNetwork();
 }
 
 void SettingsController::applyNetwork()
@@ -386,16 +409,13 @@ void SettingsController::setInputAudio(const QString &name, const QString &numbe
 void SettingsController::storeAudio(AudioDirection direction, const AudioChoice &device,
                                     const AudioChoice &checked)
 {
-    if (!m_configuration.readAgain())
-        return;
-    const QJsonDocument stored = m_configuration.getDocument();
-    QJsonObject document = stored.object();
-    QJsonObject audio = document.value(Key::audio).toObject();
-    AudioSettings::setInUse(audio, direction, device);
-    AudioSettings::setChecked(audio, direction, checked);
-    document.insert(Key::audio, audio);
-    if (m_configuration.setObject(document))
-        Commands::runShell(QStringLiteral("pkill -SIGUSR1 zClient.bin"));
-    else
-        m_configuration.getDocument() = stored;
+    const JsonModule::Change change = m_configuration.change([&](QJsonObject &root) {
+        QJsonObject audio = root.value(Key::audio).toObject();
+        AudioSettings::setInUse(audio, direction, device);
+        AudioSettings::setChecked(audio, direction, checked);
+        root.insert(Key::audio, audio);
+        return true;
+    });
+    if (change == JsonModule::Change::Written)
+        ToolRun::start(DeviceTools::signalSession());
 }

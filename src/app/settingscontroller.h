@@ -87,6 +87,7 @@ signals:
 
 private:
     void loadConfiguration();
+    void upgrade(const QVector<JsonModule::Edit> &steps);
     void applyNetwork();
     void connectWindow();
     void connectNetworkStatus();

@@ -299,23 +299,14 @@ bool CertificateStore::updateRecord()
 
 bool CertificateStore::record(const QVector<Certificate> &authorities, const QVector<Certificate> &clients)
 {
-    if (!m_configuration.readAgain()) {
-        qCCritical(lcStore) << "there is no document to record the certificates in";
-        return false;
-    }
-    const QJsonDocument stored = m_configuration.getDocument();
-    QJsonObject root = stored.object();
-    QJsonObject section = root.value(Key::security).toObject();
-    const QJsonObject before = section;
-    section.insert(Key::caCertificates, records(authorities));
-    section.insert(Key::clientCertificates, records(clients));
-    if (section == before)
+    const JsonModule::Change change = m_configuration.change([&](QJsonObject &root) {
+        QJsonObject section = root.value(Key::security).toObject();
+        section.insert(Key::caCertificates, records(authorities));
+        section.insert(Key::clientCertificates, records(clients));
+        root.insert(Key::security, section);
         return true;
-    root.insert(Key::security, section);
-    if (m_configuration.setObject(root))
-        return true;
-    m_configuration.getDocument() = stored; // what is held must not be more than what is on the disk
-    return false;
+    });
+    return change == JsonModule::Change::Written || change == JsonModule::Change::Unchanged;
 }
 
 QString certificateValue(CertificateStore::Kind kind, const Certificate &certificate)

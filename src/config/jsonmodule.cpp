@@ -144,7 +144,7 @@ bool JsonModule::readAgain()
     return true;
 }
 
-JsonModule::Change JsonModule::change(const std::function<bool(QJsonObject &root)> &edit)
+JsonModule::Change JsonModule::change(const Edit &edit, OnFailure onFailure)
 {
     if (!readAgain()) {
         qCCritical(lcDocument).noquote() << "no document to change in" << m_filePath;
@@ -159,8 +159,10 @@ JsonModule::Change JsonModule::change(const std::function<bool(QJsonObject &root
         return Change::Unchanged;
     if (setObject(root))
         return Change::Written;
-    m_document = before;
-    m_unsaved = unsavedBefore;
+    if (onFailure == OnFailure::TakeBack) {
+        m_document = before;
+        m_unsaved = unsavedBefore;
+    }
     return Change::NotWritten;
 }
 

@@ -28,6 +28,13 @@ public:
         Unreadable, ///< there is no document to edit
         NotWritten, ///< the disk may be full
     };
+    /// What becomes of a change that cannot be written.
+    enum class OnFailure {
+        TakeBack,
+        Hold, ///< it goes to the file with the next change: the program cannot do without it
+    };
+    /// Edits the root object; false refuses.
+    using Edit = std::function<bool(QJsonObject &root)>;
 
     /// With `inStateDirectory` the file stands in the device's state directory, otherwise where `fileName`
     /// says. Nothing is read yet.
@@ -50,11 +57,12 @@ public:
     /// the second case.
     bool readAgain();
     /// The one way to change the document: reads the file again, lets `edit` change the root object or refuse by
-    /// returning false, and writes it. Unless `Written` is returned, file and held document are as before.
-    Change change(const std::function<bool(QJsonObject &root)> &edit);
+    /// returning false, and writes it. Unless `Written` is returned, the file is as it was.
+    Change change(const Edit &edit, OnFailure onFailure = OnFailure::TakeBack);
     /// Writes the held document. Where the device has no room for it, the file keeps what it holds.
     /// False, with a line in the log, when it could not be written.
     bool writeContent();
+    /// Holds another document, and writes it. It stays held when it cannot be written.
     bool setObject(const QJsonObject &object);
 
     /// Whether the file can be used as it is, and upgraded where it is old. If not, or if the recovery marker

@@ -27,13 +27,14 @@ QJsonArray addToHistory(JsonModule *configuration, const QString &key, const QSt
 
 void store(JsonModule *configuration, const QString &key, const QJsonValue &value)
 {
-    if (!configuration || !configuration->readAgain())
+    if (!configuration)
         return;
-    QJsonObject document = configuration->getDocument().object();
-    QJsonObject window = document.value(Key::mainWindow).toObject();
-    window.insert(key, value);
-    document.insert(Key::mainWindow, window);
-    configuration->setObject(document);
+    configuration->change([&key, &value](QJsonObject &root) {
+        QJsonObject window = root.value(Key::mainWindow).toObject();
+        window.insert(key, value);
+        root.insert(Key::mainWindow, window);
+        return true;
+    });
 }
 
 } // namespace WindowSettings

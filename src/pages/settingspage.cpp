@@ -12,11 +12,8 @@
 #include <QJsonDocument>
 #include <QLineEdit>
 #include <QListView>
-#include <QLoggingCategory>
 #include <QScrollArea>
 #include <QSpinBox>
-
-Q_LOGGING_CATEGORY(lcSettingsPage, "kt.pages.settings")
 
 SettingsPage::SettingsPage(JsonModule &configuration, const QString &title, const QString &icon,
                            QWidget *parent)
@@ -95,21 +92,18 @@ bool SettingsPage::apply()
     return true;
 }
 
-/// Puts the page's keys into the document as it stands on disk now. What went wrong, if anything did: then
-/// the held document is what it was before.
+/// Puts the page's keys into the document as it stands on disk now. Returns what went wrong, if anything did.
 QString SettingsPage::store()
 {
-    if (!m_configuration.readAgain()) {
-        qCCritical(lcSettingsPage).noquote() << "no document to save" << m_title << "in";
+    const JsonModule::Change change = m_configuration.change([this](QJsonObject &document) {
+        save(document);
+        return true;
+    });
+    if (change == JsonModule::Change::Unreadable)
         return tr("The stored settings cannot be read. Nothing was saved.");
-    }
-    const QJsonDocument stored = m_configuration.getDocument();
-    QJsonObject document = stored.object();
-    save(document);
-    if (m_configuration.setObject(document))
-        return QString();
-    m_configuration.getDocument() = stored;
-    return tr("The settings cannot be written. The disk may be full.");
+    if (change == JsonModule::Change::NotWritten)
+        return tr("The settings cannot be written. The disk may be full.");
+    return QString();
 }
 
 QString SettingsPage::refusal() const

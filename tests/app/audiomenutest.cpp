@@ -119,16 +119,18 @@ void AudioMenuTest::keepsTheChoiceWhileItsDeviceIsAway()
     QCOMPARE(stored("output device"), QStringLiteral("Analog 0,0"));
     plug(board + ',' + headset);
     choose("outputAudioButton", QStringLiteral("A&&B"));
+    QTRY_COMPARE(m_device->calls(QStringLiteral("pkill")).size(), 6);
     m_device->forgetCalls();
     plug(board);
     QCOMPARE(stored("output device"), QStringLiteral("HDMI 0,1"));
     QCOMPARE(stored("checked output device"), QStringLiteral("A&B 1,0"));
     QCOMPARE(menu("outputAudioButton"), QStringLiteral("SELECT AUDIO OUTPUT|Off|Analog|*HDMI"));
-    QCOMPARE(m_device->calls(QStringLiteral("pkill")),
+    QTRY_COMPARE(m_device->calls(QStringLiteral("pkill")),
              QStringList({signalled, signalled})); // the input as well
     plug(board + ",null," + headset);              // into another socket
     QCOMPARE(stored("output device"), QStringLiteral("A&B 2,0"));
     choose("outputAudioButton", QStringLiteral("Off"));
+    QTRY_COMPARE(m_device->calls(QStringLiteral("pkill")).size(), 5);
     m_device->forgetCalls();
     plug(board + ",null," + headset);
     QCOMPARE(stored("output device"), QStringLiteral("Off None"));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "documents.h"
+#include "fulldisk.h"
 #include "outputtofile.h"
 #include "testdevice.h"
 
@@ -9,6 +10,8 @@
 #include "app/settingscontroller.h"
 #include "config/keys.h"
 #include "testtable.h"
+
+#include <QCheckBox>
 
 namespace {
 
@@ -75,6 +78,28 @@ private slots:
         QVERIFY(controller.checkConfigCompatibility(expected));
         expected.remove(Key::mainWindow);
         QVERIFY(!controller.checkConfigCompatibility(expected));
+    }
+
+    void keepsWhatItUpgradedOnAFullDisk()
+    {
+        const TestDevice device;
+        device.write(documentPath, Documents::text("old-network.json"));
+        const QJsonObject upgraded = Documents::object("old-network.upgraded.json");
+        SettingsApp window;
+        std::unique_ptr<SettingsController> controller;
+        {
+            const FullDisk full(static_cast<rlim_t>(device.read(documentPath).size()));
+            controller = std::make_unique<SettingsController>(&window);
+            controller->on_settingsButton_clicked();
+            QCOMPARE(controller->configuration().getDocument().object(), upgraded);
+            QCOMPARE(device.document(), Documents::object("old-network.json"));
+        }
+        window.findChild<QCheckBox *>("numLockCheckBox")->click();
+        controller->on_applyButton_clicked();
+        QJsonObject expected = upgraded;
+        expected.insert(Key::keyboard, QJsonObject{{"layout", "US"}, {"numlock on", true}});
+        expected.insert(Key::audio, device.document().value(Key::audio)); // the devices found meanwhile
+        QCOMPARE(device.document(), expected);
     }
 
     void startsWithoutTools()

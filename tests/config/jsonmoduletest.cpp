@@ -90,6 +90,43 @@ private slots:
         QCOMPARE(contentOf(path), before);
     }
 
+    void changesTheFileByOneCall()
+    {
+        using Change = JsonModule::Change;
+        const QString path = m_folder.filePath("changed.json");
+        const auto insert = [](QJsonObject &root) {
+            root.insert("mine", true);
+            return true;
+        };
+        JsonModule module(path, false);
+        QCOMPARE(module.change(insert), Change::Unreadable);
+        QVERIFY(JsonModule(path, false).setObject(holding(100)));
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther));
+
+        const QSignalSpy changed(&module, &JsonModule::changed);
+        QCOMPARE(module.change([](QJsonObject &root) {
+            root = {};
+            return false;
+        }),
+                 Change::Refused);
+        QCOMPARE(module.getDocument().object(), holding(100));
+        {
+            const FullDisk full(100);
+            QCOMPARE(module.change(insert), Change::NotWritten);
+            QCOMPARE(module.getDocument().object(), holding(100));
+            QCOMPARE(module.change(insert, JsonModule::OnFailure::Hold), Change::NotWritten);
+            QVERIFY(module.readAgain() && module.getDocument().object().contains("mine"));
+        }
+        QCOMPARE(changed.size(), 0);
+        // What was held alone goes to the file with the next call, even one that changes nothing by itself.
+        QCOMPARE(module.change(insert), Change::Written);
+        QCOMPARE(module.change(insert), Change::Unchanged);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(QJsonDocument::fromJson(contentOf(path)), module.getDocument());
+        QCOMPARE(QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser),
+                 QFile::ReadOwner | QFile::WriteOwner);
+    }
+
     void keepsTheOldContentWhenTheDiskIsFull()
     {
         const QString path = m_folder.filePath("full.json");
