@@ -53,6 +53,11 @@ Countdown &UpdateLauncher::countdown()
     return m_countdown;
 }
 
+void UpdateLauncher::setInstallerLimit(int milliseconds)
+{
+    m_installerTimer.setInterval(milliseconds);
+}
+
 bool UpdateLauncher::mayStart(const std::function<void()> &again)
 {
     if (m_update.ifSessionConnected()) {

@@ -33,6 +33,7 @@ public:
     /// when there was none. The updater is idle by then.
     bool replayPostponed();
     Countdown &countdown();
+    void setInstallerLimit(int milliseconds);
     /// What is fetched for a URL, a user and a password. No scheme is FTP, no user is "anonymous".
     static QUrl address(const QString &url, const QString &user, const QString &password);
 

@@ -55,6 +55,11 @@ MessageDispatcher &RestClient::dispatcher()
     return m_dispatcher;
 }
 
+void RestClient::setReplyTime(int milliseconds)
+{
+    m_replyTime = milliseconds;
+}
+
 QNetworkAccessManager &RestClient::manager()
 {
     return m_manager;
@@ -106,7 +111,7 @@ QNetworkReply *RestClient::send(const QUrl &url, Send request)
     auto *limit = new QTimer(reply);
     limit->setSingleShot(true);
     connect(limit, &QTimer::timeout, reply, &QNetworkReply::abort);
-    limit->start(replyTimeMs);
+    limit->start(m_replyTime);
     return reply;
 }
 

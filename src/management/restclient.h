@@ -39,6 +39,7 @@ public:
     /// Whether requests can go to a URL.
     static bool canReach(const QUrl &url);
     MessageDispatcher &dispatcher();
+    void setReplyTime(int milliseconds);
 
 public slots:
     void onFinished(QNetworkReply *reply);
@@ -58,4 +59,5 @@ private:
     MessageDispatcher m_dispatcher;
     QNetworkAccessManager m_manager;
     QNetworkRequest m_request; ///< every request is made from it
+    int m_replyTime = replyTimeMs;
 };

@@ -6,6 +6,7 @@
 #include "device/log.h"
 #include "lab-peers/qmdserver.h"
 #include "testdevice.h"
+#include "testtable.h"
 
 #include <QJsonDocument>
 #include <QNetworkInterface>
@@ -17,7 +18,7 @@
 
 namespace {
 
-const QString serial = QStringLiteral("7fabc");
+const QString serial = "7fabc";
 const QByteArray configuration = R"({"general settings": {"device name": "Ward 3"}})";
 
 class Agent : public DeviceAgent
@@ -34,214 +35,163 @@ class DeviceAgentTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void checksInAndReports_data();
-    void checksInAndReports();
-    void doesWhatTheServerSays();
-    void survivesFaults_data();
-    void survivesFaults();
-    void hasOneRequestOfAKindUnderWay();
-    void connectsWhereSomethingHasChanged();
+    void init()
+    {
+        m_device = std::make_unique<TestDevice>();
+        m_device->write("/var/lib/kt964/config.json",
+                        R"({"firmware info": {"configuration version": 15},
+                        "general settings": {"device name": "Ward 3"}})");
+    }
+
+    void cleanup()
+    {
+        m_agent.reset();
+        m_server.reset();
+        m_device.reset();
+    }
+
+    void checksInAndReports_data()
+    {
+        const TestTable<bool> table("encrypted");
+        table.row("https, self-signed", true);
+        table.row("http", false);
+    }
+
+    void checksInAndReports()
+    {
+        QFETCH(const bool, encrypted);
+        start(encrypted);
+        connectAgent();
+        const QString mac = QNetworkInterface::interfaceFromName("eth0").hardwareAddress();
+        QCOMPARE(QString::fromUtf8(m_server->body("checkin")),
+                 QString(R"({"deviceInfo":{"family":"KT","model":"KT964","name":"Ward 3","serial":"7fabc"},)"
+                         R"("firmwareInfo":{"configVer":15,"firmwareVer":"1.0.0","receiverVer":"2.0.0"},)"
+                         R"("networkInfo":{"WiFiIP":"0.0.0.0","WiFiIPType":"dhcp","WiFiMAC":"",)"
+                         R"("ethIP":"10.77.0.10","ethIPType":"dhcp","ethMAC":"%1",)"
+                         R"("ethNetMask":"255.255.255.0"}})")
+                     .arg(mac));
+        QCOMPARE(m_server->body("configuration"), configuration);
+        QTimerEvent tick(0);
+        QCoreApplication::sendEvent(m_agent.get(), &tick);
+        QTRY_COMPARE(m_server->requests().value(2), "PUT heartbeat 200");
+        QVERIFY(m_server->body("heartbeat").isEmpty());
+    }
+
+    void doesWhatTheServerSays()
+    {
+        start();
+        connectAgent();
+        const QSignalSpy merges(&m_agent->dispatcher(), &MessageDispatcher::mergeRemoteConfig);
+        const QSignalSpy resets(&m_agent->dispatcher(), &MessageDispatcher::ask_resetDevice);
+        const QmdSpool &spool = m_server->spool();
+        spool.add(serial, "body", R"({"data": {"heartbeats": "merge nothing"}})");
+        m_agent->heartbeat();
+        QTRY_VERIFY(sent("PUT heartbeat 200") && !m_agent->isBusy());
+        spool.add(serial, "actions",
+                  R"([{"action": "REBOOT"}, {"action": "GET_CONFIGURATION"}, {"action": "GET_PROFILE"}])");
+        spool.add(serial, "configuration", R"({"name": "pushed"})");
+        spool.add(serial, "profile", R"({"name": "profile"})");
+        m_agent->heartbeat();
+        QTRY_COMPARE(merges.size(), 2);
+        QCOMPARE(resets.size(), 1);
+        QStringList names;
+        for (const QList<QVariant> &merge : merges)
+            names += merge.first().toJsonObject().value("name").toString();
+        names.sort();
+        QCOMPARE(names, (QStringList{"profile", "pushed"}));
+        // The answer to an upload may hold a configuration too.
+        spool.add(serial, "body", R"({"data": {"name": "answer"}})");
+        m_agent->putConfiguration();
+        QTRY_COMPARE(merges.size(), 3);
+    }
+
+    void hasOneRequestOfAKindUnderWay()
+    {
+        start();
+        connectAgent();
+        m_server->setMode(QmdServer::Mode::Silent);
+        for (int i = 1; i <= 5; ++i) {
+            m_agent->heartbeat();
+            m_agent->getProfile();
+            QTRY_VERIFY(sent("PUT heartbeat 0", i));
+            QTRY_COMPARE(m_agent->replies(), 2);
+        }
+        QTRY_VERIFY(sent("GET profileConfiguration 0"));
+        m_agent->enableComunication(false);
+        QVERIFY(!m_agent->initConnection());
+        QTRY_COMPARE(m_agent->replies(), 0);
+        m_agent->enableComunication(true);
+        m_server->setMode(QmdServer::Mode::Slow);
+        m_server->setDelay(100);
+        m_agent->initConnection();
+        for (int i = 0; i < 100000; ++i)
+            m_agent->getConfiguration();
+        QTRY_VERIFY(sent("GET configuration 200", 2) && !m_agent->isBusy());
+    }
+
+    void connectsWhereSomethingHasChanged()
+    {
+        start();
+        QVERIFY(!m_agent->initConnection());
+        m_agent->setURL(QUrl("Unknown"));
+        QVERIFY(m_agent->initConnection()); // to nobody
+        m_agent->heartbeat();
+        QVERIFY(!m_agent->isBusy());
+        connectAgent();
+        m_agent->setURL(m_url);
+        m_agent->enableComunication(true);
+        QVERIFY(!m_agent->initConnection());
+
+        m_agent->enableComunication(false);
+        const quint64 before = Log::ring().since(0).entries.size();
+        QVERIFY(!m_agent->initConnection());
+        QCOMPARE(Log::ring().since(before).entries.value(0).text, "QMD module stopped");
+        const QStringList requests = m_server->requests();
+        m_agent->heartbeat();
+        m_agent->putConfiguration();
+        m_agent->getConfiguration();
+        m_agent->getProfile();
+        QVERIFY(!m_agent->isBusy());
+        QCOMPARE(m_server->requests(), requests);
+
+        m_agent->setConfiguration(QByteArray());
+        m_agent->enableComunication(true);
+        QVERIFY(m_agent->initConnection());
+        QTRY_VERIFY(sent("PUT checkin 200", 2) && !m_agent->isBusy());
+        QVERIFY(sent("PUT configuration 200"));
+    }
 
 private:
-    void start(bool encrypted = false);
+    void start(bool encrypted = false)
+    {
+        m_server = std::make_unique<QmdServer>(m_device->path("/lab/qmd"));
+        m_server->setEncrypted(encrypted);
+        QVERIFY2(m_server->start(QHostAddress::LocalHost, 0), qPrintable(m_server->fault()));
+        m_url = QUrl(
+            QString("%1://127.0.0.1:%2").arg(encrypted ? "https" : "http").arg(m_server->serverPort()));
+        m_agent = std::make_unique<Agent>();
+    }
+
     bool sent(const QString &request, int times = 1) const
     {
         return m_server->requests().count(request) == times;
     }
-    void connectAgent();
+    void connectAgent()
+    {
+        m_agent->setURL(m_url);
+        m_agent->setDeviceSerial(serial);
+        m_agent->setConfiguration(configuration);
+        m_agent->checkProxy();
+        QVERIFY(m_agent->initConnection());
+        QTRY_VERIFY(sent("PUT checkin 200") && sent("PUT configuration 200"));
+        QTRY_COMPARE(m_agent->replies(), 0);
+    }
 
     std::unique_ptr<TestDevice> m_device;
     std::unique_ptr<QmdServer> m_server;
     std::unique_ptr<Agent> m_agent;
     QUrl m_url;
 };
-
-void DeviceAgentTest::init()
-{
-    m_device = std::make_unique<TestDevice>();
-    m_device->write(QStringLiteral("/var/lib/kt964/config.json"),
-                    R"({"firmware info": {"configuration version": 15},
-                        "general settings": {"device name": "Ward 3"}})");
-}
-
-void DeviceAgentTest::cleanup()
-{
-    m_agent.reset();
-    m_server.reset();
-    m_device.reset();
-}
-
-void DeviceAgentTest::start(bool encrypted)
-{
-    m_server = std::make_unique<QmdServer>(m_device->path(QStringLiteral("/lab/qmd")));
-    m_server->setEncrypted(encrypted);
-    QVERIFY2(m_server->start(QHostAddress::LocalHost, 0), qPrintable(m_server->fault()));
-    m_url = QUrl(QStringLiteral("%1://127.0.0.1:%2")
-                     .arg(encrypted ? QStringLiteral("https") : QStringLiteral("http"))
-                     .arg(m_server->serverPort()));
-    m_agent = std::make_unique<Agent>();
-}
-
-void DeviceAgentTest::connectAgent()
-{
-    m_agent->setURL(m_url);
-    m_agent->setDeviceSerial(serial);
-    m_agent->setConfiguration(configuration);
-    m_agent->checkProxy();
-    QVERIFY(m_agent->initConnection());
-    QTRY_VERIFY(sent(QStringLiteral("PUT checkin 200")) && sent(QStringLiteral("PUT configuration 200")));
-    QTRY_COMPARE(m_agent->replies(), 0);
-}
-
-void DeviceAgentTest::checksInAndReports_data()
-{
-    QTest::addColumn<bool>("encrypted");
-    QTest::newRow("https, self-signed") << true;
-    QTest::newRow("http") << false;
-}
-
-void DeviceAgentTest::checksInAndReports()
-{
-    QFETCH(const bool, encrypted);
-    start(encrypted);
-    connectAgent();
-    const QString mac = QNetworkInterface::interfaceFromName(QStringLiteral("eth0")).hardwareAddress();
-    QCOMPARE(
-        QString::fromUtf8(m_server->body(QStringLiteral("checkin"))),
-        QStringLiteral(R"({"deviceInfo":{"family":"KT","model":"KT964","name":"Ward 3","serial":"7fabc"},)"
-                       R"("firmwareInfo":{"configVer":15,"firmwareVer":"1.0.0","receiverVer":"2.0.0"},)"
-                       R"("networkInfo":{"WiFiIP":"0.0.0.0","WiFiIPType":"dhcp","WiFiMAC":"",)"
-                       R"("ethIP":"10.77.0.10","ethIPType":"dhcp","ethMAC":"%1",)"
-                       R"("ethNetMask":"255.255.255.0"}})")
-            .arg(mac));
-    QCOMPARE(m_server->body(QStringLiteral("configuration")), configuration);
-    QTimerEvent tick(0);
-    QCoreApplication::sendEvent(m_agent.get(), &tick);
-    QTRY_COMPARE(m_server->requests().value(2), QStringLiteral("PUT heartbeat 200"));
-    QVERIFY(m_server->body(QStringLiteral("heartbeat")).isEmpty());
-}
-
-void DeviceAgentTest::doesWhatTheServerSays()
-{
-    start();
-    connectAgent();
-    const QSignalSpy merges(&m_agent->dispatcher(), &MessageDispatcher::mergeRemoteConfig);
-    const QSignalSpy resets(&m_agent->dispatcher(), &MessageDispatcher::ask_resetDevice);
-    const QmdSpool &spool = m_server->spool();
-    spool.add(serial, QStringLiteral("body"), R"({"data": {"heartbeats": "merge nothing"}})");
-    m_agent->heartbeat();
-    QTRY_VERIFY(sent(QStringLiteral("PUT heartbeat 200")) && !m_agent->isBusy());
-    spool.add(serial, QStringLiteral("actions"),
-              R"([{"action": "REBOOT"}, {"action": "GET_CONFIGURATION"}, {"action": "GET_PROFILE"}])");
-    spool.add(serial, QStringLiteral("configuration"), R"({"name": "pushed"})");
-    spool.add(serial, QStringLiteral("profile"), R"({"name": "profile"})");
-    m_agent->heartbeat();
-    QTRY_COMPARE(merges.size(), 2);
-    QCOMPARE(resets.size(), 1);
-    QStringList names;
-    for (const QList<QVariant> &merge : merges)
-        names += merge.first().toJsonObject().value(QLatin1String("name")).toString();
-    names.sort();
-    QCOMPARE(names, (QStringList{QStringLiteral("profile"), QStringLiteral("pushed")}));
-    // The answer to an upload may hold a configuration too.
-    spool.add(serial, QStringLiteral("body"), R"({"data": {"name": "answer"}})");
-    m_agent->putConfiguration();
-    QTRY_COMPARE(merges.size(), 3);
-}
-
-void DeviceAgentTest::survivesFaults_data()
-{
-    QTest::addColumn<QmdServer::Mode>("mode");
-    for (const auto mode : {QmdServer::Mode::Slow, QmdServer::Mode::Error, QmdServer::Mode::Cut,
-                            QmdServer::Mode::Rubbish, QmdServer::Mode::Huge, QmdServer::Mode::Redirect})
-        QTest::addRow("%d", static_cast<int>(mode)) << mode;
-}
-
-void DeviceAgentTest::survivesFaults()
-{
-    QFETCH(const QmdServer::Mode, mode);
-    start();
-    connectAgent();
-    m_server->setRedirect(QUrl(m_url.toString() + QLatin1String("/elsewhere")));
-    m_server->setDelay(10);
-    m_server->setMode(mode);
-    m_server->spool().add(serial, QStringLiteral("actions"), R"([{"action": "REBOOT"}])");
-    const QSignalSpy resets(&m_agent->dispatcher(), &MessageDispatcher::ask_resetDevice);
-    for (int i = 0; i < 3; ++i) {
-        m_agent->heartbeat();
-        m_agent->getConfiguration();
-        QTRY_COMPARE(m_agent->replies(), 0);
-    }
-    // What was queued has come once, at the latest when the server is itself again.
-    m_server->setMode(QmdServer::Mode::Normal);
-    m_agent->heartbeat();
-    QTRY_VERIFY(!m_agent->isBusy());
-    QCOMPARE(resets.size(), 1);
-    QVERIFY(m_server->requests().filter(QStringLiteral("?")).isEmpty());
-    // Nobody there at all.
-    m_server->close();
-    m_server.reset();
-    m_agent->heartbeat();
-    QTRY_COMPARE(m_agent->replies(), 0);
-}
-
-void DeviceAgentTest::hasOneRequestOfAKindUnderWay()
-{
-    start();
-    connectAgent();
-    m_server->setMode(QmdServer::Mode::Silent);
-    for (int i = 1; i <= 5; ++i) {
-        m_agent->heartbeat();
-        m_agent->getProfile();
-        QTRY_VERIFY(sent(QStringLiteral("PUT heartbeat 0"), i));
-        QTRY_COMPARE(m_agent->replies(), 2);
-    }
-    QTRY_VERIFY(sent(QStringLiteral("GET profileConfiguration 0")));
-    m_agent->enableComunication(false);
-    QVERIFY(!m_agent->initConnection());
-    QTRY_COMPARE(m_agent->replies(), 0);
-    m_agent->enableComunication(true);
-    m_server->setMode(QmdServer::Mode::Slow);
-    m_server->setDelay(100);
-    m_agent->initConnection();
-    for (int i = 0; i < 100000; ++i)
-        m_agent->getConfiguration();
-    QTRY_VERIFY(sent(QStringLiteral("GET configuration 200"), 2) && !m_agent->isBusy());
-}
-
-void DeviceAgentTest::connectsWhereSomethingHasChanged()
-{
-    start();
-    QVERIFY(!m_agent->initConnection());
-    m_agent->setURL(QUrl(QStringLiteral("Unknown")));
-    QVERIFY(m_agent->initConnection()); // to nobody
-    m_agent->heartbeat();
-    QVERIFY(!m_agent->isBusy());
-    connectAgent();
-    m_agent->setURL(m_url);
-    m_agent->enableComunication(true);
-    QVERIFY(!m_agent->initConnection());
-
-    m_agent->enableComunication(false);
-    const quint64 before = Log::ring().since(0).entries.size();
-    QVERIFY(!m_agent->initConnection());
-    QCOMPARE(Log::ring().since(before).entries.value(0).text, QStringLiteral("QMD module stopped"));
-    const QStringList requests = m_server->requests();
-    m_agent->heartbeat();
-    m_agent->putConfiguration();
-    m_agent->getConfiguration();
-    m_agent->getProfile();
-    QVERIFY(!m_agent->isBusy());
-    QCOMPARE(m_server->requests(), requests);
-
-    m_agent->setConfiguration(QByteArray());
-    m_agent->enableComunication(true);
-    QVERIFY(m_agent->initConnection());
-    QTRY_VERIFY(sent(QStringLiteral("PUT checkin 200"), 2) && !m_agent->isBusy());
-    QVERIFY(sent(QStringLiteral("PUT configuration 200")));
-}
 
 QTEST_GUILESS_MAIN(DeviceAgentTest)
 #include "deviceagenttest.moc"

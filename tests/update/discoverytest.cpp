@@ -4,8 +4,8 @@
 #include "update/terminalservermodule.h"
 
 #include "lab-peers/corvidserver.h"
+#include "onlyinnamespace.h"
 
-#include <QNetworkInterface>
 #include <QNetworkProxy>
 #include <QProcess>
 #include <QSignalSpy>
@@ -16,10 +16,10 @@ namespace {
 
 using ServerMap = QMap<QString, QHostAddress>;
 
-const QHostAddress first(QStringLiteral("10.77.0.21"));
-const QHostAddress second(QStringLiteral("10.77.0.22"));
-const QString office = QStringLiteral("Office");
-const QString ward = QStringLiteral("Ward 3");
+const QHostAddress first("10.77.0.21");
+const QHostAddress second("10.77.0.22");
+const QString office = "Office";
+const QString ward = "Ward 3";
 
 int find(TerminalServerModule &endpoint)
 {
@@ -33,7 +33,7 @@ ServerMap found(TerminalServerModule &endpoint)
 {
     QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
     if (find(endpoint) != 0 || !ended.wait())
-        return {{QStringLiteral("no discovery"), QHostAddress()}};
+        return {{"no discovery", QHostAddress()}};
     return ended.at(0).at(0).value<ServerMap>();
 }
 
@@ -47,128 +47,65 @@ class DiscoveryTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void surveysTheInterfaces();
-    void asksTheSubnetOnce();
-    void keepsTheFirstAnswerForAName();
-    void survivesGarbage();
-    void forgetsWhatAnEarlierDiscoveryFound();
-    void takesAnswersDuringADiscoveryOnly();
-    void goesOnWithoutItsPort();
-    void failsWithoutABroadcastAddress();
+    void initTestCase()
+    {
+        qRegisterMetaType<QHostAddress>();
+        qRegisterMetaType<ServerMap>("QMap<QString,QHostAddress>");
+    }
+
+    void asksTheSubnetOnce()
+    {
+        CorvidServer server;
+        server.addServer(office, first);
+        QVERIFY(server.listen());
+        const QSignalSpy asked(&server, &CorvidServer::requestReceived);
+        // No proxy carries datagrams; one that is in force for all else does not matter.
+        QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, "10.77.0.99", 3128});
+        TerminalServerModule endpoint;
+        QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+        QCOMPARE(found(endpoint), ServerMap({{office, first}}));
+        QCOMPARE(asked.size(), 1);
+        QCOMPARE(asked.at(0).at(3).value<QHostAddress>(), QHostAddress("10.77.0.255"));
+        QCOMPARE(asked.at(0).at(2).toInt(), 1027);
+    }
+
+    void survivesGarbage()
+    {
+        CorvidServer server;
+        server.addServer(office, first);
+        QByteArray lying = serverListReply({{ward, second}});
+        lying.replace(16, 4, QByteArray(4, '\xff'));
+        for (const QByteArray &bytes : {QByteArray(), QByteArray("x"), QByteArray(1036, '\xff'),
+                                        QByteArray(60000, '\xaa'), lying.left(40), lying})
+            server.addRawReply(bytes);
+        server.addServer(office, second); // the first answer for a name counts
+        QVERIFY(server.listen());
+        TerminalServerModule endpoint;
+        QCOMPARE(found(endpoint), ServerMap({{office, first}, {ward, second}}));
+    }
+
+    void forgetsWhatAnEarlierDiscoveryFound()
+    {
+        TerminalServerModule endpoint;
+        const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
+        QCOMPARE(find(endpoint), 0);
+        endpoint.takeTsFindReplies({office}, {first});
+        QCOMPARE(find(endpoint), 0);
+        endpoint.takeTsFindReplies({ward}, {second});
+        QTRY_COMPARE(ended.size(), 1);
+        QCOMPARE(ended.at(0).at(0).value<ServerMap>(), ServerMap({{ward, second}}));
+        QCOMPARE(found(endpoint), ServerMap());
+    }
+
+    void failsWithoutABroadcastAddress()
+    {
+        QCOMPARE(QProcess::execute("ip", {"addr", "flush", "dev", "eth0"}), 0);
+        TerminalServerModule endpoint;
+        const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
+        QCOMPARE(find(endpoint), 1);
+        QTRY_COMPARE(ended.size(), 1); // whoever waits for the answer gets one
+    }
 };
-
-void DiscoveryTest::initTestCase()
-{
-    if (qgetenv("KT_LAB_NAMESPACE") != "inside")
-        QSKIP("broadcasts belong into the lab's network namespace");
-    qRegisterMetaType<QHostAddress>();
-    qRegisterMetaType<ServerMap>("QMap<QString,QHostAddress>");
-}
-
-void DiscoveryTest::surveysTheInterfaces()
-{
-    QString ip;
-    QString netmask;
-    QString mac;
-    QList<QString> broadcasts;
-    TerminalServerModule::getNetworkInfo(&ip, &netmask, &mac, &broadcasts);
-    // lab0 stands before eth0 and has no broadcast address.
-    QCOMPARE(ip, first.toString());
-    QCOMPARE(netmask, QStringLiteral("255.255.255.255"));
-    QCOMPARE(mac, QNetworkInterface::interfaceFromName(QStringLiteral("lab0")).hardwareAddress());
-    QCOMPARE(broadcasts, QList<QString>({QStringLiteral("10.77.0.255")}));
-    TerminalServerModule::getNetworkInfo(nullptr, nullptr, nullptr, nullptr);
-}
-
-void DiscoveryTest::asksTheSubnetOnce()
-{
-    CorvidServer server;
-    server.addServer(office, first);
-    QVERIFY(server.listen());
-    const QSignalSpy asked(&server, &CorvidServer::requestReceived);
-    // No proxy carries datagrams; one that is in force for all else does not matter.
-    QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, QStringLiteral("10.77.0.99"), 3128});
-    TerminalServerModule endpoint;
-    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
-    QCOMPARE(found(endpoint), ServerMap({{office, first}}));
-    QCOMPARE(asked.size(), 1);
-    QCOMPARE(asked.at(0).at(3).value<QHostAddress>(), QHostAddress(QStringLiteral("10.77.0.255")));
-    QCOMPARE(asked.at(0).at(2).toInt(), 1027);
-}
-
-void DiscoveryTest::keepsTheFirstAnswerForAName()
-{
-    CorvidServer server;
-    server.addServer(office, first);
-    server.addServer(ward, first);
-    server.addServer(ward, second);
-    server.addServer(QStringLiteral("ward 3"), second);
-    QVERIFY(server.listen());
-    TerminalServerModule endpoint;
-    QCOMPARE(found(endpoint),
-             ServerMap({{office, first}, {ward, first}, {QStringLiteral("ward 3"), second}}));
-}
-
-void DiscoveryTest::survivesGarbage()
-{
-    CorvidServer server;
-    server.addServer(office, first);
-    QByteArray lying = serverListReply({{ward, second}});
-    lying.replace(16, 4, QByteArray(4, '\xff'));
-    for (const QByteArray &bytes : {QByteArray(), QByteArray("x"), QByteArray(1036, '\xff'),
-                                    QByteArray(60000, '\xaa'), lying.left(40), lying})
-        server.addRawReply(bytes);
-    QVERIFY(server.listen());
-    TerminalServerModule endpoint;
-    QCOMPARE(found(endpoint), ServerMap({{office, first}, {ward, second}}));
-}
-
-void DiscoveryTest::forgetsWhatAnEarlierDiscoveryFound()
-{
-    TerminalServerModule endpoint;
-    const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
-    QCOMPARE(find(endpoint), 0);
-    endpoint.takeTsFindReplies({office}, {first});
-    QCOMPARE(find(endpoint), 0);
-    endpoint.takeTsFindReplies({ward}, {second});
-    QTRY_COMPARE(ended.size(), 1);
-    QCOMPARE(ended.at(0).at(0).value<ServerMap>(), ServerMap({{ward, second}}));
-    QCOMPARE(found(endpoint), ServerMap());
-}
-
-void DiscoveryTest::takesAnswersDuringADiscoveryOnly()
-{
-    TerminalServerModule endpoint;
-    const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
-    find(endpoint);
-    endpoint.takeServer();
-    endpoint.takeTsFindReplies({office}, {first});
-    endpoint.takeServer();
-    QCOMPARE(ended.at(1).at(0).value<ServerMap>(), ServerMap());
-}
-
-void DiscoveryTest::goesOnWithoutItsPort()
-{
-    QUdpSocket other;
-    QVERIFY(other.bind(QHostAddress(QHostAddress::Any), 1027));
-    TerminalServerModule endpoint;
-    const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
-    find(endpoint);
-    QTRY_COMPARE(ended.size(), 1);
-}
-
-void DiscoveryTest::failsWithoutABroadcastAddress()
-{
-    QCOMPARE(QProcess::execute(QStringLiteral("ip"),
-                               {QStringLiteral("addr"), QStringLiteral("flush"), QStringLiteral("dev"),
-                                QStringLiteral("eth0")}),
-             0);
-    TerminalServerModule endpoint;
-    const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
-    QCOMPARE(find(endpoint), 1);
-    QTRY_COMPARE(ended.size(), 1); // whoever waits for the answer gets one
-}
 
 QTEST_GUILESS_MAIN(DiscoveryTest)
 #include "discoverytest.moc"

@@ -4,6 +4,7 @@
 #include "update/wireformat.h"
 
 #include "lab-peers/corvidwire.h"
+#include "testtable.h"
 
 #include <QTest>
 
@@ -14,8 +15,8 @@ constexpr int entrySize = 68;
 
 QByteArray twoServers()
 {
-    return serverListReply({{QStringLiteral("Reception"), QHostAddress(QStringLiteral("10.77.0.21"))},
-                            {QString(32, QChar(0x17b)), QHostAddress(QStringLiteral("200.1.2.3"))}});
+    return serverListReply(
+        {{"Reception", QHostAddress("10.77.0.21")}, {QString(32, QChar(0x17b)), QHostAddress("200.1.2.3")}});
 }
 
 } // namespace
@@ -26,74 +27,64 @@ class WireFormatTest : public QObject
     Q_OBJECT
 
 private slots:
-    void asksForServers();
-    void readsNamesAndAddresses();
-    void believesNoCount_data();
-    void believesNoCount();
-    void passesOverOtherDatagrams_data();
-    void passesOverOtherDatagrams();
+    void asksForServers()
+    {
+        const QByteArray head("\0\0\0\0\xff\xff\0\0\x03\0\0\0", 12);
+        QCOMPARE(WireFormat::discoveryRequest(), head + QByteArray(128, '\0'));
+    }
+
+    void readsNamesAndAddresses()
+    {
+        QByteArray datagram = twoServers();
+        // What stands behind the end of a name is not part of it.
+        datagram[headerSize + 2 * 10] = 'x';
+        const auto list = WireFormat::decodeServerList(datagram + "behind");
+        QVERIFY(list);
+        QCOMPARE(list->names, QStringList({"Reception", QString(32, QChar(0x17b))}));
+        QCOMPARE(list->addresses,
+                 QList<QHostAddress>({QHostAddress("10.77.0.21"), QHostAddress("200.1.2.3")}));
+    }
+
+    void believesNoCount_data()
+    {
+        const TestTable<QByteArray, int, int> table("count", "size", "entries");
+        const int whole = headerSize + 2 * entrySize;
+        table.row("fewer", QByteArray("\1\0\0\0", 4), whole, 1);
+        table.row("none", QByteArray(4, '\0'), whole, 0);
+        table.row("more", QByteArray("\3\0\0\0", 4), whole, 2);
+        table.row("negative", QByteArray(4, '\xff'), whole, 2);
+        table.row("overflow", QByteArray("\xc4\xc3\xc3\x03", 4), whole, 2); // times 68 is 16
+        table.row("cut in an entry", QByteArray("\2\0\0\0", 4), whole - 1, 1);
+        table.row("no entry", QByteArray("\2\0\0\0", 4), headerSize, 0);
+        table.row("cut in the count", QByteArray("\5\0\0\0", 4), headerSize - 1, 0);
+    }
+
+    void believesNoCount()
+    {
+        QFETCH(const QByteArray, count);
+        QFETCH(const int, size);
+        QFETCH(const int, entries);
+        const auto list = WireFormat::decodeServerList(twoServers().replace(16, 4, count).left(size));
+        QVERIFY(list);
+        QCOMPARE(list->names.size(), entries);
+        QCOMPARE(list->addresses.size(), entries);
+    }
+
+    void passesOverOtherDatagrams_data()
+    {
+        const TestTable<QByteArray> table("datagram");
+        table.row("empty", QByteArray());
+        table.row("cut header", twoServers().left(15));
+        table.row("a command's magic", twoServers().replace(12, 1, QByteArray(1, '\0')));
+        table.row("magic in network order", twoServers().replace(12, 4, QByteArray("\xaa\x55\0\3", 4)));
+    }
+
+    void passesOverOtherDatagrams()
+    {
+        QFETCH(const QByteArray, datagram);
+        QVERIFY(!WireFormat::decodeServerList(datagram));
+    }
 };
-
-void WireFormatTest::asksForServers()
-{
-    const QByteArray head("\0\0\0\0\xff\xff\0\0\x03\0\0\0", 12);
-    QCOMPARE(WireFormat::discoveryRequest(), head + QByteArray(128, '\0'));
-}
-
-void WireFormatTest::readsNamesAndAddresses()
-{
-    QByteArray datagram = twoServers();
-    // What stands behind the end of a name is not part of it.
-    datagram[headerSize + 2 * 10] = 'x';
-    const auto list = WireFormat::decodeServerList(datagram + "behind");
-    QVERIFY(list);
-    QCOMPARE(list->names, QStringList({QStringLiteral("Reception"), QString(32, QChar(0x17b))}));
-    QCOMPARE(list->addresses,
-             QList<QHostAddress>(
-                 {QHostAddress(QStringLiteral("10.77.0.21")), QHostAddress(QStringLiteral("200.1.2.3"))}));
-}
-
-void WireFormatTest::believesNoCount_data()
-{
-    QTest::addColumn<QByteArray>("count");
-    QTest::addColumn<int>("size");
-    QTest::addColumn<int>("entries");
-    const int whole = headerSize + 2 * entrySize;
-    QTest::newRow("fewer") << QByteArray("\1\0\0\0", 4) << whole << 1;
-    QTest::newRow("none") << QByteArray(4, '\0') << whole << 0;
-    QTest::newRow("more") << QByteArray("\3\0\0\0", 4) << whole << 2;
-    QTest::newRow("negative") << QByteArray(4, '\xff') << whole << 2;
-    QTest::newRow("overflow") << QByteArray("\xc4\xc3\xc3\x03", 4) << whole << 2; // times 68 is 16
-    QTest::newRow("cut in an entry") << QByteArray("\2\0\0\0", 4) << whole - 1 << 1;
-    QTest::newRow("no entry") << QByteArray("\2\0\0\0", 4) << headerSize << 0;
-    QTest::newRow("cut in the count") << QByteArray("\5\0\0\0", 4) << headerSize - 1 << 0;
-}
-
-void WireFormatTest::believesNoCount()
-{
-    QFETCH(const QByteArray, count);
-    QFETCH(const int, size);
-    QFETCH(const int, entries);
-    const auto list = WireFormat::decodeServerList(twoServers().replace(16, 4, count).left(size));
-    QVERIFY(list);
-    QCOMPARE(list->names.size(), entries);
-    QCOMPARE(list->addresses.size(), entries);
-}
-
-void WireFormatTest::passesOverOtherDatagrams_data()
-{
-    QTest::addColumn<QByteArray>("datagram");
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("cut header") << twoServers().left(15);
-    QTest::newRow("a command's magic") << twoServers().replace(12, 1, QByteArray(1, '\0'));
-    QTest::newRow("magic in network order") << twoServers().replace(12, 4, QByteArray("\xaa\x55\0\3", 4));
-}
-
-void WireFormatTest::passesOverOtherDatagrams()
-{
-    QFETCH(const QByteArray, datagram);
-    QVERIFY(!WireFormat::decodeServerList(datagram));
-}
 
 QTEST_APPLESS_MAIN(WireFormatTest)
 #include "wireformattest.moc"

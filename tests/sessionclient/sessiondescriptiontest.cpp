@@ -23,7 +23,7 @@ static ParsedConnection parseWith(const char *from, const char *to)
     return parseConnection(document.replace(from, to));
 }
 
-class TestSessionDescription : public QObject
+class SessionDescriptionTest : public QObject
 {
     Q_OBJECT
 
@@ -132,5 +132,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestSessionDescription)
-#include "test_session_description.moc"
+QTEST_GUILESS_MAIN(SessionDescriptionTest)
+#include "sessiondescriptiontest.moc"

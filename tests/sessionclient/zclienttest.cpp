@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "session/reasonwindow.h"
+#include "runningprocess.h"
 #include "standin.h"
 #include "testtable.h"
 
@@ -19,7 +20,7 @@ static QJsonObject statusOf(const StandIn &standIn)
 }
 
 // The whole program, started as the launcher starts it.
-class TestZClient : public QObject
+class ZClientTest : public QObject
 {
     Q_OBJECT
 
@@ -123,12 +124,7 @@ private slots:
         QVERIFY(m_client->waitForFinished(10000));
         const int status = number == SIGKILL ? 0 : reasonRow(EndReason::Stopped).status;
         QCOMPARE(statusOf(standIn).value("status").toInt(), status);
-        const QString process = QString("/proc/%1/cmdline").arg(standIn.read("pid").toInt());
-        const auto commandLine = [&process] { // a zombie has none
-            QFile file(process);
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        };
-        QTRY_COMPARE(commandLine(), QByteArray());
+        QTRY_VERIFY(!isRunning(standIn.read("pid").toInt()));
     }
 
     void statusThatCannotBeWritten()
@@ -151,11 +147,6 @@ private slots:
         QVERIFY(timer != nullptr && timer->isActive());
         timer->setInterval(1);
         QTRY_VERIFY(!window.isVisible());
-
-        ReasonWindow second({EndReason::LogonRejected, QString(), {}});
-        second.show();
-        QTest::mouseClick(second.findChild<QPushButton *>("closeButton"), Qt::LeftButton);
-        QVERIFY(!second.isVisible());
     }
 
 private:
@@ -178,5 +169,5 @@ private:
     std::unique_ptr<QProcess> m_client;
 };
 
-QTEST_MAIN(TestZClient)
-#include "test_zclient.moc"
+QTEST_MAIN(ZClientTest)
+#include "zclienttest.moc"
