@@ -5,13 +5,14 @@
 
 JOBS ?= $(shell nproc)
 
-.PHONY: help demo check bench fuzz build packages release debug sanitize format clean
+.PHONY: help demo check bench fuzz mutants build packages release debug sanitize format clean
 
 help:
 	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
 	@echo "make check   build and run every test, plainly and with the sanitizers"
 	@echo "make bench   measure start-up, memory, long lists, consoles, the agent and firmware transfers"
 	@echo "make fuzz    fuzz every decoder of what arrives, FUZZ_SECONDS (60) each"
+	@echo "make mutants make small mistakes one at a time and tell which of them no test notices"
 	@echo "make build   build the release binaries in build/release/bin"
 	@echo "make format  bring all sources into the house's format"
 
@@ -40,6 +41,9 @@ fuzz:
 	cmake --preset fuzz
 	cmake --build --preset fuzz --parallel $(JOBS)
 	tests/fuzz/run build/fuzz
+
+mutants: packages
+	JOBS=$(JOBS) tests/mutants/run
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
