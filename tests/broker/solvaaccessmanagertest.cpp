@@ -57,10 +57,8 @@ private slots:
         const TestTable<BrokerServer::Mode, bool, int> table("mode", "encrypted", "count");
         table.row("https", BrokerServer::Mode::Normal, true, 2);
         table.row("http", BrokerServer::Mode::Normal, false, 2);
-        table.row("slow", BrokerServer::Mode::Slow, true, 2);
         table.row("huge", BrokerServer::Mode::Huge, true, 10000);
         table.row("empty", BrokerServer::Mode::Empty, true, 0);
-        table.row("no line ends", BrokerServer::Mode::NoLineEnds, true, 1);
     }
 
     void desktopsOfAUser()
@@ -156,18 +154,6 @@ private slots:
         QVERIFY(broker.requests().size() <= 3);
     }
 
-    void earlierCredentialsAreForgotten()
-    {
-        Broker broker;
-        SolvaAccessManager manager;
-        QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
-        manager.getSolvaServers(broker.address(), userName, password, QString());
-        QTRY_COMPARE(replies.size(), 1);
-        manager.getSolvaServers(broker.address(), userName, "x", QString());
-        QTRY_COMPARE(replies.size(), 2);
-        QCOMPARE(replies.last().first().toString(), SolvaAccessManager::credentialsRefused);
-    }
-
     void newLogOnReplacesTheOldOne()
     {
         Broker slow(false);
@@ -185,17 +171,6 @@ private slots:
         }
         QTRY_COMPARE(replies, QList<QVariantList>{{SolvaAccessManager::noError}});
         QCOMPARE(names(manager), QStringList{"Accounts"});
-    }
-
-    void endsWithALogOnUnderWay()
-    {
-        Broker broker;
-        broker.setMode(BrokerServer::Mode::Slow);
-        auto manager = std::make_unique<SolvaAccessManager>();
-        QSignalSpy replies(manager.get(), &SolvaAccessManager::sendReply);
-        manager->getSolvaServers(broker.address(), userName, password, QString());
-        manager.reset();
-        QCOMPARE(replies.size(), 0);
     }
 
     void secretsArePrintedAndNotLogged()

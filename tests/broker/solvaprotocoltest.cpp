@@ -73,32 +73,6 @@ private slots:
                  SolvaProtocol::desktopLimit);
         QCOMPARE(SolvaProtocol::desktopNames("name:" + QByteArray(8000000, 'x') + "\nname:b").size(), 1);
     }
-
-    void arguments()
-    {
-        SolvaProtocol::Session session;
-        session.address = "https://broker:8443/";
-        session.desktop = "Ward 3";
-        session.user = "ann@ward";
-        session.password = "a b%2";
-        session.applicationDir = "C:\\";
-        session.dualDisplayPosition = "right";
-        const QString always = "-c|--server=broker|--protocol=ZMP|--desktop=Ward 3|"
-                               "--username=ann@ward|--password=a b%2|--experience=|"
-                               "--keyboard-layout=";
-        const auto told = [&session] {
-            return SolvaProtocol::connectionArguments(session).join('|');
-        };
-        QCOMPARE(told(), always);
-        session.application = "calc";
-        session.dualDisplay = true;
-        QCOMPARE(told(),
-                 always
-                     + "|--application=calc|--application-dir=C:\\|--use-smsc-sda|"
-                       "--sda-position=right");
-        session.applicationDir.clear();
-        QVERIFY(!told().contains("--application-dir"));
-    }
 };
 
 QTEST_GUILESS_MAIN(SolvaProtocolTest)

@@ -22,18 +22,6 @@ private slots:
         QCOMPARE(Compatibility::checkObjects(remote, local), compatible);
     }
 
-    void goesAsDeepAsTheParser()
-    {
-        const auto nested = [](const char *innermost) {
-            constexpr int depth = 1024;
-            return QJsonDocument::fromJson(QByteArray("{\"a\":").repeated(depth) + innermost
-                                           + QByteArray("}").repeated(depth))
-                .object();
-        };
-        QVERIFY(!nested("1").isEmpty());
-        QVERIFY(Compatibility::checkObjects(nested("1"), nested("2")));
-        QVERIFY(!Compatibility::checkObjects(nested("1"), nested("\"\"")));
-    }
 };
 
 QTEST_APPLESS_MAIN(CompatibilityTest)

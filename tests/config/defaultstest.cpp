@@ -21,14 +21,6 @@ NetworkProperty addressed(const char *type)
     return property;
 }
 
-WifiItem scanned(const char *essid, const char *security, const char *encryption)
-{
-    WifiItem item(QString::fromLatin1(essid));
-    item.security = QLatin1String(security);
-    item.encrypt = QLatin1String(encryption);
-    return item;
-}
-
 } // namespace
 
 /// The factory document.
@@ -73,37 +65,28 @@ private slots:
         QTEST(text(Defaults::wiredInterface(present, addressed(type))), "expected");
     }
 
-    void wirelessInterface_data()
+    void takesTheSecurityOfWirelessFromTheScan()
     {
-        const TestTable<QByteArray, QByteArray, QStringList> table("type", "essid", "expected");
-        const auto row = [&table](const char *name, const char *type, const char *essid,
-                                  const char *expected) {
-            table.row(name, QByteArray(type), QByteArray(essid), QString::fromLatin1(expected).split('|'));
-        };
-        row("static", "static", "one", "true|one|false|personal|ccmp|static|10.0.0.5|255.255.255.0|10.0.0.1");
-        row("the later of two", "dhcp", "two", "true|two|false|open||dhcp|||");
-        row("not in the scan", "dhcp", "One", "true|One|true|open|auto|dhcp|||");
-        row("neither dhcp nor static", "auto", "one", "true|one|false|personal|ccmp|dhcp|||");
-        row("absent", "static", nullptr, "false||false|open|auto|dhcp|||");
-    }
-
-    void wirelessInterface()
-    {
-        QFETCH(const QByteArray, type);
-        QFETCH(const QByteArray, essid);
         Defaults::NetworkState state;
-        state.wirelessPresent = !essid.isNull();
-        state.wireless = addressed(type);
-        state.wireless.setEssid(QString::fromLatin1(essid));
-        state.scan = {scanned("two", "enterprise", "auto"), scanned("one", "personal", "ccmp"),
-                      scanned("two", "open", "")};
-        const QJsonObject wlan = Defaults::wirelessInterface(state);
-        QStringList values;
-        for (const char *key : {"enabled", "ssid", "hidden ssid", "security", "encryption", "type",
-                                "IP address", "network mask", "default gateway"})
-            values += wlan.value(QLatin1String(key)).toVariant().toString();
-        QTEST(values, "expected");
-        QCOMPARE(wlan.size(), 17);
+        state.wirelessPresent = true;
+        state.wireless = addressed("static");
+        state.wireless.setEssid("one");
+        WifiItem seen("one");
+        seen.security = "personal";
+        seen.encrypt = "ccmp";
+        state.scan = {WifiItem("two"), seen};
+        const auto values = [&state] {
+            const QJsonObject wlan = Defaults::wirelessInterface(state);
+            QStringList result;
+            for (const char *key : {"enabled", "ssid", "hidden ssid", "security", "encryption", "IP address"})
+                result += wlan.value(QLatin1String(key)).toVariant().toString();
+            return result.join('|');
+        };
+        QCOMPARE(values(), "true|one|false|personal|ccmp|10.0.0.5");
+        state.wireless.setEssid("One");
+        QCOMPARE(values(), "true|One|true|open|auto|10.0.0.5");
+        state.wirelessPresent = false;
+        QCOMPARE(values(), "false||false|open|auto|");
     }
 };
 

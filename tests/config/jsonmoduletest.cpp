@@ -28,12 +28,6 @@ class JsonModuleTest : public QObject
     Q_OBJECT
 
 private slots:
-    void standsInTheStateDirectory()
-    {
-        QCOMPARE(JsonModule("config.json", true).filePath(), "/var/lib/kt964/config.json");
-        QCOMPARE(JsonModule("x/y.json", false).filePath(), "x/y.json");
-    }
-
     void leavesExactlyTheLastContent()
     {
         const QString path = m_folder.filePath("last.json");
@@ -140,17 +134,6 @@ private slots:
         QCOMPARE(contentOf(path), before);
         QVERIFY(module.writeContent());
         QCOMPARE(contentOf(path).size(), before.size() + 4900);
-    }
-
-    void tellsWhenItCannotWrite()
-    {
-        JsonModule inNoFolder(m_folder.filePath("none/config.json"), false);
-        QVERIFY(!inNoFolder.setObject(holding(1)));
-        QCOMPARE(inNoFolder.getDocument().object(), holding(1));
-        JsonModule folder(m_folder.path(), false);
-        QVERIFY(!folder.setObject(holding(1)));
-        folder.readContent();
-        QVERIFY(folder.getDocument().object().isEmpty());
     }
 
 private:

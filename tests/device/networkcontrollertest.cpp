@@ -37,17 +37,11 @@ private slots:
 
     void runsOneCommandLine_data()
     {
+        // One of each kind: with the document, without it, as root, and another tool.
         const TestTable<Command, QStringList> table("command", "calls");
         table.row("setNetworkConfig", &NetworkController::setNetworkConfig,
                   {"kt-network-config set-config A ROOT/var/lib/kt964/config.json"});
-        table.row("autoconnect", &NetworkController::autoconnect,
-                  {"kt-network-config autoconnect A ROOT/var/lib/kt964/config.json"});
         table.row("connectWired", &NetworkController::connectWired, {"kt-network-config connect-ethernet A"});
-        table.row("disableWired", &NetworkController::disableWiredInterface,
-                  {"kt-network-config turn-off-wired A"});
-        table.row("enableWired", &NetworkController::enableWiredInterface,
-                  {"kt-network-config turn-on-wired A"});
-        table.row("disconnect", &NetworkController::disconnect, {"kt-network-config disconnect-ethernet A"});
         table.row(
             "disconnectWifi", &NetworkController::disconnectWifi,
             {"sudo ROOT/usr/bin/kt-network-config disconnect-wifi A", "kt-network-config disconnect-wifi A"});
@@ -63,21 +57,6 @@ private slots:
         NetworkController network;
         (network.*command)();
         QCOMPARE(m_device->calls(), calls);
-    }
-
-    void setsAnAddress()
-    {
-        const QString eth0 = "eth0";
-        const QString address = "10.77.0.10";
-        NetworkController network;
-        network.setIpConfigure(eth0, address, 24, false, QString());
-        network.setIpConfigure(eth0, address, 24, true, "10.77.0.255");
-        network.setIpConfigure(eth0, "1; reboot", 24, true, "$(reboot)");
-        QCOMPARE(m_device->calls("kt-ip-settings"),
-                 QStringList({"kt-ip-settings -d eth0 10.77.0.10 24",
-                              "kt-ip-settings -a eth0 10.77.0.10 24 10.77.0.255",
-                              "kt-ip-settings -a eth0 '1; reboot' 24 '$(reboot)'"}));
-        QCOMPARE(m_device->calls("sudo").size(), 3);
     }
 
     void takesTheBareWordForTrue_data()
@@ -109,28 +88,6 @@ private slots:
         NetworkProperty property;
         QVERIFY(!network.isWiredUp() && network.getNetworkByInterface("eth0", property));
         QCOMPARE(m_device->calls(), QStringList());
-    }
-
-    void readsTheInterface()
-    {
-        NetworkController network;
-        NetworkProperty property;
-        property.setIp("kept");
-        QVERIFY(!network.getNetworkByInterface("eth1", property));
-        QCOMPARE(property.ip(), "kept");
-        QCOMPARE(m_device->calls(), QStringList());
-
-        answer("get-wlan0-parameters",
-               R"({"values": {"ip address": "10.1.0.7", "gateway address": "from the tool",
-                                                  "netmask address": "255.255.0.0", "type": "static"}})");
-        m_device->write("/etc/resolv.conf", "search ward.example\nnameserver\t10.1.0.2\r\n");
-        QVERIFY(network.getNetworkByInterface("wlan0", property));
-        QCOMPARE(property.ip(), "10.1.0.7");
-        QCOMPARE(property.netmask(), "255.255.0.0");
-        QCOMPARE(property.typeIp(), "static");
-        QCOMPARE(property.gateway(), "10.77.0.1"); // the routing table's
-        QCOMPARE(property.dns1(), "10.1.0.2");
-        QCOMPARE(m_device->calls(), QStringList({"kt-network-config get-wlan0-parameters A", "route -n"}));
     }
 
     void readsTheAccessPoint()
@@ -179,19 +136,6 @@ private slots:
         QList<WifiItem> scan;
         network.GetWifiNetworkList(scan);
         QVERIFY(scan.isEmpty());
-    }
-
-    void takesTheFirstRouteAsGateway()
-    {
-        const QString heading = "Kernel IP routing table\nDestination Gateway Genmask\n";
-        const auto gateway = [](const QString &routes) {
-            return NetworkController::gatewayFromRoutes(routes);
-        };
-        QCOMPARE(gateway(heading + "0.0.0.0   10.0.0.1 \t 0.0.0.0 UG\n10.0.0.0 0.0.0.0\n"), "10.0.0.1");
-        QCOMPARE(gateway(heading + "10.8.0.0 10.0.0.9 255.0.0.0\n"), "10.0.0.9");
-        QCOMPARE(gateway(heading + "0.0.0.0\n0.0.0.0 10.0.0.1\n"), QString());
-        QCOMPARE(gateway(heading), QString());
-        QCOMPARE(gateway("a b\nc d"), QString());
     }
 
     void readsTwoNameServers()
@@ -305,11 +249,6 @@ private slots:
         QTRY_COMPARE(ended.size(), 2);
         QCOMPARE(ended.at(1).at(0).toBool(), true);
         QCOMPARE(network.wifiResult(), NetworkController::Connected);
-
-        // A join that is under way ends with its controller.
-        m_device->setTool("/usr/bin/kt-check-wifi", "exec sleep 600");
-        NetworkController shortLived;
-        shortLived.connectToWifi("a", QString(), false);
     }
 
 private:

@@ -3,7 +3,6 @@
 
 #include "models/itemmodel.h"
 
-#include <QFont>
 #include <QtTest>
 
 namespace {
@@ -31,25 +30,6 @@ class ItemModelTest : public QObject
     Q_OBJECT
 
 private slots:
-
-    void ignoresColumnsAndChildrenThatAreNotThere()
-    {
-        Item item("a");
-        item.setValue(3, "x");
-        item.setValue(-1, "x");
-        QCOMPARE(item.getValue(3), QString());
-        QCOMPARE(item.getValue(-1), QString());
-        item.removeChild(0);
-        item.swapChild(0, 1);
-        item.appendChild(nullptr);
-        QCOMPARE(item.child(0), nullptr);
-        item.appendChild(new Item("last"), 7);
-        item.insertChild(-4, new Item("first"));
-        QCOMPARE(item.child(0)->getValue(Item::Name), "first");
-        QCOMPARE(item.child(1)->row(), 1);
-        QCOMPARE(item.child(1)->parentItem(), &item);
-    }
-
     void tellsViewsOfEveryChange()
     {
         ItemModel model(3);
@@ -90,18 +70,6 @@ private slots:
         QCOMPARE(model.topLevelItem(1)->getValue(Item::Address), "10.0.0.9");
         model.overwriteChild(row("b", ItemType::group));
         QCOMPARE(model.rowCount(), 4);
-    }
-
-    void showsItalicsAndHeadings()
-    {
-        ItemModel model(1);
-        model.appendChild(new Item("\tSearching...", nullptr, true, true));
-        model.appendChild(row("server"));
-        QVERIFY(model.index(0, 0).data(Qt::FontRole).value<QFont>().italic());
-        QVERIFY(!model.flags(model.index(0, 0)).testFlag(Qt::ItemIsSelectable));
-        QVERIFY(!model.index(1, 0).data(Qt::FontRole).isValid());
-        QVERIFY(!model.index(1, 0).data(Qt::DecorationRole).isValid());
-        QVERIFY(model.flags(model.index(1, 0)).testFlag(Qt::ItemIsSelectable));
     }
 };
 
