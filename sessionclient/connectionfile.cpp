@@ -73,29 +73,6 @@ private:
     QString *m_fault;
 };
 
-void readDesktop(const MemberReader &desktop, SessionDescription *session)
-{
-    session->width = desktop.number("width", smallestSide, largestSide, 0);
-    session->height = desktop.number("height", smallestSide, largestSide, 0);
-    if (session->width == 0 || session->height == 0)
-        desktop.refuse("desktop", "has no size");
-    session->bitsPerPixel = desktop.number("bitspp", 8, 32, 24);
-    session->secondDisplay = desktop.has("secondary");
-    desktop.object("secondary");
-}
-
-void readServer(const MemberReader &server, SessionDescription *session)
-{
-    session->address = server.text("address");
-    session->logOn = server.flag("auto_logon");
-    session->domain = server.text("domain");
-    session->user = server.text("user");
-    session->password = server.text("password");
-    session->startProgram = server.flag("start_app");
-    session->program = server.text("cmd");
-    session->directory = server.text("path");
-}
-
 QUrl readProxy(const MemberReader &misc)
 {
     const QString text = misc.text("proxy_url");
@@ -103,16 +80,38 @@ QUrl readProxy(const MemberReader &misc)
         return QUrl();
     const QUrl url(text, QUrl::StrictMode);
     if (!url.isValid() || url.scheme() != QLatin1String("http") || url.host().isEmpty())
-        misc.refuse("proxy_url", "is no proxy address");
+        misc.refuse("proxy_url", "is not a proxy address");
     return url;
 }
 
-void readMisc(const MemberReader &misc, SessionDescription *session)
+SessionDescription readSession(const MemberReader &description)
 {
-    session->autoDisconnect = misc.flag("auto_disconnect");
-    session->sound = misc.number("audio", 0, 2, 0) == 1;
-    session->deviceName = misc.text("UserDeviceName");
-    session->proxy = readProxy(misc);
+    SessionDescription session;
+    const MemberReader misc = description.object("misc");
+    session.autoDisconnect = misc.flag("auto_disconnect");
+    session.sound = misc.number("audio", 0, 2, 0) == 1;
+    session.deviceName = misc.text("UserDeviceName");
+    session.proxy = readProxy(misc);
+
+    const MemberReader server = description.object("server");
+    session.address = server.text("address");
+    session.logOn = server.flag("auto_logon");
+    session.domain = server.text("domain");
+    session.user = server.text("user");
+    session.password = server.text("password");
+    session.startProgram = server.flag("start_app");
+    session.program = server.text("cmd");
+    session.directory = server.text("path");
+
+    const MemberReader desktop = description.object("desktop");
+    session.width = desktop.number("width", smallestSide, largestSide, 0);
+    session.height = desktop.number("height", smallestSide, largestSide, 0);
+    if (session.width == 0 || session.height == 0)
+        desktop.refuse("desktop", "has no size");
+    session.bitsPerPixel = desktop.number("bitspp", 8, 32, 24);
+    session.secondDisplay = desktop.has("secondary");
+    desktop.object("secondary"); // only checks the type
+    return session;
 }
 
 } // namespace
@@ -136,17 +135,14 @@ ParsedConnection parseConnection(const QByteArray &document)
     ParsedConnection parsed;
     const QJsonObject root = QJsonDocument::fromJson(document).object();
     if (root.isEmpty())
-        return {SessionDescription(), EndReason::BadFile, QStringLiteral("it is not a JSON object")};
+        return {SessionDescription(), EndReason::BadFile, QStringLiteral("not a JSON object")};
 
-    const MemberReader session = MemberReader(root, &parsed.detail).object("zClient");
-    readMisc(session.object("misc"), &parsed.session);
-    readServer(session.object("server"), &parsed.session);
-    readDesktop(session.object("desktop"), &parsed.session);
+    parsed.session = readSession(MemberReader(root, &parsed.detail).object("zClient"));
     if (!parsed.detail.isEmpty()) {
         parsed.problem = EndReason::BadFile;
     } else if (!isUsableAddress(parsed.session.address)) {
         parsed.problem = EndReason::BadAddress;
-        parsed.detail = QStringLiteral("\"address\" names no server");
+        parsed.detail = QStringLiteral("\"address\" is not a server's address");
     }
     return parsed;
 }
@@ -158,6 +154,6 @@ ParsedConnection readConnectionFile(const QString &path)
         return {SessionDescription(), EndReason::BadFile, file.errorString()};
     const QByteArray document = file.read(largestFile + 1);
     if (document.size() > largestFile)
-        return {SessionDescription(), EndReason::BadFile, QStringLiteral("it is too large")};
+        return {SessionDescription(), EndReason::BadFile, QStringLiteral("too large")};
     return parseConnection(document);
 }

@@ -29,5 +29,5 @@ ParsedConnection readConnectionFile(const QString &path);
 
 bool hasControlCharacter(const QString &text);
 
-/// Returns whether FreeRDP takes the address as that of a server.
+/// Returns whether FreeRDP accepts the address as that of a server.
 bool isUsableAddress(const QString &address);

@@ -32,7 +32,7 @@ enum class EndReason {
     BadAddress
 };
 
-/// Who tells the user about it.
+/// Who explains the end to the user.
 enum class ExplainedBy {
     Nobody,
     Launcher, ///< by its message about a wrong address

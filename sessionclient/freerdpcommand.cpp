@@ -19,42 +19,45 @@ QString bracketed(const QString &host)
     return bareIpv6 ? QStringLiteral("[%1]").arg(host) : host;
 }
 
-/// FreeRDP takes everything after the first colon as the value, so a value cannot become a second option.
-void addValue(QStringList *arguments, const char *option, const QString &value)
+/// FreeRDP reads everything after the first colon as the value, so a value cannot become a second option.
+QStringList option(const char *name, const QString &value)
 {
-    if (!value.isEmpty())
-        arguments->append(QLatin1String(option) + value);
+    return value.isEmpty() ? QStringList() : QStringList(QLatin1String(name) + value);
 }
 
-void addDisplay(QStringList *arguments, const SessionDescription &session)
+QStringList displayOptions(const SessionDescription &session)
 {
-    arguments->append(QStringLiteral("/f"));
+    QStringList options{QStringLiteral("/f")};
     if (session.width > 0)
-        arguments->append(QStringLiteral("/size:%1x%2").arg(session.width).arg(session.height));
-    arguments->append(QStringLiteral("/bpp:%1").arg(session.bitsPerPixel));
+        options += QStringLiteral("/size:%1x%2").arg(session.width).arg(session.height);
+    options += QStringLiteral("/bpp:%1").arg(session.bitsPerPixel);
     if (session.secondDisplay)
-        arguments->append(QStringLiteral("/multimon"));
+        options += QStringLiteral("/multimon");
+    return options;
 }
 
 /// Network-level authentication requires credentials, so it is off when the server shows its log-on screen.
-void addLogOn(QStringList *arguments, const SessionDescription &session)
+QStringList logOnOptions(const SessionDescription &session)
 {
-    if (!logsOn(session)) {
-        arguments->append(QStringLiteral("-sec-nla"));
-        return;
-    }
-    addValue(arguments, "/u:", session.user);
-    addValue(arguments, "/d:", session.domain);
-    arguments->append(QStringLiteral("/from-stdin:force"));
+    if (!logsOn(session))
+        return {QStringLiteral("-sec-nla")};
+    return option("/u:", session.user) + option("/d:", session.domain)
+        + QStringList(QStringLiteral("/from-stdin:force"));
 }
 
-void addSound(QStringList *arguments, const SessionDescription &session, const QString &alsaDevice)
+QStringList programOptions(const SessionDescription &session)
+{
+    if (!session.startProgram)
+        return {};
+    return option("/shell:", session.program) + option("/shell-dir:", session.directory);
+}
+
+QStringList soundOptions(const SessionDescription &session, const QString &alsaDevice)
 {
     if (!session.sound)
-        return;
-    arguments->append(QStringLiteral("/sound"));
-    if (!alsaDevice.isEmpty())
-        arguments->last() += QStringLiteral(":sys:alsa,dev:") + alsaDevice;
+        return {};
+    const QString sound = QStringLiteral("/sound");
+    return {alsaDevice.isEmpty() ? sound : sound + QStringLiteral(":sys:alsa,dev:") + alsaDevice};
 }
 
 /// xfreerdp 2.11 never authenticates to an HTTP proxy, so user name and password are left out.
@@ -79,21 +82,18 @@ QStringList secretsOf(const SessionDescription &session)
 FreeRdpCommand freeRdpCommand(const SessionDescription &session, const QString &alsaDevice)
 {
     FreeRdpCommand command;
-    addValue(&command.arguments, "/v:", bracketed(session.address));
-    addDisplay(&command.arguments, session);
+    command.arguments += option("/v:", bracketed(session.address));
+    command.arguments += displayOptions(session);
     // Servers of a local network use self-signed certificates, and the user cannot verify them. The first
     // certificate is therefore trusted. A different one later is rejected, so that an impostor does not get
     // the password of the automatic log-on.
-    command.arguments.append(QStringLiteral("/cert:tofu"));
-    command.arguments.append(QStringLiteral("/log-level:INFO"));
-    addLogOn(&command.arguments, session);
-    if (session.startProgram) {
-        addValue(&command.arguments, "/shell:", session.program);
-        addValue(&command.arguments, "/shell-dir:", session.directory);
-    }
-    addSound(&command.arguments, session, alsaDevice);
-    addValue(&command.arguments, "/proxy:", proxyValue(session.proxy));
-    addValue(&command.arguments, "/client-hostname:", session.deviceName);
+    command.arguments += QStringLiteral("/cert:tofu");
+    command.arguments += QStringLiteral("/log-level:INFO");
+    command.arguments += logOnOptions(session);
+    command.arguments += programOptions(session);
+    command.arguments += soundOptions(session, alsaDevice);
+    command.arguments += option("/proxy:", proxyValue(session.proxy));
+    command.arguments += option("/client-hostname:", session.deviceName);
     if (logsOn(session))
         command.input = session.password.toUtf8() + '\n';
     command.secrets = secretsOf(session);

@@ -28,7 +28,7 @@ class FreeRdpProcess : public QObject
 
 public:
     static constexpr int terminateLimitMs = 3000; ///< then the process is killed
-    static constexpr int killLimitMs = 2000;      // then its end is no longer awaited
+    static constexpr int killLimitMs = 2000;      ///< then its end is no longer awaited
 
     explicit FreeRdpProcess(QObject *parent = nullptr);
     ~FreeRdpProcess() override;

@@ -56,7 +56,7 @@ int cableCommand()
 {
     LabCommand command(QStringLiteral("cable"),
                        QStringLiteral("Plugs or unplugs the device's network cable."));
-    command.addArgument(QStringLiteral("plug|unplug"), QStringLiteral("What to do."));
+    command.addArgument(QStringLiteral("plug|unplug"), QStringLiteral("The action."));
     command.addRootOption();
     command.process(1, 1);
     const QString action = command.argument(0);
@@ -69,7 +69,7 @@ int wifiCommand()
 {
     LabCommand command(QStringLiteral("wifi"),
                        QStringLiteral("Shows the wireless networks, or changes the device's association."));
-    command.addArgument(QStringLiteral("list|associate|leave"), QStringLiteral("What to do."));
+    command.addArgument(QStringLiteral("list|associate|leave"), QStringLiteral("The action."));
     command.addArgument(QStringLiteral("[SSID]"), QStringLiteral("The network to associate with."));
     command.addOption(QStringLiteral("no-address"),
                       QStringLiteral("Associates, but gives the device no address."));
@@ -92,7 +92,7 @@ int usbCommand()
 {
     LabCommand command(QStringLiteral("usb"),
                        QStringLiteral("Shows the USB devices, plugs one in or unplugs one."));
-    command.addArgument(QStringLiteral("list|plug|unplug"), QStringLiteral("What to do."));
+    command.addArgument(QStringLiteral("list|plug|unplug"), QStringLiteral("The action."));
     command.addArgument(QStringLiteral("[VID:PID]"), QStringLiteral("The device, such as f0a1:0102."));
     command.addRootOption();
     command.process(1, 2);

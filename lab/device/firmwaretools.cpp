@@ -87,7 +87,7 @@ int runUpdateUi(const ToolCall &call)
     QFile file(imagePath(call.root));
     QCryptographicHash hash(QCryptographicHash::Sha256);
     if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file)) {
-        printError(QStringLiteral("update-ui: there is no image"));
+        printError(QStringLiteral("update-ui: no image"));
         return 1;
     }
     const QString note

@@ -13,7 +13,7 @@
 namespace {
 constexpr int (*recordOnly)(const ToolCall &call) = nullptr;
 
-/// Prints lab/answers/NAME[.ARGUMENT...] unchanged. Returns whether it exists.
+/// Prints lab/answers/NAME[.ARGUMENT...] unchanged. Returns whether the file exists.
 bool printAnswer(const ToolCall &call)
 {
     QFile file(call.fileFor(QStringLiteral("answers")));

@@ -3,7 +3,7 @@
 
 #include "lab-device/wifinetworks.h"
 
-#include "lab-device/addressing.h"
+#include "lab-device/deviceinterface.h"
 
 #include <QFileInfo>
 #include <QJsonDocument>

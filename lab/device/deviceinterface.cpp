@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "lab-device/addressing.h"
+#include "lab-device/deviceinterface.h"
 
 #include <QHostAddress>
 #include <QJsonDocument>
