@@ -52,8 +52,8 @@ AboutPage::AboutPage(JsonModule &configuration, NetworkController &network, QWid
     addFact(tr("Ethernet MAC"), "ethernetMacLabel");
     addFact(tr("Wi-Fi address"), "wifiAddressLabel");
     addFact(tr("Wi-Fi MAC"), "wifiMacLabel");
-    addFact(tr("Running for"), "uptimeLabel");
-    addFact(tr("Built on"), "licencesLabel");
+    addFact(tr("Uptime"), "uptimeLabel");
+    addFact(tr("Licences"), "licencesLabel");
     setFact("launcherVersionLabel", QStringLiteral(KT_VERSION));
     setFact("licencesLabel",
             tr("Qt %1 (LGPL 3)\nFreeRDP (Apache 2.0)\nOpenSSL 3 (Apache 2.0)\nThis program: Apache 2.0")

@@ -12,16 +12,16 @@ class NetworkController;
 class QGridLayout;
 class QLabel;
 
-/// What this device is and runs. Everything on the page can be selected and copied.
+/// Shows the device's identity, versions and addresses. All values can be selected and copied.
 class AboutPage : public SettingsPage
 {
     Q_OBJECT
 
 public:
-    /// `network` outlives the page.
+    /// `network` must outlive the page.
     AboutPage(JsonModule &configuration, NetworkController &network, QWidget *parent = nullptr);
 
-    /// The page as lines of "name: value".
+    /// Returns the page as lines of "name: value".
     QString text() const;
 
 protected:

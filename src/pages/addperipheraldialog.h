@@ -13,17 +13,17 @@ namespace Ui {
 class AddPeripheralDialog;
 }
 
-/// Adds a device that is not plugged in, by its identifier.
+/// Adds a USB device by its identifier. The device need not be plugged in.
 class AddPeripheralDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// `peripherals` outlives the dialog.
+    /// `peripherals` must outlive the dialog.
     explicit AddPeripheralDialog(PeripheralController &peripherals, QWidget *parent = nullptr);
     ~AddPeripheralDialog() override;
 
-    /// Stays open, and says why, while the identifier cannot be added.
+    /// Adds the device and closes. If the identifier is refused, shows the reason and stays open.
     void accept() override;
 
 private:

@@ -28,7 +28,7 @@ AddressEditor::AddressEditor(QWidget *parent)
         field->setValidator(new Ipv4Validator(Ipv4Validator::Kind::Host, field));
     m_ui->maskLineEdit->setValidator(new Ipv4Validator(Ipv4Validator::Kind::Mask, this));
     connect(m_ui->staticRadioButton, &QRadioButton::toggled, this, &AddressEditor::chooseStatic);
-    show({});
+    showAddresses({});
 }
 
 AddressEditor::~AddressEditor() = default;
@@ -58,14 +58,14 @@ void AddressEditor::load(const QJsonObject &interface, const NetworkProperty &li
     m_static
         = {address.isEmpty() ? interface.value(Key::wiredIpAddress).toString() : address,
            interface.value(Key::networkMask).toString(), interface.value(Key::defaultGateway).toString()};
-    // The factory defaults of a static interface have the two crosswise.
+    // The factory defaults of a static interface have mask and gateway swapped.
     if (Ipv4Validator::isMask(m_static.gateway) && !Ipv4Validator::isMask(m_static.mask))
         std::swap(m_static.gateway, m_static.mask);
     const bool isStatic = type == fixed || (type == off && !m_static.address.isEmpty());
     const QSignalBlocker quiet(m_ui->staticRadioButton);
     m_ui->staticRadioButton->setChecked(isStatic);
     m_ui->dhcpRadioButton->setChecked(!isStatic);
-    show(isStatic ? m_static : m_live);
+    showAddresses(isStatic ? m_static : m_live);
 }
 
 AddressEditor::Addresses AddressEditor::typed() const
@@ -73,7 +73,7 @@ AddressEditor::Addresses AddressEditor::typed() const
     return {m_ui->addressLineEdit->text(), m_ui->maskLineEdit->text(), m_ui->gatewayLineEdit->text()};
 }
 
-void AddressEditor::show(const Addresses &addresses)
+void AddressEditor::showAddresses(const Addresses &addresses)
 {
     m_ui->addressLineEdit->setText(addresses.address);
     m_ui->maskLineEdit->setText(addresses.mask);
@@ -81,12 +81,12 @@ void AddressEditor::show(const Addresses &addresses)
     m_ui->fieldsWidget->setEnabled(isStatic());
 }
 
-/// What DHCP has given is what a static address starts from.
+/// Without stored static values, editing starts from the values that DHCP gave.
 void AddressEditor::chooseStatic(bool isStatic)
 {
     if (!isStatic)
         m_static = typed();
-    show(isStatic && !m_static.address.isEmpty() ? m_static : m_live);
+    showAddresses(isStatic && !m_static.address.isEmpty() ? m_static : m_live);
 }
 
 bool AddressEditor::isStatic() const

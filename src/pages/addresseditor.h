@@ -14,7 +14,7 @@ namespace Ui {
 class AddressEditor;
 }
 
-/// How one interface gets its address: by DHCP, or as typed here.
+/// Edits how one interface gets its address: by DHCP or static.
 class AddressEditor : public QWidget
 {
     Q_OBJECT
@@ -23,16 +23,16 @@ public:
     explicit AddressEditor(QWidget *parent = nullptr);
     ~AddressEditor() override;
 
-    /// Shows an interface's settings; `live` is what DHCP has given it.
+    /// Shows an interface's settings. `live` holds the values that DHCP gave it.
     void load(const QJsonObject &interface, const NetworkProperty &live);
     bool isStatic() const;
-    /// All three fields hold what they are for.
+    /// True when all three fields are valid.
     bool isComplete() const;
-    /// The first field that does not.
+    /// Returns the first invalid field; null when there is none.
     QWidget *incompleteField() const;
     void save(QJsonObject &interface, bool enabled) const;
 
-    /// An interface's settings as `save` would write them: its address under one name, and none with DHCP.
+    /// Returns settings in the form that `save` writes: one address key, and no addresses with DHCP.
     static QJsonObject normalized(QJsonObject interface);
 
 private:
@@ -41,7 +41,7 @@ private:
         QString address, mask, gateway;
     };
     Addresses typed() const;
-    void show(const Addresses &addresses);
+    void showAddresses(const Addresses &addresses);
     void chooseStatic(bool isStatic);
 
     std::unique_ptr<Ui::AddressEditor> m_ui;

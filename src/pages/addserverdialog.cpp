@@ -96,7 +96,7 @@ bool AddServerDialog::addPicked()
 {
     QModelIndexList picked = m_ui->serverView->selectionModel()->selectedRows();
     std::sort(picked.begin(), picked.end());
-    // Copies: a question may be asked, and another search may end meanwhile.
+    // Copies, because another search may end while a question is open.
     QVector<Item> servers;
     for (const QModelIndex &index : qAsConst(picked))
         servers += *m_found->item(index);

@@ -15,31 +15,31 @@ namespace Ui {
 class AddServerDialog;
 }
 
-/// Adds servers to a group: typed in, or picked from those found on the network.
+/// Adds servers to a group: one typed by hand, or some of those found on the network.
 class AddServerDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// `target` takes the servers as top-level rows; it outlives the dialog.
+    /// Servers become top-level rows of `target`, which must outlive the dialog.
     AddServerDialog(ItemModel &target, const QString &groupName, QWidget *parent = nullptr);
     ~AddServerDialog() override;
 
     void accept() override;
 
 public slots:
-    /// Searches for servers; `setServerList` takes the answer.
+    /// Starts a search for servers. `setServerList` receives the result.
     void refresh();
     void setServerList(const QMap<QString, QHostAddress> &servers);
 
 signals:
-    /// A discovery is asked for.
+    /// Requests a server search.
     void refreshServerList(int &error);
 
 private:
     bool addTyped();
     bool addPicked();
-    /// False when the row was there already and is to stay as it is.
+    /// Returns false when the server exists already and the user keeps it unchanged.
     bool add(const QString &name, const QString &address);
     void showPlaceholder(const QString &text);
     void updateEntry();

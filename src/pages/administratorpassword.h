@@ -8,13 +8,13 @@
 class QJsonObject;
 class QWidget;
 
-/// The password that the document may put before the settings and before leaving the launcher.
+/// The optional password that protects the settings and the way out of the launcher.
 namespace AdministratorPassword {
 
 /// Returns the hash of a password as the document stores it.
 QString hashOf(const QString &password);
 
-/// Asks for the password and says so when it is wrong. True when it was right, and at once when none is set.
+/// Asks for the password and reports a wrong one. Returns true if it was right or no password is set.
 bool ask(QWidget *parent, const QJsonObject &root);
 
 } // namespace AdministratorPassword

@@ -59,8 +59,8 @@ AudioPage::~AudioPage() = default;
 void AudioPage::setUp(Side &side)
 {
     connect(&side.priority, &QListWidget::currentRowChanged, this, [&side] { updateButtons(side); });
-    connect(&side.up, &QPushButton::clicked, this, [this, &side] { move(side, -1); });
-    connect(&side.down, &QPushButton::clicked, this, [this, &side] { move(side, 1); });
+    connect(&side.up, &QPushButton::clicked, this, [this, &side] { moveEntry(side, -1); });
+    connect(&side.down, &QPushButton::clicked, this, [this, &side] { moveEntry(side, 1); });
 }
 
 void AudioPage::load(const QJsonObject &root)
@@ -77,7 +77,7 @@ void AudioPage::setAudioTab(const QJsonObject &audio)
     m_ui->toolbarIconCheckBox->setChecked(AudioSettings::toolbarIcon(audio));
 }
 
-/// The user's choice; as long as there is none, the device that is used.
+/// Selects the user's choice or, without one, the device in use.
 void AudioPage::loadDevices(Side &side, const QJsonObject &audio)
 {
     AudioChoice choice = AudioSettings::checked(audio, side.direction);
@@ -89,7 +89,7 @@ void AudioPage::loadDevices(Side &side, const QJsonObject &audio)
         side.devices.addItem(text, device.name);
         side.devices.setItemData(side.devices.count() - 1, device.number, numberRole);
     };
-    add(side.nothing, AudioChoice::off());
+    add(side.offText, AudioChoice::off());
     int row = 0;
     const int present = choice.find(m_audio.devices(), side.direction);
     for (int i = 0; i < m_audio.devices().size(); ++i) {
@@ -110,7 +110,7 @@ void AudioPage::loadDevices(Side &side, const QJsonObject &audio)
     side.shown = chosen(side);
 }
 
-/// Kinds that the document leaves out stand after the end of its list, ready to be moved up.
+/// Kinds that the document does not list are appended, so that the user can move them up.
 void AudioPage::loadPriority(Side &side, const QJsonObject &audio)
 {
     QStringList entries = AudioSettings::priority(audio, side.direction);
@@ -120,14 +120,14 @@ void AudioPage::loadPriority(Side &side, const QJsonObject &audio)
     }
     side.priority.clear();
     for (const QString &entry : entries) {
-        auto *item = new QListWidgetItem(entry == none ? side.nothing : entry, &side.priority);
+        auto *item = new QListWidgetItem(entry == none ? side.offText : entry, &side.priority);
         item->setData(Qt::UserRole, entry);
     }
     side.shownPriority = entries;
     side.priority.setCurrentRow(0);
 }
 
-void AudioPage::move(Side &side, int step)
+void AudioPage::moveEntry(Side &side, int step)
 {
     const int row = side.priority.currentRow();
     if (row < 0 || row + step < 0 || row + step >= side.priority.count())
@@ -165,7 +165,7 @@ void AudioPage::save(QJsonObject &root)
     root.insert(Key::audio, audio);
 }
 
-/// What was left as it is stays as it is stored, even where the page shows more than that.
+/// Writes only what the user changed: the page may show more than the document stores.
 void AudioPage::saveAudioTab(QJsonObject &audio) const
 {
     for (const Side *side : {&m_output, &m_input}) {

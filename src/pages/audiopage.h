@@ -17,13 +17,13 @@ namespace Ui {
 class AudioPage;
 }
 
-/// Which sound devices are used, which ones in their absence, and whether the top bar has buttons for it.
+/// Sets the sound devices, the order of their substitutes, and whether the top bar shows audio buttons.
 class AudioPage : public SettingsPage
 {
     Q_OBJECT
 
 public:
-    /// `audio` outlives the page.
+    /// `audio` must outlive the page.
     AudioPage(JsonModule &configuration, AudioController &audio, QWidget *parent = nullptr);
     ~AudioPage() override;
 
@@ -40,7 +40,7 @@ private:
         QPushButton &up;
         QPushButton &down;
         QStringList kinds;
-        QString nothing;
+        QString offText;
         AudioChoice shown{};
         QStringList shownPriority{};
     };
@@ -50,7 +50,7 @@ private:
     void saveAudioTab(QJsonObject &audio) const;
     void loadDevices(Side &side, const QJsonObject &audio);
     void loadPriority(Side &side, const QJsonObject &audio);
-    void move(Side &side, int step);
+    void moveEntry(Side &side, int step);
     static void updateButtons(const Side &side);
     static AudioChoice chosen(const Side &side);
     static QStringList priority(const Side &side);

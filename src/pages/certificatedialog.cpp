@@ -16,14 +16,14 @@ namespace {
 constexpr int titleWidth = 540;
 constexpr int captionSpace = 8;
 
-/// 64 digits in groups that can be compared by eye.
+/// Separates the bytes by colons, so that fingerprints can be compared by eye.
 QString grouped(const QByteArray &fingerprint)
 {
     return QString::fromLatin1(fingerprint.toUpper())
         .replace(QRegularExpression(QStringLiteral("(..)(?=.)")), QStringLiteral("\\1:"));
 }
 
-QString moment(const QDateTime &time)
+QString utcText(const QDateTime &time)
 {
     return time.isValid() ? time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss 'UTC'")) : QString();
 }
@@ -41,12 +41,12 @@ CertificateDialog::CertificateDialog(const Certificate &certificate, QWidget *pa
     connect(m_ui->buttonBox, &QDialogButtonBox::rejected, this, &QDialog::reject);
     m_ui->buttonBox->button(QDialogButtonBox::Close)->setDefault(true);
     m_ui->detailsEdit->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    write(certificate);
+    showDetails(certificate);
 }
 
 CertificateDialog::~CertificateDialog() = default;
 
-void CertificateDialog::write(const Certificate &certificate)
+void CertificateDialog::showDetails(const Certificate &certificate)
 {
     const struct
     {
@@ -56,8 +56,8 @@ void CertificateDialog::write(const Certificate &certificate)
         {tr("State"), CertificateModel::stateText(certificate)},
         {tr("Subject"), certificate.subject},
         {tr("Issued by"), certificate.issuer},
-        {tr("Valid from"), moment(certificate.validFrom)},
-        {tr("Valid until"), moment(certificate.validTo)},
+        {tr("Valid from"), utcText(certificate.validFrom)},
+        {tr("Valid until"), utcText(certificate.validTo)},
         {tr("May issue certificates"),
          certificate.isKnown() ? (certificate.authority ? tr("Yes") : tr("No")) : QString()},
         {tr("Public key"), certificate.key},
@@ -81,7 +81,7 @@ void CertificateDialog::write(const Certificate &certificate)
             cursor.insertBlock(spaced);
         cursor.insertText(line.caption, bold);
         cursor.insertBlock(close);
-        cursor.insertText(line.value, plain); // as it is: nothing in it is taken for markup
+        cursor.insertText(line.value, plain); // as plain text: markup has no effect
     }
     m_ui->detailsEdit->moveCursor(QTextCursor::Start);
 }

@@ -13,7 +13,7 @@ namespace Ui {
 class CertificateDialog;
 }
 
-/// All that a certificate says of itself, as plain text that can be read and copied from the keyboard.
+/// Shows the details of a certificate as plain text that can be selected and copied from the keyboard.
 class CertificateDialog : public QDialog
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     ~CertificateDialog() override;
 
 private:
-    void write(const Certificate &certificate);
+    void showDetails(const Certificate &certificate);
 
     std::unique_ptr<Ui::CertificateDialog> m_ui;
 };

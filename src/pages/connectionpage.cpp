@@ -8,7 +8,6 @@
 
 #include "ui_connectionpage.h"
 
-#include <QListView>
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
@@ -27,8 +26,8 @@ QStringList namesOf(const QJsonArray &groups)
     return names;
 }
 
-/// What the user left alone stays as it is stored, to the last blank.
-void put(QJsonObject &object, QLatin1String key, const QLineEdit *editor)
+/// Keeps the stored text, blanks included, unless the user edited it.
+void insertIfEdited(QJsonObject &object, QLatin1String key, const QLineEdit *editor)
 {
     const QJsonValue stored = object.value(key);
     if (!stored.isString() || stored.toString() != editor->text())
@@ -47,11 +46,11 @@ ConnectionPage::ConnectionPage(JsonModule &configuration, const GroupsSource &gr
                                QWidget *parent)
     : SettingsPage(configuration, tr("Connection"), QStringLiteral(":/images/page_connection.png"), parent)
     , m_ui(std::make_unique<Ui::ConnectionPage>())
-    , m_presentGroups(groups)
+    , m_currentGroups(groups)
     , m_logonUser(user)
 {
-    if (!m_presentGroups)
-        m_presentGroups = [this] {
+    if (!m_currentGroups)
+        m_currentGroups = [this] {
             return root().value(Key::serverGroups).toArray();
         };
     if (!m_logonUser)
@@ -69,10 +68,8 @@ ConnectionPage::~ConnectionPage() = default;
 void ConnectionPage::setUpLists()
 {
     for (QComboBox *box : {m_ui->autoConnectGroupComboBox, m_ui->defaultProtocolComboBox}) {
-        box->setItemDelegate(new QStyledItemDelegate(box)); // the style sheet says how its rows look
-        // Thousands of groups unfold at once when not every row has to be measured.
-        if (auto *list = qobject_cast<QListView *>(box->view()))
-            list->setUniformItemSizes(true);
+        box->setItemDelegate(new QStyledItemDelegate(box)); // lets the style sheet style the rows
+        useUniformRows(*box);
     }
 }
 
@@ -109,7 +106,7 @@ QString ConnectionPage::autoConnectGroup() const
     return toGroup ? m_ui->autoConnectGroupComboBox->currentData().toString() : QString();
 }
 
-/// Filling passes through states that are nobody's choice.
+/// Ignores the intermediate states while the page is filled.
 void ConnectionPage::announceGroup()
 {
     const QString name = autoConnectGroup();
@@ -131,10 +128,10 @@ void ConnectionPage::setGroups(const QJsonArray &groups)
 void ConnectionPage::showGroups(const QString &chosen)
 {
     QComboBox *box = m_ui->autoConnectGroupComboBox;
-    const QSignalBlocker quiet(box); // no other group is chosen by this
+    const QSignalBlocker quiet(box); // the selected group does not change
     box->clear();
     if (!chosen.isEmpty() && !m_groupNames.contains(chosen))
-        box->addItem(tr("%1 (not there)").arg(chosen.simplified()), chosen);
+        box->addItem(tr("%1 (not found)").arg(chosen.simplified()), chosen);
     for (const QString &name : qAsConst(m_groupNames))
         box->addItem(name.simplified(), name);
     box->setCurrentIndex(chosen.isEmpty() ? -1 : box->findData(chosen));
@@ -143,7 +140,7 @@ void ConnectionPage::showGroups(const QString &chosen)
 void ConnectionPage::load(const QJsonObject &root)
 {
     const QJsonObject connection = root.value(Key::connection).toObject();
-    m_groupNames = namesOf(m_presentGroups());
+    m_groupNames = namesOf(m_currentGroups());
     loadCorvid(connection.value(Key::corvidConnection).toObject());
     loadSolva(connection.value(Key::solvaConnection).toObject());
     loadRdp(connection.value(Key::rdpConnection).toObject());
@@ -197,7 +194,7 @@ QString ConnectionPage::addressRefusal() const
     for (QLineEdit *address : {m_ui->autoConnectServerAddressLineEdit, m_ui->brokerAddressLineEdit,
                                m_ui->rdpServerAddressLineEdit}) {
         if (hasBlanks(address->text()) && !isUnusedAndUntouched(address)) {
-            pointAt(address);
+            focusField(address);
             return tr("An address must not contain blanks: %1").arg(address->text());
         }
     }
@@ -209,7 +206,7 @@ bool ConnectionPage::connectsToServer() const
     return m_ui->autoConnectCheckBox->isChecked() && m_ui->autoConnectServerRadioButton->isChecked();
 }
 
-/// An address that is greyed out cannot be mended: as it is stored, it hinders nothing.
+/// A disabled field cannot be corrected, so its stored address does not block "Apply".
 bool ConnectionPage::isUnusedAndUntouched(const QLineEdit *address) const
 {
     if (address != m_ui->autoConnectServerAddressLineEdit || connectsToServer())
@@ -226,22 +223,22 @@ QString ConnectionPage::autoConnectRefusal() const
     if (connectsToServer()) {
         if (!m_ui->autoConnectServerAddressLineEdit->text().trimmed().isEmpty())
             return QString();
-        pointAt(m_ui->autoConnectServerAddressLineEdit);
+        focusField(m_ui->autoConnectServerAddressLineEdit);
         return tr("Automatic connection needs the address of a server.");
     }
     const QString name = autoConnectGroup();
-    const QJsonArray groups = m_presentGroups();
+    const QJsonArray groups = m_currentGroups();
     const auto found = std::find_if(groups.begin(), groups.end(), [&name](const QJsonValue &group) {
         return group.toObject().value(Key::groupName).toString() == name;
     });
     if (found != groups.end() && !name.isEmpty()
         && !(*found).toObject().value(Key::servers).toArray().isEmpty())
         return QString();
-    pointAt(m_ui->autoConnectGroupComboBox);
+    focusField(m_ui->autoConnectGroupComboBox);
     if (name.isEmpty())
         return tr("Automatic connection needs a group.");
-    return found == groups.end() ? tr("There is no group %1 to connect to automatically.").arg(name)
-                                 : tr("Group %1, to connect to automatically, has no servers.").arg(name);
+    return found == groups.end() ? tr("Automatic connection: group %1 does not exist.").arg(name)
+                                 : tr("Automatic connection: group %1 has no servers.").arg(name);
 }
 
 QString ConnectionPage::autoLogonRefusal() const
@@ -249,13 +246,13 @@ QString ConnectionPage::autoLogonRefusal() const
     if (!m_ui->autoLogonCheckBox->isChecked())
         return QString();
     if (m_ui->brokerAddressLineEdit->text().trimmed().isEmpty()) {
-        pointAt(m_ui->brokerAddressLineEdit);
+        focusField(m_ui->brokerAddressLineEdit);
         return tr("Automatic log-on needs the address of a SOLVA broker.");
     }
     if (!m_logonUser().trimmed().isEmpty())
         return QString();
-    pointAt(m_ui->autoLogonCheckBox);
-    return tr("Automatic log-on needs a user. The kiosk mode page has it among its log-on values.");
+    focusField(m_ui->autoLogonCheckBox);
+    return tr("Automatic log-on needs a user name. Enter it on the kiosk mode page.");
 }
 
 void ConnectionPage::save(QJsonObject &root)
@@ -272,8 +269,8 @@ QJsonObject ConnectionPage::savedCorvid(QJsonObject corvid) const
     QJsonObject autoconnect = corvid.value(Key::autoconnect).toObject();
     QJsonObject server = autoconnect.value(Key::server).toObject();
     const bool toGroup = m_ui->autoConnectGroupRadioButton->isChecked();
-    put(server, Key::serverName, m_ui->autoConnectServerNameLineEdit);
-    put(server, Key::serverAddress, m_ui->autoConnectServerAddressLineEdit);
+    insertIfEdited(server, Key::serverName, m_ui->autoConnectServerNameLineEdit);
+    insertIfEdited(server, Key::serverAddress, m_ui->autoConnectServerAddressLineEdit);
     autoconnect.insert(Key::enabled, m_ui->autoConnectCheckBox->isChecked());
     autoconnect.insert(Key::type, toGroup ? ItemType::group : ItemType::server);
     autoconnect.insert(Key::server, server);
@@ -288,8 +285,8 @@ QJsonObject ConnectionPage::savedSolva(QJsonObject solva) const
 {
     QJsonObject autoconnect = solva.value(Key::autoconnect).toObject();
     autoconnect.insert(Key::enabled, m_ui->autoLogonCheckBox->isChecked());
-    put(autoconnect, Key::desktop, m_ui->desktopLineEdit);
-    put(solva, Key::brokerAddress, m_ui->brokerAddressLineEdit);
+    insertIfEdited(autoconnect, Key::desktop, m_ui->desktopLineEdit);
+    insertIfEdited(solva, Key::brokerAddress, m_ui->brokerAddressLineEdit);
     solva.insert(Key::allowCustomBrokers, m_ui->allowCustomBrokersCheckBox->isChecked());
     solva.insert(Key::defaultProtocol, m_ui->defaultProtocolComboBox->currentText());
     solva.insert(Key::autoconnect, autoconnect);
@@ -298,7 +295,7 @@ QJsonObject ConnectionPage::savedSolva(QJsonObject solva) const
 
 QJsonObject ConnectionPage::savedRdp(QJsonObject rdp) const
 {
-    put(rdp, Key::rdpServerAddress, m_ui->rdpServerAddressLineEdit);
+    insertIfEdited(rdp, Key::rdpServerAddress, m_ui->rdpServerAddressLineEdit);
     rdp.insert(Key::allowCustomRdpServers, m_ui->allowCustomRdpServersCheckBox->isChecked());
     return rdp;
 }

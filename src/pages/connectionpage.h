@@ -17,8 +17,7 @@ namespace Ui {
 class ConnectionPage;
 }
 
-/// How the launcher connects: what each of its three client modes offers the user, and what it does by
-/// itself.
+/// Sets what each client mode offers the user, and the automatic connection or log-on.
 class ConnectionPage : public SettingsPage
 {
     Q_OBJECT
@@ -27,17 +26,17 @@ public:
     using GroupsSource = std::function<QJsonArray()>;
     using UserSource = std::function<QString()>;
 
-    /// `groups` and `user` say what other pages are about to store: the server groups, and the user who is
-    /// logged on. Without them it is what the document holds.
+    /// `groups` and `user` return the unsaved values of other pages: the server groups and the log-on user.
+    /// Without them the page uses the document's values.
     explicit ConnectionPage(JsonModule &configuration, const GroupsSource &groups = {},
                             const UserSource &user = {}, QWidget *parent = nullptr);
     ~ConnectionPage() override;
 
-    /// The group that the page has the launcher connect to; empty for none.
+    /// Returns the group for automatic connection; empty when there is none.
     QString autoConnectGroup() const;
 
 public slots:
-    /// Offers other groups. The one chosen stays chosen, even when it is no longer there.
+    /// Replaces the offered groups. The selected group stays selected, even if it is no longer among them.
     void setGroups(const QJsonArray &groups);
 
 signals:
@@ -69,7 +68,7 @@ private:
     void announceGroup();
 
     std::unique_ptr<Ui::ConnectionPage> m_ui;
-    GroupsSource m_presentGroups;
+    GroupsSource m_currentGroups;
     UserSource m_logonUser;
     QStringList m_groupNames;
     QString m_announcedGroup;

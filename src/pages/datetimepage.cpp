@@ -29,7 +29,7 @@ DateTimePage::DateTimePage(JsonModule &configuration, QWidget *parent)
     , m_ui(std::make_unique<Ui::DateTimePage>())
 {
     m_ui->setupUi(this);
-    showAtOnce(*m_ui->timezoneComboBox);
+    useUniformRows(*m_ui->timezoneComboBox);
     getTimezones();
     connect(m_ui->ntpCheckBox, &QCheckBox::toggled, this, &DateTimePage::enableFields);
     watchEditors();
@@ -37,7 +37,7 @@ DateTimePage::DateTimePage(JsonModule &configuration, QWidget *parent)
 
 DateTimePage::~DateTimePage() = default;
 
-/// A line names a zone, and after it, for the reader, its offset and its places.
+/// Each line holds a zone and, for display, its offset and places.
 void DateTimePage::getTimezones()
 {
     for (const QStringList &fields : ListFile::read(Paths::timezones()))
@@ -113,7 +113,7 @@ void DateTimePage::useTimeServer(const QString &server) const
 void DateTimePage::setClock() const
 {
     controlNtp("disable", "stop");
-    // The time that was shown is past by now; left alone, it is not to be set.
+    // If the user did not edit the time, the shown one is out of date and must not be set.
     const QDateTime entered = m_ui->dateTimeEdit->dateTime();
     const QDateTime time = entered == m_shownTime ? QDateTime::currentDateTime() : entered;
     Commands::runShell(QStringLiteral("sudo date -s \"%1\"").arg(clockArgument(time)));

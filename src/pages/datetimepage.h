@@ -13,7 +13,7 @@ namespace Ui {
 class DateTimePage;
 }
 
-/// The time zone, and the clock: from a time server, or set by hand.
+/// Sets the time zone, and the clock from a time server or by hand.
 class DateTimePage : public SettingsPage
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     explicit DateTimePage(JsonModule &configuration, QWidget *parent = nullptr);
     ~DateTimePage() override;
 
-    /// The argument by which the clock is set: "5 Mar 2024 07:08:09".
+    /// Returns the argument of `date -s`, for example "5 Mar 2024 07:08:09".
     static QString clockArgument(const QDateTime &time);
 
 protected:
@@ -40,5 +40,5 @@ private:
     void setClock() const;
 
     std::unique_ptr<Ui::DateTimePage> m_ui;
-    QDateTime m_shownTime; ///< when the page was filled
+    QDateTime m_shownTime; ///< the time at which the page was filled
 };

@@ -6,11 +6,11 @@
 class QJsonObject;
 class QWidget;
 
-/// Leaves the launcher for the device's own desktop.
+/// Switches the device from the launcher to its own desktop.
 namespace DesktopModeDialog {
 
-/// Asks for the administrator password when one is set, then whether to go, and switches the device over.
-/// True when it was told to.
+/// Asks for the administrator password, if one is set, and for confirmation, then switches the device.
+/// Returns true if the user confirmed.
 bool ask(QWidget *parent, const QJsonObject &root);
 
 } // namespace DesktopModeDialog

@@ -51,7 +51,7 @@ void DisplayPage::getDisplayAvailable()
     m_ui->actualModeLabel->setText(actual.isEmpty() ? QString() : tr("Now: %1").arg(actual.simplified()));
 }
 
-/// A resolution that the monitor does not offer stays what it is until another is chosen.
+/// Keeps a stored resolution that the monitor does not offer until the user chooses another.
 void DisplayPage::select(QComboBox &box, const QString &stored) const
 {
     const QString wanted = stored.isEmpty() ? ResolutionContainer::automatic : stored;

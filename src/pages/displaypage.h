@@ -15,20 +15,20 @@ namespace Ui {
 class DisplayPage;
 }
 
-/// The monitor's mode, where a second display stands, and the screen saver.
+/// Sets the monitor's mode, the position of a second display, and the screen saver.
 class DisplayPage : public SettingsPage
 {
     Q_OBJECT
 
 public:
-    /// `resolutions` outlives the page.
+    /// `resolutions` must outlive the page.
     DisplayPage(JsonModule &configuration, ResolutionContainer &resolutions, QWidget *parent = nullptr);
     ~DisplayPage() override;
 
     void discard() override;
 
 public slots:
-    /// Whether a second display is in use. Its settings can be changed in any case.
+    /// Shows whether a second display is in use. Its settings stay enabled in both cases.
     void showDualDisplay(bool inUse);
 
 protected:
@@ -37,7 +37,7 @@ protected:
     void runTools(const QJsonObject &root) override;
 
 private:
-    /// Reads what the monitor offers into the boxes.
+    /// Fills the boxes with the monitor's modes.
     void getDisplayAvailable();
     void setDisplayTab(const QJsonObject &display);
     void saveDisplayTab(QJsonObject &display) const;

@@ -68,7 +68,7 @@ QString FirmwarePage::refusal() const
         return tr("Enter the address of the firmware file.");
     const bool named
         = !m_ui->corvidLineEdit->text().trimmed().isEmpty() && !m_ui->fwFileLineEdit->text().isEmpty();
-    return method() == corvidServer && !named ? tr("Enter the Corvid server and the file.") : QString();
+    return method() == corvidServer && !named ? tr("Enter the Corvid server and the file name.") : QString();
 }
 
 void FirmwarePage::save(QJsonObject &root)

@@ -11,7 +11,7 @@ namespace Ui {
 class FirmwarePage;
 }
 
-/// Where firmware comes from, and the button that asks for it.
+/// Sets the source of firmware, and starts an update.
 class FirmwarePage : public SettingsPage
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     ~FirmwarePage() override;
 
 signals:
-    /// The settings are stored; an update from this source is asked for.
+    /// The settings are stored, and the user requests an update.
     void updateRequested();
 
 protected:

@@ -106,8 +106,8 @@ void GeneralPage::clearPasswords()
     m_ui->confirmPasswordLineEdit->clear();
 }
 
-/// The first edit after a stored password was shown as asterisks begins a new password.
-bool GeneralPage::takeReset()
+/// Clears both fields if they still show the asterisks of the stored password. Returns true if they did.
+bool GeneralPage::startNewPassword()
 {
     if (!m_passwordResetPending)
         return false;
@@ -120,7 +120,7 @@ bool GeneralPage::takeReset()
 
 void GeneralPage::enterPasswordChanged(const QString &text)
 {
-    if (takeReset())
+    if (startNewPassword())
         return;
     m_passwordChanged = true;
     m_ui->confirmPasswordLineEdit->setEnabled(!text.isEmpty());
@@ -129,7 +129,7 @@ void GeneralPage::enterPasswordChanged(const QString &text)
 
 void GeneralPage::confirmPasswordChanged(const QString &)
 {
-    if (takeReset())
+    if (startNewPassword())
         return;
     m_passwordChanged = true;
     updateWarnings();

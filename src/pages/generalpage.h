@@ -11,7 +11,7 @@ namespace Ui {
 class GeneralPage;
 }
 
-/// The device's name, what the launcher opens for, and the administrator's password.
+/// Sets the device name, the client mode and the administrator password.
 class GeneralPage : public SettingsPage
 {
     Q_OBJECT
@@ -21,13 +21,13 @@ public:
     ~GeneralPage() override;
 
     bool canApply() const override;
-    /// Letters and digits, with hyphens between them.
+    /// Accepts letters and digits, with hyphens between them.
     static bool checkHostname(const QString &name);
-    /// "corvid", "solva" or "rdp", as the page shows it.
+    /// Returns the mode selected on the page: "corvid", "solva" or "rdp".
     QString clientMode() const;
 
 signals:
-    /// A client mode was chosen, by the user or by filling the page.
+    /// The user or the filling of the page has selected a client mode.
     void clientModeChosen(const QString &mode);
 
 protected:
@@ -43,12 +43,12 @@ private:
     void enterPasswordChanged(const QString &text);
     void confirmPasswordChanged(const QString &text);
     void passwordCheckboxChanged(int state);
-    bool takeReset();
+    bool startNewPassword();
     void clearPasswords();
     void updateWarnings();
 
     std::unique_ptr<Ui::GeneralPage> m_ui;
     QString m_storedHash;
     bool m_passwordChanged = false;
-    bool m_passwordResetPending = false; ///< the fields show that there is a password, not what it is
+    bool m_passwordResetPending = false; ///< the fields show asterisks instead of the stored password
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A row with the object that it was read from.
+/// A row that keeps the object it was read from.
 class JsonItem : public Item
 {
 public:
@@ -15,7 +15,7 @@ public:
     QJsonObject object;
 };
 
-void put(QJsonObject &object, QLatin1String key, const QString &text)
+void insertIfChanged(QJsonObject &object, QLatin1String key, const QString &text)
 {
     const QJsonValue stored = object.value(key);
     if (!stored.isString() || stored.toString() != text)
@@ -43,9 +43,9 @@ QJsonObject JsonListModel::objectOf(const Item &item) const
 {
     const auto *known = dynamic_cast<const JsonItem *>(&item);
     QJsonObject object = known ? known->object : QJsonObject();
-    put(object, m_keys.name, item.getValue(Item::Name));
+    insertIfChanged(object, m_keys.name, item.getValue(Item::Name));
     if (!m_keys.address.isEmpty())
-        put(object, m_keys.address, item.getValue(Item::Address));
+        insertIfChanged(object, m_keys.address, item.getValue(Item::Address));
     return object;
 }
 

@@ -9,14 +9,13 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
-/// The rows of one array of the document, an object each. What the list does not show of an object stays in
-/// it.
+/// Shows an array of objects from the document, one row each. Members that it does not show are kept.
 class JsonListModel : public ItemModel
 {
     Q_OBJECT
 
 public:
-    /// The keys of an object's name and address; without an address key the list has names only.
+    /// The keys of an object's name and address. Without an address key there is only the name column.
     struct Keys
     {
         QLatin1String name;
@@ -25,14 +24,14 @@ public:
 
     JsonListModel(const Keys &keys, const QString &icon, QObject *parent = nullptr);
 
-    /// Replaces all rows. What is no object is left out.
+    /// Replaces all rows. Skips values that are not objects.
     void setArray(const QJsonArray &array);
     QJsonArray array() const;
     QJsonObject object(const QModelIndex &index) const;
     void setObject(const QModelIndex &index, const QJsonObject &object);
     QModelIndex appendObject(const QJsonObject &object);
 
-    /// The row of this name is shown in italics; an empty name marks none.
+    /// Shows the row of this name in italics. An empty name marks no row.
     void setMarkedName(const QString &name);
     QString markedName() const;
 
@@ -46,6 +45,6 @@ private:
     QJsonObject objectOf(const Item &item) const;
 
     Keys m_keys;
-    QIcon m_icon; ///< one for all rows: thousands are listed at once
+    QIcon m_icon; ///< shared by all rows: a list may have thousands
     QString m_markedName;
 };

@@ -15,7 +15,7 @@ KeyboardPage::KeyboardPage(JsonModule &configuration, QWidget *parent)
     , m_ui(std::make_unique<Ui::KeyboardPage>())
 {
     m_ui->setupUi(this);
-    showAtOnce(*m_ui->layoutComboBox);
+    useUniformRows(*m_ui->layoutComboBox);
     loadKeyboardLayouts();
     watchEditors();
 }
@@ -42,7 +42,7 @@ void KeyboardPage::setKeyboardTab(const QJsonObject &keyboard)
     while (row < m_layouts.size() && m_layouts.at(row).code != code)
         ++row;
     if (row == m_layouts.size()) {
-        // A layout that the device's list does not know stays what it is until another is chosen.
+        // Keep a layout that is not in the device's list until the user chooses another.
         m_layouts += {code, QString(), code};
         m_ui->layoutComboBox->addItem(code);
     }

@@ -13,15 +13,15 @@ namespace Ui {
 class KeyboardPage;
 }
 
-/// One keyboard layout that the device offers: a line of its list.
+/// One line of the device's list of keyboard layouts.
 struct KeyboardLayout
 {
-    QString code;    ///< as the document stores it and the keyboard tool takes it first
-    QString variant; ///< as the keyboard tool takes it second
-    QString name;    ///< as the user reads it
+    QString code;    ///< stored in the document; first argument of the keyboard tool
+    QString variant; ///< second argument of the keyboard tool
+    QString name;    ///< shown to the user
 };
 
-/// The keyboard's layout and NumLock.
+/// Sets the keyboard layout and NumLock.
 class KeyboardPage : public SettingsPage
 {
     Q_OBJECT
@@ -30,7 +30,7 @@ public:
     explicit KeyboardPage(JsonModule &configuration, QWidget *parent = nullptr);
     ~KeyboardPage() override;
 
-    /// Switches NumLock as a "keyboard settings" object says.
+    /// Switches NumLock according to a "keyboard settings" object.
     static void setNumLock(const QJsonObject &keyboard);
 
 protected:

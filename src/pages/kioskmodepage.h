@@ -11,7 +11,7 @@ namespace Ui {
 class KioskModePage;
 }
 
-/// What happens inside a session without the user: the log-on, and an application that is started after it.
+/// Sets the automatic log-on in a session, and the application that starts after it.
 class KioskModePage : public SettingsPage
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
     explicit KioskModePage(JsonModule &configuration, QWidget *parent = nullptr);
     ~KioskModePage() override;
 
-    /// The user name as it stands on the page.
+    /// Returns the user name on the page, applied or not.
     QString userName() const;
 
 protected:

@@ -11,9 +11,9 @@ void LogFilterModel::setText(const QString &text)
     invalidateFilter();
 }
 
-void LogFilterModel::setLeastSeverity(LogSeverity severity)
+void LogFilterModel::setMinimumSeverity(LogSeverity severity)
 {
-    m_leastSeverity = severity;
+    m_minimumSeverity = severity;
     invalidateFilter();
 }
 
@@ -25,7 +25,7 @@ const LogEntry &LogFilterModel::entry(int row) const
 bool LogFilterModel::filterAcceptsRow(int sourceRow, const QModelIndex &) const
 {
     const LogEntry &entry = static_cast<LogModel *>(sourceModel())->entry(sourceRow);
-    return entry.severity >= m_leastSeverity
+    return entry.severity >= m_minimumSeverity
         && (entry.text.contains(m_text, Qt::CaseInsensitive)
             || entry.category.contains(m_text, Qt::CaseInsensitive));
 }

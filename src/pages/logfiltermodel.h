@@ -7,7 +7,7 @@
 
 #include <QSortFilterProxyModel>
 
-/// The rows of a `LogModel` that are at least so severe and hold a text in their message or category.
+/// Filters a `LogModel` by a minimum severity and by a text in message or category.
 class LogFilterModel : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
     using QSortFilterProxyModel::QSortFilterProxyModel;
 
     void setText(const QString &text);
-    void setLeastSeverity(LogSeverity severity);
+    void setMinimumSeverity(LogSeverity severity);
     const LogEntry &entry(int row) const;
 
 protected:
@@ -24,5 +24,5 @@ protected:
 
 private:
     QString m_text;
-    LogSeverity m_leastSeverity = LogSeverity::Debug;
+    LogSeverity m_minimumSeverity = LogSeverity::Debug;
 };

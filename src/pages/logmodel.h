@@ -8,7 +8,7 @@
 #include <QAbstractTableModel>
 #include <QVector>
 
-/// The lines that the log keeps, a row each, the oldest first. It stands still until it is refreshed.
+/// Lists the lines in the log's ring, oldest first. Changes only on `refresh`.
 class LogModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -16,10 +16,10 @@ class LogModel : public QAbstractTableModel
 public:
     enum Column { Time, Severity, Category, Text, ColumnCount };
 
-    /// `ring` outlives the model.
+    /// `ring` must outlive the model.
     explicit LogModel(const LogRing &ring, QObject *parent = nullptr);
 
-    /// Takes in what was logged since the last time, and lets go of what the log no longer keeps.
+    /// Appends the lines logged since the last call, and removes those that the ring has dropped.
     void refresh();
     const LogEntry &entry(int row) const;
 

@@ -44,11 +44,11 @@ LogViewerDialog::LogViewerDialog(const LogRing &ring, const JsonModule &configur
     , m_ring(ring)
     , m_configuration(configuration)
     , m_model(new LogModel(ring, this))
-    , m_shown(new LogFilterModel(this))
+    , m_filtered(new LogFilterModel(this))
 {
     m_ui->setupUi(this);
     m_model->refresh();
-    m_shown->setSourceModel(m_model);
+    m_filtered->setSourceModel(m_model);
     setUpFilter();
     setUpTable();
     setUpFollowing();
@@ -66,15 +66,16 @@ void LogViewerDialog::setUpFilter()
         m_ui->severityComboBox->addItem(text, static_cast<int>(least));
     };
     add(tr("All messages"), LogSeverity::Debug);
-    add(tr("Without debugging"), LogSeverity::Information);
+    add(tr("No debug messages"), LogSeverity::Information);
     add(tr("Warnings and errors"), LogSeverity::Warning);
     add(tr("Errors"), LogSeverity::Critical);
     connect(m_ui->filterLineEdit, &QLineEdit::textChanged, this, [this](const QString &text) {
-        m_shown->setText(text);
+        m_filtered->setText(text);
         updateCount();
     });
     connect(m_ui->severityComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] {
-        m_shown->setLeastSeverity(static_cast<LogSeverity>(m_ui->severityComboBox->currentData().toInt()));
+        m_filtered->setMinimumSeverity(
+            static_cast<LogSeverity>(m_ui->severityComboBox->currentData().toInt()));
         updateCount();
     });
 }
@@ -82,7 +83,7 @@ void LogViewerDialog::setUpFilter()
 void LogViewerDialog::setUpTable()
 {
     QTableView *table = m_ui->logTableView;
-    table->setModel(m_shown);
+    table->setModel(m_filtered);
     table->verticalHeader()->hide();
     table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     table->verticalHeader()->setDefaultSectionSize(rowHeight);
@@ -114,9 +115,9 @@ void LogViewerDialog::setUpFollowing()
         if (value < bar->maximum())
             follow->setChecked(false);
     });
-    connect(m_shown, &LogFilterModel::rowsRemoved, this, [this](const QModelIndex &, int first, int last) {
+    connect(m_filtered, &LogFilterModel::rowsRemoved, this, [this](const QModelIndex &, int first, int last) {
         if (first == 0)
-            holdPosition(last + 1);
+            keepScrollPosition(last + 1);
     });
 }
 
@@ -129,7 +130,7 @@ void LogViewerDialog::setUpButtons()
 
 void LogViewerDialog::refresh()
 {
-    // The view scrolls to a new current line; that is not to happen because the old one went.
+    // Removing the current line would make the view scroll to the next one.
     m_ui->logTableView->setAutoScroll(false);
     m_model->refresh();
     m_ui->logTableView->setAutoScroll(true);
@@ -138,10 +139,10 @@ void LogViewerDialog::refresh()
 
 void LogViewerDialog::updateCount()
 {
-    m_ui->countLabel->setText(tr("%1 of %2 lines").arg(m_shown->rowCount()).arg(m_model->rowCount()));
+    m_ui->countLabel->setText(tr("%1 of %2 lines").arg(m_filtered->rowCount()).arg(m_model->rowCount()));
 }
 
-void LogViewerDialog::holdPosition(int removedRows)
+void LogViewerDialog::keepScrollPosition(int removedRows)
 {
     QScrollBar *bar = m_ui->logTableView->verticalScrollBar();
     if (!m_ui->followCheckBox->isChecked())
@@ -152,13 +153,13 @@ void LogViewerDialog::copySelection()
 {
     QModelIndexList rows = m_ui->logTableView->selectionModel()->selectedRows();
     if (rows.isEmpty()) {
-        showStatus(tr("Select the lines to copy first."));
+        showStatus(tr("Select the lines to copy."));
         return;
     }
     std::sort(rows.begin(), rows.end());
     QStringList lines;
     for (const QModelIndex &index : qAsConst(rows))
-        lines += m_shown->entry(index.row()).line();
+        lines += m_filtered->entry(index.row()).line();
     QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
     showStatus(tr("Copied %n line(s).", nullptr, lines.size()));
 }
@@ -166,7 +167,7 @@ void LogViewerDialog::copySelection()
 void LogViewerDialog::showCurrentLine()
 {
     const QModelIndex current = m_ui->logTableView->currentIndex();
-    m_ui->lineTextEdit->setPlainText(current.isValid() ? m_shown->entry(current.row()).text : QString());
+    m_ui->lineTextEdit->setPlainText(current.isValid() ? m_filtered->entry(current.row()).text : QString());
 }
 
 void LogViewerDialog::saveArchive()

@@ -17,13 +17,13 @@ namespace Ui {
 class LogViewerDialog;
 }
 
-/// Shows the program's log as it grows, and saves it for those who help.
+/// Shows the program's log while it grows, and saves it to a USB stick for support.
 class LogViewerDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// Both outlive the dialog. The document's file is read when an archive is saved.
+    /// Both must outlive the dialog. Saving an archive reads the document's file.
     LogViewerDialog(const LogRing &ring, const JsonModule &configuration, QWidget *parent = nullptr);
     ~LogViewerDialog() override;
 
@@ -34,8 +34,8 @@ private:
     void setUpButtons();
     void refresh();
     void updateCount();
-    /// Keeps the lines in place that are being read, when older ones go.
-    void holdPosition(int removedRows);
+    /// Keeps the visible lines in place when the ring drops older ones.
+    void keepScrollPosition(int removedRows);
     void copySelection();
     void showCurrentLine();
     void saveArchive();
@@ -46,6 +46,6 @@ private:
     const LogRing &m_ring;
     const JsonModule &m_configuration;
     LogModel *m_model;
-    LogFilterModel *m_shown;
+    LogFilterModel *m_filtered;
     QTimer m_refreshTimer;
 };

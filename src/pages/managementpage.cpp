@@ -16,9 +16,9 @@ ManagementPage::ManagementPage(JsonModule &configuration, QWidget *parent)
 {
     m_ui->setupUi(this);
     m_ui->qmdUrlLabel->setTextFormat(Qt::PlainText);
-    connect(m_ui->qmdManagementCheckBox, &QCheckBox::toggled, this, &ManagementPage::update);
-    connect(m_ui->autodiscoverCheckBox, &QCheckBox::toggled, this, &ManagementPage::update);
-    connect(m_ui->qmdAddressLineEdit, &QLineEdit::textChanged, this, &ManagementPage::update);
+    connect(m_ui->qmdManagementCheckBox, &QCheckBox::toggled, this, &ManagementPage::updateFields);
+    connect(m_ui->autodiscoverCheckBox, &QCheckBox::toggled, this, &ManagementPage::updateFields);
+    connect(m_ui->qmdAddressLineEdit, &QLineEdit::textChanged, this, &ManagementPage::updateFields);
     watchEditors();
 }
 
@@ -35,10 +35,10 @@ void ManagementPage::setManagementTab(const QJsonObject &management)
     m_ui->qmdManagementCheckBox->setChecked(management.value(Key::qmdManagement).toBool());
     m_ui->autodiscoverCheckBox->setChecked(management.value(Key::autodiscoverQmd).toBool());
     m_ui->qmdAddressLineEdit->setText(management.value(Key::qmdAddress).toString());
-    update();
+    updateFields();
 }
 
-void ManagementPage::update()
+void ManagementPage::updateFields()
 {
     const bool managed = m_ui->qmdManagementCheckBox->isChecked();
     m_ui->autodiscoverCheckBox->setEnabled(managed);

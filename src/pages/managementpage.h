@@ -11,7 +11,7 @@ namespace Ui {
 class ManagementPage;
 }
 
-/// Who may manage the device from afar: a console on the network, and a management server.
+/// Sets who may manage the device: consoles on the network, and a management server.
 class ManagementPage : public SettingsPage
 {
     Q_OBJECT
@@ -28,7 +28,7 @@ protected:
 private:
     void setManagementTab(const QJsonObject &management);
     void saveManagementTab(QJsonObject &management) const;
-    void update();
+    void updateFields();
 
     std::unique_ptr<Ui::ManagementPage> m_ui;
 };

@@ -26,9 +26,8 @@ QJsonObject member(const QJsonObject &object, QLatin1String key)
     return object.value(key).toObject();
 }
 
-/// Whether an interface has to be connected anew. One that is and was disabled has not; nor has one by whose
-/// settings nothing is meant but what they said before, completed.
-bool differs(const QJsonObject &before, const QJsonObject &after)
+/// Ignores interfaces that stay disabled, and settings that only gained their implied defaults.
+bool needsReconnect(const QJsonObject &before, const QJsonObject &after)
 {
     if (!before.value(Key::enabled).toBool() && !after.value(Key::enabled).toBool())
         return false;
@@ -42,7 +41,7 @@ bool differs(const QJsonObject &before, const QJsonObject &after)
     return false;
 }
 
-/// A field for a name server: an address, or nothing.
+/// True for an empty field or a valid address.
 bool isUsable(const QLineEdit *field)
 {
     return field->text().isEmpty() || field->hasAcceptableInput();
@@ -65,7 +64,7 @@ NetworkPage::NetworkPage(JsonModule &configuration, NetworkController &network,
     connectEditors();
     m_ui->wifiLayout->insertWidget(0, m_wifi);
     m_wifi->putIntoTabOrder(m_ui->wifiCheckBox);
-    updateParts();
+    updateFields();
 }
 
 NetworkPage::~NetworkPage() = default;
@@ -76,11 +75,11 @@ void NetworkPage::connectEditors()
     connect(m_wifi, &WifiChooser::changed, this, &NetworkPage::markChanged);
     connect(m_wifi, &WifiChooser::busy, this, &NetworkPage::busy);
     for (QCheckBox *box : {m_ui->ethernetCheckBox, m_ui->wifiCheckBox, m_ui->proxyCheckBox})
-        connect(box, &QCheckBox::toggled, this, &NetworkPage::updateParts);
+        connect(box, &QCheckBox::toggled, this, &NetworkPage::updateFields);
     connect(m_ui->dnsStaticRadioButton, &QRadioButton::toggled, this, &NetworkPage::chooseStaticDns);
 }
 
-void NetworkPage::updateParts()
+void NetworkPage::updateFields()
 {
     m_ui->ethernetEditor->setEnabled(m_ui->ethernetCheckBox->isChecked());
     m_ui->wifiWidget->setVisible(m_ui->wifiCheckBox->isChecked());
@@ -90,7 +89,7 @@ void NetworkPage::updateParts()
 
 void NetworkPage::chooseStaticDns(bool isStatic)
 {
-    updateParts();
+    updateFields();
     if (isFilling() || isStatic)
         return;
     m_ui->dns1LineEdit->setText(m_liveDns1);
@@ -120,7 +119,7 @@ void NetworkPage::setNetworkTab(const QJsonObject &network)
     setWifiTab(member(interfaces, Key::wlan));
     setDns(member(network, Key::dns));
     setProxy(member(network, Key::proxy));
-    updateParts();
+    updateFields();
     updateIndicators();
 }
 
@@ -161,8 +160,8 @@ bool NetworkPage::wirelessIsStatic() const
     return m_ui->wifiCheckBox->isChecked() && m_ui->wifiEditor->isStatic();
 }
 
-/// There are enabled interfaces, and none of them asks a DHCP server.
-bool NetworkPage::onlyStatic() const
+/// True when at least one interface is enabled and none of them uses DHCP.
+bool NetworkPage::allInterfacesStatic() const
 {
     const bool wired = m_ui->ethernetCheckBox->isChecked();
     const bool wireless = m_ui->wifiCheckBox->isChecked();
@@ -172,21 +171,21 @@ bool NetworkPage::onlyStatic() const
 QString NetworkPage::refusal() const
 {
     if (wiredIsStatic() && !m_ui->ethernetEditor->isComplete()) {
-        pointAt(m_ui->ethernetEditor->incompleteField());
+        focusField(m_ui->ethernetEditor->incompleteField());
         return tr("Fill all ethernet parametrs and try again");
     }
     const bool dnsIsStatic = m_ui->dnsStaticRadioButton->isChecked();
     const bool noServer = m_ui->dns1LineEdit->text().isEmpty() && m_ui->dns2LineEdit->text().isEmpty();
     if (dnsIsStatic && (noServer || !isUsable(m_ui->dns1LineEdit) || !isUsable(m_ui->dns2LineEdit))) {
-        pointAt(isUsable(m_ui->dns2LineEdit) ? m_ui->dns1LineEdit : m_ui->dns2LineEdit);
+        focusField(isUsable(m_ui->dns2LineEdit) ? m_ui->dns1LineEdit : m_ui->dns2LineEdit);
         return tr("Fill at least one dns parameter and try again");
     }
-    if (!dnsIsStatic && onlyStatic())
+    if (!dnsIsStatic && allInterfacesStatic())
         return tr("You have configured the DNS to obtain the configuration form DHCP server, while all "
                   "enabled network interfaces\nuse static configuration.\n\nDNS configuration can only be "
                   "obtained from DHCP, when Ethernet or WiFi are also configured to use DHCP.");
     if (wirelessIsStatic() && !m_ui->wifiEditor->isComplete()) {
-        pointAt(m_ui->wifiEditor->incompleteField());
+        focusField(m_ui->wifiEditor->incompleteField());
         return tr("Fill all WiFi parameters and try again");
     }
     return QString();
@@ -213,15 +212,15 @@ void NetworkPage::saveNetworkTab(QJsonObject &network)
         wlan.insert(Key::ssid, QString());
     else
         WifiSettings::write(chosen, wlan);
-    m_wiredChanged = differs(ethBefore, eth);
-    m_wirelessChanged = differs(wlanBefore, wlan);
+    m_wiredChanged = needsReconnect(ethBefore, eth);
+    m_wirelessChanged = needsReconnect(wlanBefore, wlan);
     interfaces.insert(Key::eth, eth);
     interfaces.insert(Key::wlan, wlan);
     network.insert(Key::interfaces, interfaces);
     network.insert(Key::dns, savedDns(member(network, Key::dns)));
     network.insert(Key::proxy, savedProxy(member(network, Key::proxy)));
     updateIndicators();
-    // What the DHCP client was told belongs to the network as it was.
+    // The stored DHCP options belong to the previous network.
     QFile::remove(Paths::dhcpOptions());
 }
 
@@ -320,6 +319,6 @@ void NetworkPage::turnOffWifi()
 {
     const QSignalBlocker quiet(m_ui->wifiCheckBox);
     m_ui->wifiCheckBox->setChecked(false);
-    updateParts();
+    updateFields();
     updateIndicators();
 }

@@ -15,15 +15,15 @@ namespace Ui {
 class NetworkPage;
 }
 
-/// The wired and the wireless interface, the name servers and the proxy.
+/// Sets the wired and the wireless interface, the name servers and the proxy.
 ///
-/// Applying reconnects the interfaces whose settings have changed, and no other.
+/// "Apply" reconnects only the interfaces whose settings have changed.
 class NetworkPage : public SettingsPage
 {
     Q_OBJECT
 
 public:
-    /// `network` and `certificates` outlive the page.
+    /// `network` and `certificates` must outlive the page.
     NetworkPage(JsonModule &configuration, NetworkController &network, CertificateStore &certificates,
                 QWidget *parent = nullptr);
     ~NetworkPage() override;
@@ -35,17 +35,17 @@ public slots:
     void showWifiAddress(const QString &text, bool enabled);
     void showEthernetIndicator(const QString &image);
     void showWifiIndicator(const QString &image);
-    /// The interface has been turned off elsewhere; this is no change by the user.
+    /// Shows that the interface was turned off elsewhere. Does not count as a change by the user.
     void turnOffWifi();
 
 signals:
-    /// The wired interface has been connected as it is configured now, or disconnected.
+    /// The wired interface has been connected with its new settings, or disconnected.
     void wiredApplied(bool enabled);
-    /// The wireless network has been left, to join one anew or for good.
+    /// The wireless network has been disconnected, to reconnect or, if `turnedOff`, to stay off.
     void wirelessLeft(bool turnedOff);
-    /// The settings are stored and the interfaces have been told.
+    /// The settings are stored and the interfaces reconfigured.
     void applied();
-    /// The screen does not answer meanwhile.
+    /// True when the page starts to block the user interface, false when it ends.
     void busy(bool busy);
 
 protected:
@@ -65,12 +65,12 @@ private:
     void applyWired();
     void applyWireless();
     void connectEditors();
-    void updateParts();
+    void updateFields();
     void chooseStaticDns(bool isStatic);
     void updateIndicators();
     bool wiredIsStatic() const;
     bool wirelessIsStatic() const;
-    bool onlyStatic() const;
+    bool allInterfacesStatic() const;
 
     std::unique_ptr<Ui::NetworkPage> m_ui;
     NetworkController &m_network;

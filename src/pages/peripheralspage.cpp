@@ -19,12 +19,12 @@ namespace {
 constexpr int identifierWidth = 120;
 constexpr int redirectionWidth = 120;
 
-// What a policy says.
-const QString byClass = QStringLiteral("default"); ///< of the general one: what the class of a device says
+// The values of a policy.
+const QString byClass = QStringLiteral("default"); ///< general policy only: each class has its own
 const QString native = QStringLiteral("native");
 const QString generic = QStringLiteral("generic");
 
-/// Shows what is stored, also a word that this page does not offer.
+/// Selects a stored value, and adds it to the box if the page does not offer it.
 void showValue(QComboBox &box, const QString &value)
 {
     if (!value.isEmpty() && box.findData(value) < 0)
@@ -148,7 +148,7 @@ void PeripheralsPage::initPeripheralDevices(const QJsonArray &stored)
         if (m_peripherals.containsDevice(id))
             m_peripherals.setRedirection(id, redirectionOf(device));
         else
-            qCWarning(lcPeripheralsPage).noquote() << "not a device to redirect:" << id.left(20);
+            qCWarning(lcPeripheralsPage).noquote() << "stored device cannot be redirected:" << id.left(20);
     }
     select(0);
 }
@@ -170,7 +170,7 @@ void PeripheralsPage::addDevice()
     if (AddPeripheralDialog(m_peripherals, window()).exec() != QDialog::Accepted)
         return;
     const Item *added = m_peripherals.lastItemAdded();
-    if (!added) // the list has been made anew meanwhile
+    if (!added) // the list was rebuilt while the dialog was open
         return;
     select(added->row());
     markChanged();
@@ -185,7 +185,7 @@ void PeripheralsPage::removeDevice()
     markChanged();
 }
 
-/// Looks at the bus again; what was chosen on the page stays.
+/// Reads the USB bus again. Unsaved choices are kept.
 void PeripheralsPage::refresh()
 {
     const Item *item = current();
@@ -227,7 +227,7 @@ void PeripheralsPage::select(int row)
 void PeripheralsPage::updateButtons()
 {
     const Item *item = current();
-    // What is plugged in would be back at once.
+    // A device that is plugged in would reappear at once.
     m_ui->removeButton->setEnabled(item && item->isItalic());
     m_ui->redirectionComboBox->setEnabled(item);
     const QString choice = item ? item->getValue(PeripheralModel::Redirection) : Redirection::native;

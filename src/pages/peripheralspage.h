@@ -16,8 +16,8 @@ namespace Ui {
 class PeripheralsPage;
 }
 
-/// Which USB devices are used locally and which a session gets: a policy for each class of devices, and a
-/// choice for single devices, plugged in or not.
+/// Sets which USB devices are used locally and which are redirected to the session: a policy for each class
+/// of devices, and exceptions for single devices.
 class PeripheralsPage : public SettingsPage
 {
     Q_OBJECT
@@ -43,7 +43,7 @@ private:
 
     void setRedirectionTab(const QJsonObject &redirection);
     void saveRedirectionTab(QJsonObject &redirection) const;
-    /// Lists what is plugged in, and the stored devices with what was chosen for them.
+    /// Lists the devices that are plugged in, and the stored ones with their redirection.
     void initPeripheralDevices(const QJsonArray &stored);
     QJsonArray customDevices() const;
 

@@ -28,14 +28,14 @@ QString chooseFile(QWidget *parent)
 {
     QFileDialog dialog(parent, SecurityPage::tr("Import certificate"), Paths::media(),
                        SecurityPage::tr("Certificates (*.pem *.crt *.cer *.der *.p12 *.pfx);;All files (*)"));
-    // The device's own dialog, which may look at files and do nothing else with them.
+    // Qt's own dialog can be kept from renaming and deleting files.
     dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::ReadOnly);
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setSidebarUrls({QUrl::fromLocalFile(Paths::media())});
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-QString messageOf(CertificateError error)
+QString errorText(CertificateError error)
 {
     switch (error) {
     case CertificateError::None:
@@ -54,13 +54,13 @@ QString messageOf(CertificateError error)
     case CertificateError::WrongPassword:
         return SecurityPage::tr("The password is wrong.");
     case CertificateError::Unsupported:
-        return SecurityPage::tr("The file is encrypted in a way that this device does not open.");
+        return SecurityPage::tr("The file uses an encryption that this device does not support.");
     case CertificateError::KeyWithoutCertificate:
         return SecurityPage::tr("The file holds a private key without its certificate.");
     case CertificateError::KeyOutsidePkcs12:
         return SecurityPage::tr(
-            "The file holds a private key beside its certificate. A client certificate is "
-            "imported as PKCS#12 (.p12 or .pfx).");
+            "The file holds a certificate and its private key. Import client certificates as "
+            "PKCS#12 (.p12 or .pfx).");
     case CertificateError::Duplicate:
         return SecurityPage::tr("This certificate is stored already.");
     case CertificateError::CannotWrite:
@@ -73,8 +73,8 @@ QString messageOf(CertificateError error)
     return QString();
 }
 
-/// The name of a file on whatever was plugged in.
-QString shownName(const QString &path)
+/// Makes a file name from a removable medium safe to display.
+QString displayedName(const QString &path)
 {
     return displayable(QFileInfo(path).fileName());
 }
@@ -129,7 +129,7 @@ void SecurityPage::setUpView(QTreeView *view, CertificateModel *model, QTreeView
     header->resizeSection(CertificateModel::ValidFrom, dateWidth);
     header->resizeSection(CertificateModel::ValidTo, dateWidth);
     header->resizeSection(CertificateModel::State, stateWidth);
-    // One selected row on the whole page: what "View" and "Remove" act on.
+    // Keep one selected row on the whole page, for "View" and "Remove".
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this, other](const QItemSelection &selected) {
                 if (!selected.isEmpty())
@@ -203,26 +203,26 @@ void SecurityPage::importCertificate()
     const QString path = m_chooseFile(this);
     if (path.isEmpty())
         return;
-    const std::optional<CertificateStore::Import> import = importAsking(path);
+    const std::optional<CertificateStore::Import> import = importWithPassword(path);
     if (!import)
         return;
     if (import->error != CertificateError::None)
         GeneralDialog::showError(
             window(), tr("Error"),
-            tr("%1 was not imported. %2").arg(shownName(path), messageOf(import->error)));
+            tr("%1 was not imported. %2").arg(displayedName(path), errorText(import->error)));
     else
         showImported(*import);
 }
 
-std::optional<CertificateStore::Import> SecurityPage::importAsking(const QString &path)
+std::optional<CertificateStore::Import> SecurityPage::importWithPassword(const QString &path)
 {
     CertificateStore::Import import = m_store.importFile(path);
     for (int i = 0; i < passwordTries && isAboutPassword(import.error); ++i) {
         GeneralDialog prompt(window(), GeneralDialog::Prompt);
         prompt.setPasswordMode();
         prompt.setTitle(tr("Password"));
-        prompt.setMessage((i == 0 ? tr("Enter the password of %1.") : tr("The password of %1 is another."))
-                              .arg(shownName(path)));
+        prompt.setMessage((i == 0 ? tr("Enter the password of %1.") : tr("Wrong password for %1."))
+                              .arg(displayedName(path)));
         if (prompt.exec() != QDialog::Accepted)
             return std::nullopt;
         import = m_store.importFile(path, prompt.getInput());
@@ -237,7 +237,7 @@ void SecurityPage::showImported(const CertificateStore::Import &import)
     QString text = import.files.size() == 1 ? tr("%1 was imported.").arg(modelOf(view)->certificate(row).name)
                                             : tr("%1 certificates were imported.").arg(import.files.size());
     if (import.known > 0)
-        text += tr(" %1 of the file were stored already.").arg(import.known);
+        text += tr(" %1 were stored already.").arg(import.known);
     m_ui->statusLabel->setText(text);
     select(view, row);
 }
@@ -262,7 +262,7 @@ void SecurityPage::removeCertificate()
     m_ui->statusLabel->clear();
     const CertificateError error = m_store.remove(modelOf(view)->kind(), certificate.fileName);
     if (error != CertificateError::None) {
-        GeneralDialog::showError(window(), tr("Error"), messageOf(error));
+        GeneralDialog::showError(window(), tr("Error"), errorText(error));
         reload();
     }
     select(view, qMin(row, view->model()->rowCount() - 1));

@@ -16,23 +16,23 @@ namespace Ui {
 class SecurityPage;
 }
 
-/// The certificates that the device trusts and those that it shows of itself.
+/// Manages the certificate authorities that the device trusts and its own client certificates.
 ///
-/// It never counts as changed: an import or a removal is carried out at once, files and document together, so
-/// that the two cannot disagree while something waits for "Apply".
+/// The page never counts as changed. An import or a removal takes effect at once, in files and document
+/// together, so that the two cannot differ while a change waits for "Apply".
 class SecurityPage : public SettingsPage
 {
     Q_OBJECT
 
 public:
-    /// Lets the user choose a file; answers an empty path when none was.
+    /// Lets the user choose a file. Returns an empty path when the user cancels.
     using FileChooser = std::function<QString(QWidget *parent)>;
 
-    /// `store` outlives the page.
+    /// `store` must outlive the page.
     SecurityPage(JsonModule &configuration, CertificateStore &store, QWidget *parent = nullptr);
     ~SecurityPage() override;
 
-    /// Replaces the file dialog.
+    /// Replaces the file dialog, for tests.
     void setFileChooser(const FileChooser &chooser);
 
 public slots:
@@ -42,21 +42,21 @@ public slots:
 
 protected:
     void load(const QJsonObject &root) override;
-    /// Whatever changed the store or the document from outside is seen here.
+    /// Shows changes that others made to the store or the document.
     void showEvent(QShowEvent *event) override;
-    /// "Delete" in a list removes the certificate.
+    /// Lets the Delete key remove the selected certificate.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setUpView(QTreeView *view, CertificateModel *model, QTreeView *other);
     void select(QTreeView *view, int row);
     void updateButtons();
-    /// The view with the selected row; null when nothing is selected.
+    /// Returns the view with the selected row; null when nothing is selected.
     QTreeView *selectedView() const;
     CertificateModel *modelOf(QTreeView *view) const;
     void reload();
-    /// Nothing when the user gave up.
-    std::optional<CertificateStore::Import> importAsking(const QString &path);
+    /// Asks for the password if the file needs one. Returns nothing when the user cancels.
+    std::optional<CertificateStore::Import> importWithPassword(const QString &path);
     void showImported(const CertificateStore::Import &import);
 
     std::unique_ptr<Ui::SecurityPage> m_ui;

@@ -25,7 +25,7 @@ QString nameOf(const JsonListModel &model, const QModelIndex &index)
     return item ? item->getValue(Item::Name) : QString();
 }
 
-/// A name inside a label's text: on one line, and no longer than there is room for.
+/// Fits a name into one line of the label.
 QString shortened(const QLabel *label, const QString &name)
 {
     return label->fontMetrics().elidedText(name.simplified(), Qt::ElideMiddle, widestName);
@@ -48,8 +48,8 @@ ServerGroupsPage::ServerGroupsPage(JsonModule &configuration, QWidget *parent)
     setUpButtons();
     connect(m_ui->groupsView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &ServerGroupsPage::showServers);
-    connect(m_groupButtons, &ListContainer::changed, this, &ServerGroupsPage::takeChange);
-    connect(m_serverButtons, &ListContainer::changed, this, &ServerGroupsPage::takeServers);
+    connect(m_groupButtons, &ListContainer::changed, this, &ServerGroupsPage::handleChange);
+    connect(m_serverButtons, &ListContainer::changed, this, &ServerGroupsPage::handleServersChange);
     showServers();
     updateHint();
 }
@@ -143,8 +143,8 @@ void ServerGroupsPage::updateHint()
     QLabel *hint = m_ui->autoConnectHintLabel;
     const QString name = m_groups->markedName();
     const QString text = groupNamed(name).isValid()
-        ? tr("The launcher connects to group %1, in italics, by itself.")
-        : tr("The launcher is to connect to group %1 by itself, which is not in the list.");
+        ? tr("Automatic connection: group %1 (in italics).")
+        : tr("Automatic connection: group %1, which is not in the list.");
     hint->setText(text.arg(shortened(hint, name)));
     hint->setVisible(!name.isEmpty());
 }
@@ -160,33 +160,33 @@ void ServerGroupsPage::showServers()
         name.isEmpty() ? tr("Servers") : tr("Servers of %1").arg(shortened(m_ui->serversLabel, name)));
 }
 
-/// The servers listed become the group's.
-void ServerGroupsPage::takeServers()
+/// Copies the server list into the selected group.
+void ServerGroupsPage::handleServersChange()
 {
     QJsonObject group = m_groups->object(currentGroup());
     group.insert(Key::servers, m_servers->array());
     m_groups->setObject(currentGroup(), group);
-    takeChange();
+    handleChange();
 }
 
-void ServerGroupsPage::takeChange()
+void ServerGroupsPage::handleChange()
 {
     updateHint();
     markChanged();
     emit groupsChanged(groups());
 }
 
-QModelIndex ServerGroupsPage::groupNamed(const QString &name, const QModelIndex &apartFrom) const
+QModelIndex ServerGroupsPage::groupNamed(const QString &name, const QModelIndex &except) const
 {
     for (int row = 0; row < m_groups->rowCount(); ++row) {
         const QModelIndex index = m_groups->index(row, 0);
-        if (index != apartFrom && nameOf(*m_groups, index).trimmed() == name.trimmed())
+        if (index != except && nameOf(*m_groups, index).trimmed() == name.trimmed())
             return index;
     }
     return QModelIndex();
 }
 
-std::optional<QString> ServerGroupsPage::enteredName(const QString &title, const QModelIndex &group)
+std::optional<QString> ServerGroupsPage::askForName(const QString &title, const QModelIndex &group)
 {
     const QPersistentModelIndex renamed = group;
     GeneralDialog dialog(window(), group.isValid() ? GeneralDialog::Prompt : GeneralDialog::Input);
@@ -207,12 +207,12 @@ std::optional<QString> ServerGroupsPage::enteredName(const QString &title, const
 
 void ServerGroupsPage::addGroup()
 {
-    const std::optional<QString> name = enteredName(tr("Add group"), QModelIndex());
+    const std::optional<QString> name = askForName(tr("Add group"), QModelIndex());
     if (!name)
         return;
     const QJsonObject group = {{Key::groupName, *name}, {Key::servers, QJsonArray()}};
     m_ui->groupsView->setCurrentIndex(m_groups->appendObject(group));
-    takeChange();
+    handleChange();
 }
 
 void ServerGroupsPage::renameGroup()
@@ -224,14 +224,14 @@ void ServerGroupsPage::renameGroup()
         && !GeneralDialog::ask(window(), tr("Warning"),
                                tr("The group you want to rename is autoconnect group. Proceed?")))
         return;
-    const std::optional<QString> name = enteredName(tr("Rename group"), index);
+    const std::optional<QString> name = askForName(tr("Rename group"), index);
     if (!name || !index.isValid() || *name == before)
         return;
     QJsonObject group = m_groups->object(index);
     group.insert(Key::groupName, *name);
     m_groups->setObject(index, group);
     showServers();
-    takeChange();
+    handleChange();
 }
 
 void ServerGroupsPage::addServer()
@@ -245,7 +245,7 @@ void ServerGroupsPage::addServer()
     dialog.exec();
     if (!group.isValid() || m_servers->array() == before)
         return;
-    takeServers();
+    handleServersChange();
     showServers();
     m_ui->serversView->setCurrentIndex(m_servers->index(m_servers->rowCount() - 1, 0));
 }
@@ -270,5 +270,5 @@ void ServerGroupsPage::editServer()
     if (server == before)
         return;
     m_servers->setObject(index, server);
-    takeServers();
+    handleServersChange();
 }

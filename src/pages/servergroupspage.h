@@ -23,7 +23,7 @@ namespace Ui {
 class ServerGroupsPage;
 }
 
-/// The groups of servers, and beside them the servers of the group chosen.
+/// Edits the server groups and the servers of the selected group.
 class ServerGroupsPage : public SettingsPage
 {
     Q_OBJECT
@@ -32,18 +32,18 @@ public:
     explicit ServerGroupsPage(JsonModule &configuration, QWidget *parent = nullptr);
     ~ServerGroupsPage() override;
 
-    /// The groups as they stand on the page, applied or not.
+    /// Returns the groups on the page, applied or not.
     QJsonArray groups() const;
 
 public slots:
-    /// The servers found, for the dialog that adds them.
+    /// Passes the servers found to the dialog that adds servers.
     void setServerList(const QMap<QString, QHostAddress> &servers);
-    /// The group that is marked, and neither removed nor renamed without a question; empty for none.
+    /// Marks this group; removing or renaming it needs confirmation. An empty name marks no group.
     void setAutoConnectGroup(const QString &name);
 
 signals:
     void groupsChanged(const QJsonArray &groups);
-    /// A discovery is asked for.
+    /// Requests a server search.
     void refreshServerList(int &error);
 
 protected:
@@ -61,14 +61,14 @@ private:
     void editServer();
 
     QModelIndex currentGroup() const;
-    /// The row of that name, apart from one row; invalid when there is none.
-    QModelIndex groupNamed(const QString &name, const QModelIndex &apartFrom = QModelIndex()) const;
-    /// A name that the user enters and that can be a group's.
-    std::optional<QString> enteredName(const QString &title, const QModelIndex &group);
+    /// Returns the row of this name, ignoring the row `except`; invalid when there is none.
+    QModelIndex groupNamed(const QString &name, const QModelIndex &except = QModelIndex()) const;
+    /// Asks for a group name. Returns nothing when the user cancels or the name is refused.
+    std::optional<QString> askForName(const QString &title, const QModelIndex &group);
 
     void showServers();
-    void takeServers();
-    void takeChange();
+    void handleServersChange();
+    void handleChange();
     void updateHint();
 
     std::unique_ptr<Ui::ServerGroupsPage> m_ui;

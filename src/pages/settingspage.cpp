@@ -92,7 +92,7 @@ bool SettingsPage::apply()
     return true;
 }
 
-/// Puts the page's keys into the document as it stands on disk now. Returns what went wrong, if anything did.
+/// Writes the page's keys into the document as it is on disk now. Returns the error text, empty on success.
 QString SettingsPage::store()
 {
     const JsonModule::Change change = m_configuration.change([this](QJsonObject &document) {
@@ -134,13 +134,13 @@ void SettingsPage::discard()
         fill();
 }
 
-void SettingsPage::showAtOnce(QComboBox &box)
+void SettingsPage::useUniformRows(QComboBox &box)
 {
     if (auto *list = qobject_cast<QListView *>(box.view()))
         list->setUniformItemSizes(true);
 }
 
-void SettingsPage::pointAt(QWidget *field)
+void SettingsPage::focusField(QWidget *field)
 {
     for (QWidget *above = field->parentWidget(); above; above = above->parentWidget()) {
         if (auto *area = qobject_cast<QScrollArea *>(above))

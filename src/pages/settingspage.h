@@ -10,18 +10,17 @@
 class JsonModule;
 class QComboBox;
 
-/// One page of the settings view. Its host knows it by this contract alone: it is filled from the document,
-/// says when the user has changed something, and is applied.
+/// A page of the settings view. The view uses only this interface: it fills the page from the document,
+/// learns of changes by the user, and applies them.
 ///
-/// A page neither reads nor writes the file by itself: `fill` and `apply` do, for all pages in the same way.
-/// So an apply changes exactly the keys that the page's `save` writes, and the file is on disk before a tool
-/// runs.
+/// Pages never read or write the file themselves. `fill` and `apply` do it for all pages in the same way, so
+/// an apply changes exactly the keys that `save` writes, and the file is on disk before any tool runs.
 class SettingsPage : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `configuration` outlives the page.
+    /// `configuration` must outlive the page.
     SettingsPage(JsonModule &configuration, const QString &title, const QString &icon,
                  QWidget *parent = nullptr);
     ~SettingsPage() override;
@@ -29,51 +28,50 @@ public:
     QString title() const;
     QString icon() const;
 
-    /// Shows what the held document says; nothing counts as changed afterwards.
+    /// Shows the held document's values. Afterwards the page counts as unchanged.
     void fill();
     bool isChanged() const;
-    /// False while what stands on the page is no input yet; "Apply" is disabled meanwhile.
+    /// False while the input is incomplete, which disables "Apply".
     virtual bool canApply() const;
-    /// Checks the page, writes its keys and runs its tools, if it was changed. False when the page refuses
-    /// its input or the document cannot be read or written, which the user has been told; the page is still
-    /// changed then.
+    /// Checks a changed page, writes its keys and runs its tools. If the page refuses its input, or the
+    /// document cannot be read or written, shows the error and returns false; the page stays changed.
     bool apply();
-    /// Takes back what was edited and not applied. A page that would have to ask the device's tools for that
-    /// only counts as unchanged: nobody waits for them before it is filled and shown again.
+    /// Drops changes that were not applied. A page whose `fill` runs slow device tools only resets its state
+    /// to unchanged; it is filled before it is shown again.
     virtual void discard();
 
 signals:
     /// The user has changed something.
     void changed();
-    /// `canApply` may answer otherwise than before.
+    /// The result of `canApply` may have changed.
     void canApplyChanged();
 
 protected:
     JsonModule &configuration() const;
     QJsonObject root() const;
-    /// A section of the held document.
+    /// Returns a section of the held document.
     QJsonObject section(QLatin1String key) const;
 
-    /// Puts the document's values into the widgets.
+    /// Copies the document's values into the widgets.
     virtual void load(const QJsonObject &root) = 0;
-    /// Why the page cannot be applied; empty when it can.
+    /// Returns why the page cannot be applied; empty when it can.
     virtual QString refusal() const;
-    /// Puts the widgets' values into the document.
+    /// Copies the widgets' values into the document.
     virtual void save(QJsonObject &root);
-    /// Tells the device's tools, once the document is on disk.
+    /// Runs the device's tools. The document is on disk by then.
     virtual void runTools(const QJsonObject &root);
 
-    /// Counts as a change by the user, except while the page is being filled.
+    /// Marks the page changed by the user. Does nothing while the page is being filled.
     void markChanged();
     void forgetChanges();
     bool isFilling() const;
-    /// Lets every editor on the page mark it changed: lines, boxes, buttons that can be checked, numbers,
-    /// dates.
+    /// Connects every editor on the page to `markChanged`: line edits, combo boxes, checkable buttons, spin
+    /// boxes and date editors.
     void watchEditors();
-    /// Puts the cursor where the mistake is, and shows that place.
-    static void pointAt(QWidget *field);
-    /// Lets a box of thousands of entries unfold at once: not every row has to be measured.
-    static void showAtOnce(QComboBox &box);
+    /// Gives the focus to a field with wrong input, and scrolls to it.
+    static void focusField(QWidget *field);
+    /// Lets a box with thousands of entries open quickly: Qt measures one row instead of all.
+    static void useUniformRows(QComboBox &box);
 
 private:
     QString store();

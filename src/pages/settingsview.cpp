@@ -40,7 +40,7 @@ SettingsView::~SettingsView() = default;
 
 void SettingsView::addPage(SettingsPage *page)
 {
-    // Whatever does not fit a small screen is scrolled, not cut.
+    // A page that does not fit a small screen scrolls.
     auto *area = new QScrollArea;
     area->setWidget(page);
     area->setWidgetResizable(true);
@@ -58,7 +58,7 @@ void SettingsView::addPage(SettingsPage *page)
     orderTabs();
 }
 
-/// "Back" and "Apply" come after what they act on.
+/// Puts "Back" and "Apply" after the pages in the tab order.
 void SettingsView::orderTabs()
 {
     QWidget *last = m_ui->settingsListWidget;
@@ -106,7 +106,7 @@ void SettingsView::showPage(SettingsPage *page)
     showPage(m_pages.indexOf(page));
 }
 
-/// Outside a dialog a button by itself knows the space bar alone.
+/// Outside a dialog Qt presses a focused button only by the space bar; here Enter does it too.
 void SettingsView::keyPressEvent(QKeyEvent *event)
 {
     auto *button = qobject_cast<QPushButton *>(focusWidget());

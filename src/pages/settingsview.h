@@ -15,8 +15,8 @@ namespace Ui {
 class SettingsView;
 }
 
-/// The settings as the administrator sees them: the list of pages, the page chosen, "Apply" and "Back". It
-/// knows the pages by their contract alone.
+/// The settings screen: the list of pages, the selected page, "Apply" and "Back". It uses only the interface
+/// `SettingsPage`.
 class SettingsView : public QWidget
 {
     Q_OBJECT
@@ -25,9 +25,9 @@ public:
     explicit SettingsView(QWidget *parent = nullptr);
     ~SettingsView() override;
 
-    /// Pages are listed in the order in which they are added; the view owns them from then on.
+    /// Appends a page to the list and takes ownership of it.
     void addPage(SettingsPage *page);
-    /// A button below the list, for what is no page.
+    /// Adds a button below the list, for an action without a page.
     void addTool(const QString &text, const QString &icon, const QObject *receiver,
                  const std::function<void()> &run);
     void setPageListed(int index, bool listed);

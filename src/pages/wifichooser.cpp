@@ -19,8 +19,8 @@
 
 namespace {
 
-/// Puts what is known of a network into its row of a scan, or into a row more. That row; -1 for no network.
-int addKnown(QList<WifiItem> &found, const WifiItem &known)
+/// Copies known credentials to the network's scan result, or appends the network. Returns its row, or -1.
+int mergeKnown(QList<WifiItem> &found, const WifiItem &known)
 {
     if (known.essid().isEmpty())
         return -1;
@@ -44,7 +44,8 @@ WifiChooser::WifiChooser(NetworkController &network, CertificateStore &certifica
     , m_model(new ItemModel(1, this))
 {
     m_ui->setupUi(this);
-    m_ui->wifiComboBox->setItemDelegate(new QStyledItemDelegate(m_ui->wifiComboBox)); // rows as styled
+    m_ui->wifiComboBox->setItemDelegate(
+        new QStyledItemDelegate(m_ui->wifiComboBox)); // lets the style sheet style the rows
     if (auto *view = qobject_cast<QListView *>(m_ui->wifiComboBox->view()))
         view->setUniformItemSizes(true);
     m_ui->wifiComboBox->setModel(m_model);
@@ -78,18 +79,18 @@ WifiItem WifiChooser::chosen() const
     return item ? *item : WifiItem();
 }
 
-void WifiChooser::list(const QList<WifiItem> &items, int current)
+void WifiChooser::setNetworks(const QList<WifiItem> &items, int current)
 {
     QList<Item *> rows;
     rows.reserve(items.size());
     for (const WifiItem &item : items)
         rows += new WifiItem(item);
-    m_listing = true;
-    m_rowBefore = -1;
+    m_settingNetworks = true;
+    m_rowBeforeHidden = -1;
     m_model->remAllItems();
     m_model->appendChildren(rows);
     m_ui->wifiComboBox->setCurrentIndex(current);
-    m_listing = false;
+    m_settingNetworks = false;
     showHiddenName();
 }
 
@@ -104,7 +105,7 @@ void WifiChooser::setConfigured(const WifiItem &item)
 {
     m_configured = item;
     const bool any = !item.essid().isEmpty();
-    list(any ? QList<WifiItem>{item} : QList<WifiItem>(), any ? 0 : -1);
+    setNetworks(any ? QList<WifiItem>{item} : QList<WifiItem>(), any ? 0 : -1);
 }
 
 void WifiChooser::scanWifiList()
@@ -116,40 +117,40 @@ void WifiChooser::scanWifiList()
     emit busy(false);
     for (WifiItem &item : found)
         WifiSettings::complete(item);
-    addKnown(found, m_configured);
-    const int current = addKnown(found, known);
-    list(found, current);
+    mergeKnown(found, m_configured);
+    const int current = mergeKnown(found, known);
+    setNetworks(found, current);
 }
 
 void WifiChooser::currentChanged(int)
 {
-    if (m_listing)
+    if (m_settingNetworks)
         return;
     showHiddenName();
     emit changed();
 }
 
-/// A name typed here makes a row of its own; it goes when the name is taken back.
+/// Typing a name adds a row for the hidden network; clearing the name removes it.
 void WifiChooser::hiddenSsidChanged(const QString &name)
 {
     WifiItem *item = currentItem();
     const int row = m_ui->wifiComboBox->currentIndex();
-    m_listing = true;
+    m_settingNetworks = true;
     if (item && item->hidden && name.isEmpty()) {
         m_model->removeByIndex(row);
-        m_ui->wifiComboBox->setCurrentIndex(m_rowBefore < row ? m_rowBefore : -1);
+        m_ui->wifiComboBox->setCurrentIndex(m_rowBeforeHidden < row ? m_rowBeforeHidden : -1);
     } else if (item && item->hidden) {
         item->setEssid(name);
         emit m_model->dataChanged(m_model->index(row, 0), m_model->index(row, 0));
     } else {
-        m_rowBefore = row;
+        m_rowBeforeHidden = row;
         auto *fresh = new WifiItem(name);
         fresh->hidden = true;
         WifiSettings::complete(*fresh);
         m_model->appendChild(fresh);
         m_ui->wifiComboBox->setCurrentIndex(m_model->rowCount() - 1);
     }
-    m_listing = false;
+    m_settingNetworks = false;
     emit changed();
 }
 
@@ -165,7 +166,7 @@ void WifiChooser::editWifiParameters()
     WpaCredentialDialog dialog(m_certificates, window());
     dialog.setItem(*item);
     const QPersistentModelIndex row = m_model->index(m_ui->wifiComboBox->currentIndex(), 0);
-    if (dialog.exec() != QDialog::Accepted || !row.isValid()) // the list may have been made anew
+    if (dialog.exec() != QDialog::Accepted || !row.isValid()) // a scan may have replaced the list
         return;
     dialog.copyTo(*item);
     emit changed();

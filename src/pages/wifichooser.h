@@ -17,41 +17,41 @@ namespace Ui {
 class WifiChooser;
 }
 
-/// Chooses a Wi-Fi network, from a scan or by the name of a hidden one, and its credentials.
+/// Selects a Wi-Fi network, from a scan or by the name of a hidden one, and its credentials.
 class WifiChooser : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `network` and `certificates` outlive the chooser.
+    /// `network` and `certificates` must outlive the chooser.
     WifiChooser(NetworkController &network, CertificateStore &certificates, QWidget *parent = nullptr);
     ~WifiChooser() override;
 
-    /// Its fields follow `before` when the Tab key is pressed.
+    /// Puts the fields after `before` in the tab order.
     void putIntoTabOrder(QWidget *before);
-    /// Starts over with the network that is stored; one without a name is none.
+    /// Resets the chooser to the stored network. An empty name means that none is stored.
     void setConfigured(const WifiItem &item);
-    /// The network chosen; one without a name when there is none.
+    /// Returns the selected network; its name is empty when there is none.
     WifiItem chosen() const;
 
 public slots:
-    /// Lists the networks around. What is chosen stays chosen, with its credentials, whether found or not;
-    /// what is stored stays known too.
+    /// Scans for networks and lists them. The selected and the stored network stay in the list with their
+    /// credentials, even if the scan does not find them.
     void scanWifiList();
-    /// Asks for the credentials of the network chosen.
+    /// Asks for the credentials of the selected network.
     void editWifiParameters();
 
 signals:
-    /// The user has chosen another network or other credentials.
+    /// The user has changed the network or its credentials.
     void changed();
-    /// The screen does not answer meanwhile.
+    /// True when a scan starts to block the user interface, false when it ends.
     void busy(bool busy);
 
 private:
     void hiddenSsidChanged(const QString &name);
     void currentChanged(int row);
     WifiItem *currentItem() const;
-    void list(const QList<WifiItem> &items, int current);
+    void setNetworks(const QList<WifiItem> &items, int current);
     void showHiddenName();
 
     std::unique_ptr<Ui::WifiChooser> m_ui;
@@ -59,6 +59,6 @@ private:
     CertificateStore &m_certificates;
     ItemModel *m_model;
     WifiItem m_configured;
-    bool m_listing = false;
-    int m_rowBefore = -1; ///< what was chosen before the name of a hidden network was typed
+    bool m_settingNetworks = false;
+    int m_rowBeforeHidden = -1; ///< the row selected before a hidden name was typed
 };

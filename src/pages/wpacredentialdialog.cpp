@@ -19,7 +19,7 @@ const QStringList advancedSecurities
 const QStringList encryptions = {QStringLiteral("auto"), QStringLiteral("tkip"), QStringLiteral("ccmp")};
 const QStringList methods = {QStringLiteral("peap"), QStringLiteral("ttls"), QStringLiteral("tls")};
 
-/// The stored word of a certificate that is not in the store: choosing nothing keeps it.
+/// Holds the stored value of a certificate that is not in the store, so that saving keeps it.
 constexpr const char *missingProperty = "missingCertificate";
 constexpr int longestTitle = 520;
 
@@ -47,7 +47,7 @@ WpaCredentialDialog::WpaCredentialDialog(CertificateStore &certificates, QWidget
     connect(m_ui->securityComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &WpaCredentialDialog::setMode);
     connect(m_ui->authenticationComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &WpaCredentialDialog::showMethod);
+            &WpaCredentialDialog::updateMethodFields);
     const QPair<QCheckBox *, QLineEdit *> secrets[]
         = {{m_ui->showPassphraseCheckBox, m_ui->passphraseLineEdit},
            {m_ui->showPasswordCheckBox, m_ui->userPasswordLineEdit},
@@ -56,7 +56,7 @@ WpaCredentialDialog::WpaCredentialDialog(CertificateStore &certificates, QWidget
         QLineEdit *field = secret.second;
         connect(secret.first, &QCheckBox::toggled, field,
                 [field](bool shown) { field->setEchoMode(shown ? QLineEdit::Normal : QLineEdit::Password); });
-        connect(field, &QLineEdit::textChanged, this, &WpaCredentialDialog::updateOk);
+        connect(field, &QLineEdit::textChanged, this, &WpaCredentialDialog::updateOkButton);
     }
     setMode(Open);
 }
@@ -75,7 +75,7 @@ void WpaCredentialDialog::setUpCertificates(CertificateStore &certificates)
 void WpaCredentialDialog::setCredentialSsid(const QString &ssid)
 {
     setWindowTitle(tr("\t\t\t \"%1\" WiFi network configuration").arg(ssid));
-    // The tabs centre a window's title; the line in the dialog stands with its fields.
+    // The tabs centre the title bar's text; the label in the dialog is left-aligned.
     m_ui->titleLabel->setText(
         m_ui->titleLabel->fontMetrics().elidedText(windowTitle().trimmed(), Qt::ElideMiddle, longestTitle));
 }
@@ -86,23 +86,23 @@ void WpaCredentialDialog::setMode(int mode)
     m_ui->personalWidget->setVisible(mode == Personal);
     m_ui->enterpriseWidget->setVisible(mode == Enterprise);
     m_ui->encryptionWidget->setVisible(mode != Open);
-    showMethod();
+    updateMethodFields();
     adjustSize();
 }
 
-/// The fields that the authentication method needs.
-void WpaCredentialDialog::showMethod()
+/// Shows the fields that the authentication method needs.
+void WpaCredentialDialog::updateMethodFields()
 {
     const bool byCertificate
         = methods.value(m_ui->authenticationComboBox->currentIndex()) == QLatin1String("tls");
     m_ui->userWidget->setVisible(!byCertificate);
     m_ui->clientWidget->setVisible(byCertificate);
-    updateOk();
+    updateOkButton();
     adjustSize();
 }
 
-/// A password that is needed and missing.
-void WpaCredentialDialog::updateOk()
+/// Disables "OK" while a required password is empty.
+void WpaCredentialDialog::updateOkButton()
 {
     const int mode = m_ui->securityComboBox->currentIndex();
     const bool noPassphrase = mode == Personal && m_ui->passphraseLineEdit->text().isEmpty();
@@ -114,7 +114,7 @@ void WpaCredentialDialog::updateOk()
 void WpaCredentialDialog::showCertificate(QComboBox *box, const QString &value)
 {
     const int row = box->findData(value, CertificateModel::ValueRole);
-    box->setPlaceholderText(row < 0 ? tr("%1 (not there)").arg(value) : QString());
+    box->setPlaceholderText(row < 0 ? tr("%1 (not found)").arg(value) : QString());
     box->setProperty(missingProperty, row < 0 ? value : QString());
     box->setCurrentIndex(row);
 }

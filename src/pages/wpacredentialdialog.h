@@ -16,7 +16,7 @@ namespace Ui {
 class WpaCredentialDialog;
 }
 
-/// The security of one Wi-Fi network, and what it takes to join it.
+/// Edits the security settings and credentials of one Wi-Fi network.
 class WpaCredentialDialog : public QDialog
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ class WpaCredentialDialog : public QDialog
 public:
     enum Mode { Open = 0, Personal = 1, Enterprise = 2 };
 
-    /// `certificates` outlives the dialog.
+    /// `certificates` must outlive the dialog.
     explicit WpaCredentialDialog(CertificateStore &certificates, QWidget *parent = nullptr);
     ~WpaCredentialDialog() override;
 
@@ -32,14 +32,14 @@ public:
     /// Shows the fields of one kind of security.
     void setMode(int mode);
     void setItem(const WifiItem &item);
-    /// Puts what the dialog shows into the network's record.
+    /// Copies the dialog's values into the network's record.
     void copyTo(WifiItem &item) const;
 
 private:
     void setUpCertificates(CertificateStore &certificates);
     void showCertificate(QComboBox *box, const QString &value);
-    void showMethod();
-    void updateOk();
+    void updateMethodFields();
+    void updateOkButton();
 
     std::unique_ptr<Ui::WpaCredentialDialog> m_ui;
 };

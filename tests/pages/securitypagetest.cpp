@@ -52,7 +52,7 @@ private slots:
         QCOMPARE(part<QLabel>("statusLabel")->text(), "Company CA was imported.");
         import(m_authority.pem() + m_user.pem() + TestCertificate("third").pem(), "all.pem");
         QCOMPARE(part<QLabel>("statusLabel")->text(),
-                 "2 certificates were imported. 1 of the file were stored already.");
+                 "2 certificates were imported. 1 were stored already.");
         QVERIFY(part<QTreeView>("authorityView")->selectionModel()->hasSelection());
         import(m_user.pkcs12("right"), "jdoe.p12");
         QCOMPARE(answer.messages, QStringList{"Enter the password of jdoe.p12."});
@@ -73,7 +73,7 @@ private slots:
         {
             const DialogAnswer wrong(true, "wrong");
             import(m_user.pkcs12("right"), "jdoe.p12");
-            const QString again = "The password of jdoe.p12 is another.";
+            const QString again = "Wrong password for jdoe.p12.";
             QCOMPARE(wrong.messages,
                      QStringList({"Enter the password of jdoe.p12.", again, again,
                                   "jdoe.p12 was not imported. The password is wrong."}));
