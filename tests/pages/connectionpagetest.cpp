@@ -168,7 +168,7 @@ private slots:
                   "blanks: a b");
         table.row("blanks in a server off", {{"autoConnectServerAddressLineEdit", "a\tb"}}, "blanks: a\tb");
         table.row("no group", {connects, {"autoConnectGroupComboBox", ""}}, "needs a group");
-        table.row("empty group", {connects, {"autoConnectGroupComboBox", "Nobody"}}, "group Nobody has no servers");
+        table.row("empty group", {connects, {"autoConnectGroupComboBox", "Nobody"}}, "Nobody has no servers");
         table.row("no broker", {logsOn, {"brokerAddressLineEdit", " "}}, "SOLVA broker");
         table.row("blanks in the broker", {{"brokerAddressLineEdit", "a b"}}, "blanks: a b");
         table.row("blanks in the RDP server", {{"rdpServerAddressLineEdit", "a\nb"}}, "blanks: a\nb");

@@ -51,8 +51,7 @@ private slots:
         QCOMPARE(answer.messages, QStringList());
         QCOMPARE(part<QLabel>("statusLabel")->text(), "Company CA was imported.");
         import(m_authority.pem() + m_user.pem() + TestCertificate("third").pem(), "all.pem");
-        QCOMPARE(part<QLabel>("statusLabel")->text(),
-                 "2 certificates were imported. 1 were stored already.");
+        QCOMPARE(part<QLabel>("statusLabel")->text(), "2 certificates were imported. 1 were stored already.");
         QVERIFY(part<QTreeView>("authorityView")->selectionModel()->hasSelection());
         import(m_user.pkcs12("right"), "jdoe.p12");
         QCOMPARE(answer.messages, QStringList{"Enter the password of jdoe.p12."});
