@@ -36,7 +36,7 @@ enum class EndReason {
 enum class ExplainedBy {
     Nobody,
     Launcher, ///< by its message about a wrong address
-    Client    // by ReasonWindow
+    Client    ///< by ReasonWindow
 };
 
 struct ExitCodes

@@ -16,7 +16,7 @@
 struct SessionEnd
 {
     EndReason reason = EndReason::Ended;
-    QString raw;        // the exit code or signal
+    QString raw;        ///< the exit code or signal
     QStringList output; ///< the last lines of the program's output
 };
 Q_DECLARE_METATYPE(SessionEnd)

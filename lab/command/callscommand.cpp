@@ -11,6 +11,7 @@
 #include <cstdio>
 
 namespace {
+
 constexpr int pollIntervalMs = 200;
 
 void printNew(QFile *log)
@@ -21,6 +22,7 @@ void printNew(QFile *log)
     std::fwrite(lines.constData(), 1, static_cast<size_t>(lines.size()), stdout);
     std::fflush(stdout);
 }
+
 } // namespace
 
 int callsCommand()

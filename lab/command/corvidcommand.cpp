@@ -10,6 +10,7 @@
 #include <QTimer>
 
 namespace {
+
 QVector<QHostAddress> addresses(const LabCommand &command)
 {
     QVector<QHostAddress> result;
@@ -104,6 +105,7 @@ void stopAfter(const CorvidServer &server, int count, const QHostAddress &first)
                              QTimer::singleShot(0, qApp, &QCoreApplication::quit);
                      });
 }
+
 } // namespace
 
 int corvidServerCommand()

@@ -13,6 +13,7 @@
 #include <csignal>
 
 namespace {
+
 void writeFile(const LabCommand &command, const QString &path, const QString &text)
 {
     QFile file(path);
@@ -50,6 +51,7 @@ qint64 programId(const LabCommand &command, const DeviceRoot &root)
             QStringLiteral("no process to signal: use --pid, or write its id to %1").arg(file.fileName()));
     return id;
 }
+
 } // namespace
 
 int cableCommand()

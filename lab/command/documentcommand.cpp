@@ -10,6 +10,7 @@
 #include <QJsonObject>
 
 namespace {
+
 QJsonObject read(const LabCommand &command, const QString &path)
 {
     QFile file(path);
@@ -39,6 +40,7 @@ void change(QJsonObject &object, const QStringList &keys, const QJsonValue &valu
     }
     object.insert(keys.first(), inner);
 }
+
 } // namespace
 
 int documentCommand()

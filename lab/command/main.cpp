@@ -9,6 +9,7 @@
 #include <QFileInfo>
 
 namespace {
+
 struct Command
 {
     const char *name;
@@ -65,6 +66,7 @@ int playTool(const QString &invokedAs, const QStringList &arguments)
     printError(QStringLiteral("%1: no device root for this stand-in").arg(name));
     return 127;
 }
+
 } // namespace
 
 int main(int argc, char *argv[])

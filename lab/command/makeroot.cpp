@@ -13,6 +13,7 @@
 #include <QFileInfo>
 
 namespace {
+
 constexpr const char *folders[] = {"tmp",
                                    "var/lib/kt964/certificates/cacerts",
                                    "var/lib/updates",
@@ -79,6 +80,7 @@ void nameHost(const DeviceRoot &root, const QString &name)
         if (root.state(state).isEmpty())
             root.setState(state, name);
 }
+
 } // namespace
 
 int makeRootCommand()

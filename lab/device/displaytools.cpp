@@ -10,6 +10,7 @@
 #include <QJsonObject>
 
 namespace {
+
 const QString preferredMode = QStringLiteral("CEA 16");
 
 /// Returns the monitor's description of the mode "GROUP CODE"; the mode itself when it has none.
@@ -29,6 +30,7 @@ QString described(const DeviceRoot &root, const QString &mode)
     }
     return mode;
 }
+
 } // namespace
 
 int runSetResolution(const ToolCall &call)

@@ -15,6 +15,7 @@
 #include <cstdlib>
 
 namespace {
+
 /// Callers give up on a hanging tool much earlier. The limit ends a forgotten one.
 constexpr unsigned long hangSeconds = 600;
 constexpr int floodMegabytes = 64;
@@ -82,6 +83,7 @@ constexpr Fault faults[] = {
     {"hang", hang},   {"stubborn", hangStubbornly}, {"crash", crash}, {"garbage", printGarbage},
     {"flood", flood}, {"exit", exitWith},           {"slow", wait},   {"trickle", trickle},
 };
+
 } // namespace
 
 QStringList faultKinds()

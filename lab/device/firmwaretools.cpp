@@ -11,6 +11,7 @@
 #include <QThread>
 
 namespace {
+
 constexpr int parts = 8;
 constexpr int defaultPartSize = 32 * 1024;
 constexpr int defaultPauseMs = 100;
@@ -50,6 +51,7 @@ void storeVersion(const DeviceRoot &root, QFile *image)
     QSettings release(root.file(QStringLiteral("/etc/kt-release")), QSettings::IniFormat);
     release.setValue(QStringLiteral("firmware/version"), title.mid(start.size()));
 }
+
 } // namespace
 
 /// kt-ftp-proxy-update URL HOST PORT USER PASSWORD

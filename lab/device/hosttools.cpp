@@ -9,6 +9,7 @@
 #include <QJsonObject>
 
 namespace {
+
 QString nameInDocument(const DeviceRoot &root)
 {
     QFile file(root.file(QStringLiteral("/var/lib/kt964/config.json")));
@@ -20,6 +21,7 @@ QString nameInDocument(const DeviceRoot &root)
                                     .toObject();
     return general.value(QLatin1String("device name")).toString();
 }
+
 } // namespace
 
 int runSetHostname(const ToolCall &call)

@@ -11,6 +11,7 @@
 #include <net/if.h>
 
 namespace {
+
 constexpr int ipTimeout = 5000;
 
 bool isLive(const DeviceRoot &root)
@@ -34,6 +35,7 @@ QString withPrefix(const QString &address, int prefixLength)
 {
     return QStringLiteral("%1/%2").arg(address).arg(prefixLength);
 }
+
 } // namespace
 
 void addLiveAddress(const DeviceRoot &root, const QString &address, int prefixLength,

@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 
 namespace {
+
 int fail(const QString &reason)
 {
     printError(QStringLiteral("kt-network-config: ") + reason);
@@ -212,6 +213,7 @@ constexpr SubCommand subCommands[] = {
     {"get-wlan0-parameters", getWlan0Parameters},
     {"get-wifi-list", getWifiList},
 };
+
 } // namespace
 
 int runNetworkConfig(const ToolCall &call)

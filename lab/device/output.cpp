@@ -8,7 +8,9 @@
 #include <cstdio>
 
 namespace {
+
 unsigned long pauseMs = 0;
+
 } // namespace
 
 void printLine(const QString &line)

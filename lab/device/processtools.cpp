@@ -13,6 +13,7 @@
 #include <csignal>
 
 namespace {
+
 /// Returns the path of the stand-in with this device path or name; empty when there is none.
 QString standInPath(const DeviceRoot &root, const QString &word)
 {
@@ -54,6 +55,7 @@ int signalNumber(const QString &option)
         return SIGKILL;
     return option.startsWith(QLatin1Char('-')) ? 0 : SIGTERM;
 }
+
 } // namespace
 
 int runSudo(const ToolCall &call)

@@ -11,6 +11,7 @@
 #include <optional>
 
 namespace {
+
 QString routeLine(const QString &destination, const QString &gateway, const QString &netmask,
                   const char *flags, const QString &interface)
 {
@@ -60,6 +61,7 @@ void changeLive(const DeviceRoot &root, const AddressChange &change)
     else
         removeLiveAddress(root, change.address, change.prefixLength);
 }
+
 } // namespace
 
 int runCheckGateway(const ToolCall &call)

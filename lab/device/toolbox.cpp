@@ -11,6 +11,7 @@
 #include <QFile>
 
 namespace {
+
 constexpr int (*recordOnly)(const ToolCall &call) = nullptr;
 
 /// Prints lab/answers/NAME[.ARGUMENT...] unchanged. Returns whether the file exists.
@@ -22,6 +23,7 @@ bool printAnswer(const ToolCall &call)
     printBytes(file.readAll());
     return true;
 }
+
 } // namespace
 
 const std::vector<Tool> &toolTable()

@@ -10,6 +10,7 @@
 #include <QtEndian>
 
 namespace {
+
 constexpr int vendorAt = 8;
 constexpr int productAt = 10;
 constexpr int descriptorSize = 18;
@@ -58,6 +59,7 @@ QString identifierOf(const QString &path)
     return QString::asprintf("%04x:%04x", qFromLittleEndian<quint16>(bytes.constData() + vendorAt),
                              qFromLittleEndian<quint16>(bytes.constData() + productAt));
 }
+
 } // namespace
 
 UsbPorts::UsbPorts(const DeviceRoot &root)

@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 
 namespace {
+
 /// Members of a network's entry that a scan does not show.
 constexpr const char *secrets[] = {"hidden", "key", "user", "password", "ca certificate"};
 const QString certificates = QStringLiteral("/var/lib/kt964/certificates/");
@@ -17,6 +18,7 @@ QString text(const QJsonObject &object, const char *key)
 {
     return object.value(QLatin1String(key)).toString();
 }
+
 } // namespace
 
 WifiNetworks::WifiNetworks(const DeviceRoot &root)

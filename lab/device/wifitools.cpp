@@ -6,6 +6,7 @@
 #include "lab-device/wifinetworks.h"
 
 namespace {
+
 QString verdictLine(WifiVerdict verdict)
 {
     switch (verdict) {
@@ -34,6 +35,7 @@ int usage(const ToolCall &call, const char *arguments)
     printError(QStringLiteral("usage: %1 %2").arg(call.name, QLatin1String(arguments)));
     return 2;
 }
+
 } // namespace
 
 int runCheckWifi(const ToolCall &call)

@@ -28,13 +28,13 @@ class BrokerServer : public HttpPeer
 public:
     enum class Mode {
         Normal,
-        Slow,       // waits before each reply, see setDelay()
-        Error,      // replies with status 500
-        Cut,        // closes the connection in the middle of a reply
-        Huge,       // offers 10,000 desktops
-        Empty,      // replies with an empty body
+        Slow,       ///< waits before each reply, see setDelay()
+        Error,      ///< replies with status 500
+        Cut,        ///< closes the connection in the middle of a reply
+        Huge,       ///< offers 10,000 desktops
+        Empty,      ///< replies with an empty body
         NoLineEnds, ///< omits the line ends
-        Redirect    // redirects the client, see setRedirect()
+        Redirect    ///< redirects the client, see setRedirect()
     };
     Q_ENUM(Mode)
     static constexpr int hugeList = 10000;

@@ -10,8 +10,10 @@
 #include <QJsonObject>
 
 namespace {
+
 const QString indexFile = QStringLiteral("kt-update.txt");
 const QString firmwares = QStringLiteral("FIRMWARES");
+
 } // namespace
 
 void CorvidFiles::add(const QString &name, const QByteArray &content)

@@ -42,8 +42,8 @@ struct CorvidFaults
 {
     int loss = 0;
     int duplicates = 0;
-    int reordering = 0;           // held back until the next reply is sent
-    qint64 silentFrom = -1;       // no replies from this position on
+    int reordering = 0;           ///< held back until the next reply is sent
+    qint64 silentFrom = -1;       ///< no replies from this position on
     qint64 totalChangesFrom = -1; ///< another file size from this position on
     quint32 seed = 1;
 };

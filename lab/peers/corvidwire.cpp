@@ -6,6 +6,7 @@
 #include <QtEndian>
 
 namespace {
+
 constexpr quint32 requestMarker = 0xFFFF;
 constexpr quint32 serverListMagic = 0xAA550003;
 constexpr int fileNameOffset = 12;
@@ -30,6 +31,7 @@ void putEntry(QByteArray *bytes, int offset, const CorvidEntry &entry)
         qToLittleEndian<quint16>(entry.name.at(unit).unicode(), bytes->data() + offset + 2 * unit);
     qToBigEndian<quint32>(entry.address.toIPv4Address(), bytes->data() + offset + 2 * nameUnits);
 }
+
 } // namespace
 
 std::optional<CorvidRequest> parseCorvidRequest(const QByteArray &datagram)

@@ -6,8 +6,10 @@
 #include <QTcpSocket>
 
 namespace {
+
 constexpr qint64 chunk = 256 * 1024;
 constexpr qint64 mostWaiting = 1024 * 1024; // in the socket's own buffer
+
 } // namespace
 
 FileSender::FileSender(const QString &name, QTcpSocket *socket)

@@ -17,14 +17,14 @@ class FirmwareServer : public HttpPeer
 public:
     enum class Mode {
         Normal,
-        Slow,      // pauses between the pieces of a file, see setPace()
+        Slow,      ///< pauses between the pieces of a file, see setPace()
         Truncated, ///< closes the connection after half of the file
-        Stalled,   // sends half of the file and keeps the connection open
-        Silent,    // never replies
+        Stalled,   ///< sends half of the file and keeps the connection open
+        Silent,    ///< never replies
         Challenge, ///< rejects every name and password
-        Redirect,  // redirects the client, see setRedirect()
-        NotFound,  // replies with status 404
-        Error      // replies with status 500
+        Redirect,  ///< redirects the client, see setRedirect()
+        NotFound,  ///< replies with status 404
+        Error      ///< replies with status 500
     };
     Q_ENUM(Mode)
     static constexpr quint16 defaultPort = 8080;

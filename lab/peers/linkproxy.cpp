@@ -11,6 +11,7 @@
 #include <QtEndian>
 
 namespace {
+
 constexpr quint32 serverListMagic = 0xAA550003;
 constexpr int magicOffset = 12;
 constexpr int entryOffset = 20;
@@ -22,6 +23,7 @@ bool happens(std::mt19937 *dice, double percent)
 {
     return (*dice)() / 4294967296.0 * 100 < percent;
 }
+
 } // namespace
 
 LinkProxy::LinkProxy(const QHostAddress &server, const LinkFaults &faults, QObject *parent)

@@ -20,12 +20,12 @@ class QmdServer : public TlsServer
 public:
     enum class Mode {
         Normal,
-        Slow,    // waits before each reply, see setDelay()
-        Silent,  // never replies
-        Error,   // replies with status 500
-        Cut,     // closes the connection in the middle of a reply
+        Slow,    ///< waits before each reply, see setDelay()
+        Silent,  ///< never replies
+        Error,   ///< replies with status 500
+        Cut,     ///< closes the connection in the middle of a reply
         Rubbish, ///< replies with bytes that are not JSON
-        Huge,    // replies with 50 MB
+        Huge,    ///< replies with 50 MB
         Redirect ///< redirects the device, see setRedirect()
     };
     Q_ENUM(Mode)
