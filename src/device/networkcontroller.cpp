@@ -4,6 +4,7 @@
 #include "device/networkcontroller.h"
 
 #include "device/commands.h"
+#include "device/devicetools.h"
 #include "device/paths.h"
 
 #include <QFile>
@@ -24,14 +25,6 @@ const QString configTool = QStringLiteral("/usr/bin/kt-network-config");
 constexpr int longestWifiLine = 4096;
 /// The tool expects this word in every call.
 const QString fixedWord = QStringLiteral("A");
-
-QString configLine(const char *subCommand, bool withDocument = false, bool asRoot = false)
-{
-    QString arguments = QLatin1String(subCommand) + QLatin1Char(' ') + fixedWord;
-    if (withDocument)
-        arguments += QLatin1Char(' ') + Commands::quoted(Paths::configuration());
-    return Commands::line(configTool, arguments, asRoot);
-}
 
 QJsonObject values(const QByteArray &output)
 {
@@ -74,63 +67,145 @@ WifiItem scannedNetwork(const QJsonObject &entry)
 
 NetworkController::NetworkController(QObject *parent)
     : QObject(parent)
+    , m_commands(m_ownCommands)
+{ }
+
+NetworkController::NetworkController(ToolQueue &commands, QObject *parent)
+    : QObject(parent)
+    , m_commands(commands)
 { }
 
 NetworkController::~NetworkController() = default;
 
 void NetworkController::setNetworkConfig()
 {
-    Commands::runShell(configLine("set-config", true));
+    m_commands.add(DeviceTools::setNetworkConfig());
 }
 
 void NetworkController::connectWired()
 {
-    Commands::runShell(configLine("connect-ethernet"));
+    m_commands.add(DeviceTools::connectWired());
 }
 
 void NetworkController::disableWiredInterface()
 {
-    Commands::runShell(configLine("turn-off-wired"));
+    m_commands.add(DeviceTools::turnOffWired());
 }
 
 void NetworkController::enableWiredInterface()
 {
-    Commands::runShell(configLine("turn-on-wired"));
+    m_commands.add(DeviceTools::turnOnWired());
 }
 
 void NetworkController::disconnect()
 {
-    Commands::runShell(configLine("disconnect-ethernet"));
+    m_commands.add(DeviceTools::disconnectWired());
 }
 
 void NetworkController::disconnectWifi()
 {
-    Commands::runShell(configLine("disconnect-wifi", false, true));
+    m_commands.add(DeviceTools::disconnectWifi());
 }
 
 void NetworkController::autoconnect()
 {
-    Commands::runShell(configLine("autoconnect", true));
+    m_commands.add(DeviceTools::autoconnect());
 }
 
 void NetworkController::setRoutingTable()
 {
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-check-gateway"), QString(), true));
+    m_commands.add(DeviceTools::checkGateway());
 }
 
 void NetworkController::setIpConfigure(const QString &interface, const QString &address, int prefixLength,
                                        bool add, const QString &broadcast)
 {
-    Commands::runShell(ipSettingsLine(interface, address, prefixLength, add, broadcast));
+    m_commands.add(DeviceTools::setAddress(interface, address, prefixLength, add, broadcast));
 }
 
-QString NetworkController::ipSettingsLine(const QString &interface, const QString &address, int prefixLength,
-                                          bool add, const QString &broadcast)
+void NetworkController::query(const ToolCall &call, QObject *context, const OutputDone &done)
 {
-    const QStringList words = {add ? QStringLiteral("-a") : QStringLiteral("-d"), Commands::quoted(interface),
-                               Commands::quoted(address), QString::number(prefixLength),
-                               broadcast.isEmpty() ? QString() : Commands::quoted(broadcast)};
-    return Commands::line(QStringLiteral("/usr/bin/kt-ip-settings"), words.join(QLatin1Char(' ')), true);
+    const QString key = call.program + QLatin1Char(' ') + call.arguments.join(QLatin1Char(' '));
+    QVector<Waiter> &waiting = m_waiting[key];
+    waiting += {context, done};
+    if (waiting.size() > 1)
+        return;
+    ToolRun::start(call, this, [this, key](const ToolResult &result) {
+        const QVector<Waiter> ready = m_waiting.take(key);
+        for (const Waiter &waiter : ready) {
+            if (waiter.context)
+                waiter.done(result);
+        }
+    });
+}
+
+void NetworkController::ask(const QString &subCommand, QObject *context, const ReplyDone &done)
+{
+    query(DeviceTools::networkQuery(subCommand), context, [done](const ToolResult &result) {
+        QByteArray word = result.output;
+        word.replace('\n', "");
+        done(word == "true" || word == "false" ? Reply(word == "true") : std::nullopt);
+    });
+}
+
+void NetworkController::CheckWiredPlugged(QObject *context, const ReplyDone &done)
+{
+    ask(QStringLiteral("is-wired-linked"), context, done);
+}
+
+void NetworkController::isWiredUp(QObject *context, const ReplyDone &done)
+{
+    ask(QStringLiteral("is-wired-on"), context, done);
+}
+
+void NetworkController::isWifiConnected(QObject *context, const ReplyDone &done)
+{
+    ask(QStringLiteral("is-wireless-connected"), context, done);
+}
+
+void NetworkController::isEthernetConnected(QObject *context, const ReplyDone &done)
+{
+    ask(QStringLiteral("is-wired-connected"), context, done);
+}
+
+void NetworkController::getActualWifi(QObject *context, const PropertyDone &done)
+{
+    query(DeviceTools::networkQuery(QStringLiteral("check-wireless-point")), context,
+          [done](const ToolResult &result) {
+              NetworkProperty property;
+              const bool associated = readAccessPoint(result.output, property);
+              done(associated, property);
+          });
+}
+
+void NetworkController::getNetworkByInterface(const QString &interface, QObject *context,
+                                              const PropertyDone &done)
+{
+    if (interface != QLatin1String("eth0") && interface != QLatin1String("wlan0")) {
+        QTimer::singleShot(0, context, [done] { done(false, NetworkProperty()); });
+        return;
+    }
+    const ToolCall parameters = DeviceTools::networkQuery(QStringLiteral("get-%1-parameters").arg(interface));
+    const QPointer<QObject> guard(context);
+    query(parameters, context, [this, interface, guard, done](const ToolResult &result) {
+        if (!guard)
+            return;
+        const QByteArray output = result.output;
+        query(DeviceTools::routes(), guard, [interface, output, done](const ToolResult &routes) {
+            NetworkProperty property;
+            readParameters(output, property);
+            property.setGateway(gatewayFromRoutes(QString::fromLocal8Bit(routes.output)));
+            readNameServers(property);
+            readInterface(interface, property);
+            done(true, property);
+        });
+    });
+}
+
+void NetworkController::GetWifiNetworkList(QObject *context, const ScanDone &done)
+{
+    query(DeviceTools::networkQuery(QStringLiteral("get-wifi-list")), context,
+          [done](const ToolResult &result) { done(readScan(result.output)); });
 }
 
 void NetworkController::limitQueries(int milliseconds)
@@ -178,7 +253,12 @@ bool NetworkController::isEthernetConnected()
 
 bool NetworkController::getActualWifi(NetworkProperty &property)
 {
-    const QJsonObject found = values(ask(QStringLiteral("check-wireless-point")));
+    return readAccessPoint(ask(QStringLiteral("check-wireless-point")), property);
+}
+
+bool NetworkController::readAccessPoint(const QByteArray &output, NetworkProperty &property)
+{
+    const QJsonObject found = values(output);
     const QString status = found.value(QLatin1String("status")).toString();
     if (status == QLatin1String("false")) {
         property.setEssid(QString());
@@ -193,20 +273,30 @@ bool NetworkController::getNetworkByInterface(const QString &interface, NetworkP
 {
     if (interface != QLatin1String("eth0") && interface != QLatin1String("wlan0"))
         return false;
-    const QJsonObject found = values(ask(QStringLiteral("get-%1-parameters").arg(interface)));
+    readParameters(ask(QStringLiteral("get-%1-parameters").arg(interface)), property);
+    networkAdditionalParameters(property);
+    readInterface(interface, property);
+    return true;
+}
+
+void NetworkController::readParameters(const QByteArray &output, NetworkProperty &property)
+{
+    const QJsonObject found = values(output);
     property.setIp(found.value(QLatin1String("ip address")).toString());
     property.setGateway(found.value(QLatin1String("gateway address")).toString());
     property.setNetmask(found.value(QLatin1String("netmask address")).toString());
     property.setTypeIp(found.value(QLatin1String("type")).toString());
-    networkAdditionalParameters(property);
-    readInterface(interface, property);
-    return true;
 }
 
 void NetworkController::networkAdditionalParameters(NetworkProperty &property) const
 {
     property.setGateway(
         gatewayFromRoutes(QString::fromLocal8Bit(query(QStringLiteral("route"), {QStringLiteral("-n")}))));
+    readNameServers(property);
+}
+
+void NetworkController::readNameServers(NetworkProperty &property)
+{
     QFile resolvConf(Paths::nameServers());
     const bool readable = resolvConf.open(QIODevice::ReadOnly);
     readNameServers(readable ? resolvConf.read(Commands::outputLimit) : QByteArray(), property);
@@ -249,10 +339,17 @@ void NetworkController::readInterface(const QString &name, NetworkProperty &prop
 
 void NetworkController::GetWifiNetworkList(QList<WifiItem> &list)
 {
-    const QJsonArray scan = QJsonDocument::fromJson(ask(QStringLiteral("get-wifi-list"))).array();
+    list += readScan(ask(QStringLiteral("get-wifi-list")));
+}
+
+QList<WifiItem> NetworkController::readScan(const QByteArray &output)
+{
+    QList<WifiItem> list;
+    const QJsonArray scan = QJsonDocument::fromJson(output).array();
     for (const QJsonValue &entry : scan)
         list.append(scannedNetwork(entry.toObject()));
     std::sort(list.begin(), list.end(), compareSignalStrengthDesc);
+    return list;
 }
 
 bool NetworkController::connectToWifi(const QString &ssid, const QString &key, bool hidden)

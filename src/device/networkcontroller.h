@@ -4,12 +4,19 @@
 #pragma once
 
 #include "device/networkproperty.h"
+#include "device/toolqueue.h"
 #include "device/wifiitem.h"
 
 #include <QDeadlineTimer>
+#include <QHash>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QProcess>
+#include <QVector>
+
+#include <functional>
+#include <optional>
 
 /// The one class that knows the network tools: their command lines, and how to read what they print.
 ///
@@ -24,8 +31,30 @@ public:
     /// What the Wi-Fi tool said last.
     enum WifiResult { Pending = 0, IncorrectKey = 1, Connected = 2, CertificateRejected = 3 };
 
+    /// What the network tool says to a question: nothing when it failed, hung, or printed neither "true" nor
+    /// "false".
+    using Reply = std::optional<bool>;
+    using ReplyDone = std::function<void(Reply)>;
+    /// The flag says whether the property is known: the interface has one of the two names, or an access
+    /// point is associated.
+    using PropertyDone = std::function<void(bool known, const NetworkProperty &)>;
+    using ScanDone = std::function<void(const QList<WifiItem> &)>;
+
     explicit NetworkController(QObject *parent = nullptr);
+    /// Commands take their turn in `commands`, which outlives the object.
+    explicit NetworkController(ToolQueue &commands, QObject *parent = nullptr);
     ~NetworkController() override;
+
+    // Queries. Each starts at once and calls `done` from the event loop, after `Commands::timeLimitMs` at the
+    // latest, unless `context` is gone by then. The same question asked twice at a time runs the tool once.
+    void CheckWiredPlugged(QObject *context, const ReplyDone &done);
+    void isWiredUp(QObject *context, const ReplyDone &done);
+    void isWifiConnected(QObject *context, const ReplyDone &done);
+    void isEthernetConnected(QObject *context, const ReplyDone &done);
+    void getActualWifi(QObject *context, const PropertyDone &done);
+    void getNetworkByInterface(const QString &interface, QObject *context, const PropertyDone &done);
+    /// A new scan, strongest network first; empty when it failed.
+    void GetWifiNetworkList(QObject *context, const ScanDone &done);
 
     /// Hands the configuration document, as it stands on disk, to the network tool.
     void setNetworkConfig();
@@ -61,9 +90,6 @@ public:
     bool connectToWifi(const WifiItem &item);
     WifiResult wifiResult() const;
 
-    /// The command line of `setIpConfigure`.
-    static QString ipSettingsLine(const QString &interface, const QString &address, int prefixLength,
-                                  bool add, const QString &broadcast);
     /// The gateway column of the first route in the output of "route -n"; empty when there is none.
     static QString gatewayFromRoutes(const QString &routes);
     /// The first two name servers of a resolv.conf go into `dns1` and `dns2`.
@@ -74,6 +100,15 @@ signals:
     void setWifiStatus(bool connected);
 
 private:
+    using OutputDone = std::function<void(const ToolResult &)>;
+    struct Waiter
+    {
+        QPointer<QObject> context;
+        OutputDone done;
+    };
+
+    void query(const ToolCall &call, QObject *context, const OutputDone &done);
+    void ask(const QString &subCommand, QObject *context, const ReplyDone &done);
     QByteArray query(const QString &program, const QStringList &arguments) const;
     QByteArray ask(const QString &subCommand) const;
     bool isTrue(const QString &subCommand) const;
@@ -81,8 +116,15 @@ private:
     void readWifiStatus(QProcess *process);
     void wifiStatusCompleted(QProcess *process);
     void networkAdditionalParameters(NetworkProperty &property) const;
+    static bool readAccessPoint(const QByteArray &output, NetworkProperty &property);
+    static void readParameters(const QByteArray &output, NetworkProperty &property);
+    static void readNameServers(NetworkProperty &property);
+    static QList<WifiItem> readScan(const QByteArray &output);
     static void readInterface(const QString &name, NetworkProperty &property);
 
+    ToolQueue m_ownCommands;
+    ToolQueue &m_commands;
+    QHash<QString, QVector<Waiter>> m_waiting; ///< by the query that is under way
     WifiResult m_wifiResult = Pending;
     QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
 };
