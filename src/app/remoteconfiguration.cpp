@@ -200,11 +200,9 @@ void RemoteConfiguration::handlePostponeConfiguration()
 void RemoteConfiguration::carryOut(const Deferred &deferred)
 {
     if (deferred.networkChange) {
-        m_window.setBusy(true);
         m_network.setNetworkConfig();
         m_network.autoconnect();
-        m_window.setBusy(false);
-        emit networkApplied();
+        m_network.afterCommands(this, [this] { emit networkApplied(); });
     }
     if (deferred.resolutionChange && !deferred.resolution.isEmpty())
         m_resolutions.setResolutionFromConsole(deferred.resolution);

@@ -76,6 +76,7 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     : QObject(parent)
     , m_window(window)
     , m_configuration(QStringLiteral("config.json"), true)
+    , m_network(m_commands)
     , m_networkStatus(m_network, m_configuration)
     , m_remote(*window, m_configuration, m_resolutions, m_network)
     , m_agentFeed(*window, m_configuration)
@@ -306,10 +307,9 @@ void SettingsController::upgrade(const QVector<JsonModule::Edit> &steps)
 
 void SettingsController::applyNetwork()
 {
-    m_window->setBusy(true);
     m_network.setNetworkConfig();
     m_network.autoconnect();
-    m_window->setBusy(false);
+    m_network.afterCommands(this, [this] { m_networkStatus.takeApplied(); });
 }
 
 bool SettingsController::checkConfigCompatibility(const QJsonObject &remote)

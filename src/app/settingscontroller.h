@@ -102,6 +102,7 @@ private:
     SettingsApp *m_window;
     JsonModule m_configuration;
     QJsonObject m_defaults;
+    ToolQueue m_commands; ///< everything that configures the device takes its turn here
     NetworkController m_network;
     NetworkStatus m_networkStatus;
     ResolutionContainer m_resolutions;

@@ -21,8 +21,6 @@ Q_LOGGING_CATEGORY(lcNetwork, "kt.device.network")
 namespace {
 
 const QString configTool = QStringLiteral("/usr/bin/kt-network-config");
-/// The words that count are short; of a tool that never ends its line no more than this is kept.
-constexpr int longestWifiLine = 4096;
 /// The tool expects this word in every call.
 const QString fixedWord = QStringLiteral("A");
 
@@ -104,6 +102,7 @@ void NetworkController::disconnect()
 
 void NetworkController::disconnectWifi()
 {
+    ++m_join; // a join under way is abandoned
     m_commands.add(DeviceTools::disconnectWifi());
 }
 
@@ -123,6 +122,19 @@ void NetworkController::setIpConfigure(const QString &interface, const QString &
     m_commands.add(DeviceTools::setAddress(interface, address, prefixLength, add, broadcast));
 }
 
+void NetworkController::setQueryLimit(int milliseconds)
+{
+    m_queryLimitMs = milliseconds;
+}
+
+void NetworkController::afterCommands(QObject *context, const std::function<void()> &step)
+{
+    m_commands.add([guard = QPointer<QObject>(context), step] {
+        if (guard)
+            step();
+    });
+}
+
 void NetworkController::query(const ToolCall &call, QObject *context, const OutputDone &done)
 {
     const QString key = call.program + QLatin1Char(' ') + call.arguments.join(QLatin1Char(' '));
@@ -130,7 +142,9 @@ void NetworkController::query(const ToolCall &call, QObject *context, const Outp
     waiting += {context, done};
     if (waiting.size() > 1)
         return;
-    ToolRun::start(call, this, [this, key](const ToolResult &result) {
+    ToolCall limited = call;
+    limited.limitMs = m_queryLimitMs;
+    ToolRun::start(limited, this, [this, key](const ToolResult &result) {
         const QVector<Waiter> ready = m_waiting.take(key);
         for (const Waiter &waiter : ready) {
             if (waiter.context)
@@ -354,16 +368,16 @@ QList<WifiItem> NetworkController::readScan(const QByteArray &output)
 
 bool NetworkController::connectToWifi(const QString &ssid, const QString &key, bool hidden)
 {
-    return startWifi(QStringLiteral("/usr/bin/kt-check-wifi"), {ssid, key, flag(hidden)});
+    return join(DeviceTools::joinWifi(ssid, key, hidden));
 }
 
 bool NetworkController::connectToWifi(const WifiItem &item)
 {
     const QString caPath = item.caCert.isEmpty() ? QString() : Paths::caCertificates() + item.caCert;
-    return startWifi(QStringLiteral("/usr/bin/kt-enterprise-wifi"),
-                     {item.essid(), item.userName, item.authenticationMethod, item.encrypt,
-                      item.advancedSecurity, flag(item.hidden), caPath,
-                      item.clientCert + QLatin1String(".p12"), item.userPassword, item.clientCertPassword});
+    return join(DeviceTools::joinEnterpriseWifi({item.essid(), item.userName, item.authenticationMethod,
+                                                 item.encrypt, item.advancedSecurity, flag(item.hidden),
+                                                 caPath, item.clientCert + QLatin1String(".p12"),
+                                                 item.userPassword, item.clientCertPassword}));
 }
 
 NetworkController::WifiResult NetworkController::wifiResult() const
@@ -371,32 +385,25 @@ NetworkController::WifiResult NetworkController::wifiResult() const
     return m_wifiResult;
 }
 
-bool NetworkController::startWifi(const QString &program, const QStringList &arguments)
+bool NetworkController::join(const ToolCall &call)
 {
-    // An earlier join may still be running; its late words count, and it goes when it has ended.
-    auto *process = new QProcess(this);
     m_wifiResult = Pending;
-    connect(process, &QProcess::readyReadStandardOutput, this, [this, process] { readWifiStatus(process); });
-    connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
-            [this, process] { wifiStatusCompleted(process); });
-    connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            wifiStatusCompleted(process);
+    const int number = ++m_join;
+    // The network that is left is left before another is joined; the join itself keeps no command waiting.
+    m_commands.add([this, self = QPointer<NetworkController>(this), call, number] {
+        if (!self || number != m_join)
+            return;
+        ToolRun::start(call, this, [this, number](const ToolResult &result) {
+            if (number == m_join)
+                endJoin(result);
+        });
     });
-    process->setProcessEnvironment(Commands::environment());
-    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    qCDebug(lcNetwork).noquote() << "start:" << program;
-    process->start(Paths::program(program), arguments, QIODevice::ReadWrite);
-    return m_wifiResult == Connected;
+    return false;
 }
 
-void NetworkController::readWifiStatus(QProcess *process)
+void NetworkController::endJoin(const ToolResult &result)
 {
-    while (process->canReadLine() || process->bytesAvailable() > longestWifiLine
-           || (process->state() == QProcess::NotRunning && process->bytesAvailable() > 0)) {
-        QByteArray line = process->readLine(longestWifiLine);
-        if (line.endsWith('\n'))
-            line.chop(1);
+    for (const QByteArray &line : result.output.split('\n')) {
         if (line == "connected")
             m_wifiResult = Connected;
         else if (line == "incorrect key")
@@ -404,12 +411,6 @@ void NetworkController::readWifiStatus(QProcess *process)
         else if (line == "certificate verification failed")
             m_wifiResult = CertificateRejected;
     }
-}
-
-void NetworkController::wifiStatusCompleted(QProcess *process)
-{
-    readWifiStatus(process);
-    qCDebug(lcNetwork) << "WiFi Configuration exited with" << process->exitCode() << "code";
-    process->deleteLater();
+    qCDebug(lcNetwork) << "WiFi Configuration exited with" << result.exitCode << "code";
     emit setWifiStatus(m_wifiResult == Connected);
 }

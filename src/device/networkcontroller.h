@@ -12,7 +12,6 @@
 #include <QList>
 #include <QObject>
 #include <QPointer>
-#include <QProcess>
 #include <QVector>
 
 #include <functional>
@@ -20,9 +19,8 @@
 
 /// The one class that knows the network tools: their command lines, and how to read what they print.
 ///
-/// Commands block until the tool has ended and tell nothing of its outcome. Queries block for at most
-/// `Commands::timeLimitMs`; a tool that is missing, hangs or prints something else reads as "false", or as
-/// empty fields. Joining a Wi-Fi network is asynchronous.
+/// Nothing here waits. Commands take their turn in a queue and tell nothing of their outcome. Queries start
+/// at once; a tool that is missing, hangs or prints something else reads as no reply, or as empty fields.
 class NetworkController : public QObject
 {
     Q_OBJECT
@@ -69,6 +67,12 @@ public:
     void setIpConfigure(const QString &interface, const QString &address, int prefixLength, bool add,
                         const QString &broadcast);
 
+    /// For tests that have no half a minute to spare.
+    void setQueryLimit(int milliseconds);
+    /// Calls `step` when all commands so far have ended, unless `context` is gone by then.
+    void afterCommands(QObject *context, const std::function<void()> &step);
+
+    // The blocking queries go away with their last callers.
     /// From now on all queries together block for at most this long; those behind are not made.
     void limitQueries(int milliseconds);
     bool CheckWiredPlugged();
@@ -83,10 +87,11 @@ public:
     /// Appends every network of a new scan, strongest first.
     void GetWifiNetworkList(QList<WifiItem> &list);
 
-    /// Joins an open network (empty key) or one with a pass phrase. Always answers false: `setWifiStatus`
-    /// tells how it went.
+    /// Joins an open network (empty key) or one with a pass phrase, once the commands so far have ended.
+    /// Always returns false: `setWifiStatus` tells how it went. The end of a join is not reported when
+    /// another one or `disconnectWifi` came after it.
     bool connectToWifi(const QString &ssid, const QString &key, bool hidden);
-    /// Joins an 802.1x network. Always answers false, as above.
+    /// Joins an 802.1x network. Always returns false, as above.
     bool connectToWifi(const WifiItem &item);
     WifiResult wifiResult() const;
 
@@ -112,9 +117,8 @@ private:
     QByteArray query(const QString &program, const QStringList &arguments) const;
     QByteArray ask(const QString &subCommand) const;
     bool isTrue(const QString &subCommand) const;
-    bool startWifi(const QString &program, const QStringList &arguments);
-    void readWifiStatus(QProcess *process);
-    void wifiStatusCompleted(QProcess *process);
+    bool join(const ToolCall &call);
+    void endJoin(const ToolResult &result);
     void networkAdditionalParameters(NetworkProperty &property) const;
     static bool readAccessPoint(const QByteArray &output, NetworkProperty &property);
     static void readParameters(const QByteArray &output, NetworkProperty &property);
@@ -125,6 +129,8 @@ private:
     ToolQueue m_ownCommands;
     ToolQueue &m_commands;
     QHash<QString, QVector<Waiter>> m_waiting; ///< by the query that is under way
+    int m_queryLimitMs = Commands::timeLimitMs;
     WifiResult m_wifiResult = Pending;
+    int m_join = 0; ///< counts joins, and what abandons one
     QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
 };

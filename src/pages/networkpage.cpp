@@ -247,13 +247,11 @@ QJsonObject NetworkPage::savedProxy(QJsonObject proxy) const
 
 void NetworkPage::runTools(const QJsonObject &)
 {
-    emit busy(true);
     m_network.setNetworkConfig();
     if (m_wiredChanged)
         applyWired();
     if (m_wirelessChanged)
         applyWireless();
-    emit busy(false);
     emit applied();
 }
 
@@ -266,7 +264,7 @@ void NetworkPage::applyWired()
     } else {
         m_network.disconnect();
     }
-    emit wiredApplied(enabled);
+    m_network.afterCommands(this, [this, enabled] { emit wiredApplied(enabled); });
 }
 
 void NetworkPage::applyWireless()

@@ -197,6 +197,11 @@ void NetworkStatus::cablePresent()
     }
     if (m_pluggedCorrect)
         putAddressBack();
+    m_network.afterCommands(this, [this] { showCable(); });
+}
+
+void NetworkStatus::showCable()
+{
     showWiredConnected();
     if (m_checkGroupList) {
         m_checkGroupList = false;
@@ -249,12 +254,10 @@ void NetworkStatus::reconnectEthernet()
         m_reconnectTimer.start(reconnectMs);
         return;
     }
-    emit busy(true);
     m_network.setNetworkConfig();
     m_network.disconnect();
     m_network.connectWired();
-    emit busy(false);
-    m_cableWatchTimer.start(cableWatchMs);
+    m_network.afterCommands(this, [this] { m_cableWatchTimer.start(cableWatchMs); });
 }
 
 void NetworkStatus::checkPluggedEthernet()

@@ -93,6 +93,7 @@ private:
     /// False when the interface has no address after all.
     bool showWiredConnected();
     void cablePresent();
+    void showCable();
     void cableAbsent();
     void takeAddressOff();
     void putAddressBack();

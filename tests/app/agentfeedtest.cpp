@@ -177,7 +177,7 @@ void AgentFeedTest::followsAPushedDocument()
     QCOMPARE(uploaded().value(Key::general).toObject(), general);
     QCOMPARE(part<QLabel>("deviceNameLabel")->text(), QStringLiteral("pushed"));
     // What the merge leaves to be done is done without anybody asking for it.
-    QVERIFY(m_device->calls().join(QLatin1Char(' ')).contains(QLatin1String("set-config")));
+    QTRY_VERIFY(m_device->calls().join(QLatin1Char(' ')).contains(QLatin1String("set-config")));
     // The answer to the upload brings the same document again: that is the end of it.
     m_server->spool().add(QString(), QStringLiteral("body"), document);
     m_window->deviceAgent().putConfiguration();

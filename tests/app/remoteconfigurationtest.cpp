@@ -143,8 +143,8 @@ void RemoteConfigurationTest::appliesWhatThereIsToApply()
     device.device.forgetCalls();
     const QSignalSpy icons(&device.controller.networkStatus(), &NetworkStatus::wiredIconShown);
     device.apply();
-    QVERIFY(device.device.calls().join(QLatin1Char('|')).contains(call));
-    QCOMPARE(icons.isEmpty(), !call.contains(QLatin1String("network"))); // the indicators follow
+    QTRY_VERIFY(device.device.calls().join(QLatin1Char('|')).contains(call));
+    QTRY_COMPARE(icons.isEmpty(), !call.contains(QLatin1String("network"))); // the indicators follow
     QCOMPARE(device.device.calls().isEmpty(), call.isEmpty());
     if (call == tool)
         QCOMPARE(device.stored(Key::display)[Key::primary][Key::resolution], QJsonValue("Automatic"));

@@ -69,10 +69,12 @@ private slots:
         QCOMPARE(lines.filter(QRegularExpression("^UPGRADE")).join(','), printed);
 
         const bool upgraded = printed.contains("STARTED");
-        const QJsonObject applied = QJsonDocument::fromJson(device.read("/lab/state/network.json")).object();
-        QCOMPARE(applied, upgraded ? expected[Key::network].toObject() : QJsonObject());
-        const QString calls = device.calls().join(' ');
-        QCOMPARE(calls.contains(QRegularExpression("set-config A .*autoconnect A ")), upgraded);
+        const auto applied = [&device] {
+            return QJsonDocument::fromJson(device.read("/lab/state/network.json")).object();
+        };
+        QTRY_COMPARE(applied(), upgraded ? expected[Key::network].toObject() : QJsonObject());
+        const QRegularExpression commands("set-config A .*autoconnect A ");
+        QTRY_COMPARE(device.calls().join(' ').contains(commands), upgraded);
         QCOMPARE(window.cursor().shape(), Qt::ArrowCursor);
 
         QVERIFY(controller.checkConfigCompatibility(expected));

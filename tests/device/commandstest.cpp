@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "device/commands.h"
-#include "device/networkcontroller.h"
+#include "device/devicetools.h"
 #include "device/paths.h"
 #include "testdevice.h"
 #include "testtable.h"
@@ -29,9 +29,9 @@ private slots:
         QCOMPARE(Commands::line("/usr/bin/kt-check-gateway", QString(), true),
                  "sudo /usr/bin/kt-check-gateway");
         const QString eth0 = "eth0";
-        QCOMPARE(NetworkController::ipSettingsLine(eth0, "10.0.0.5", 24, true, "10.0.0.255"),
+        QCOMPARE(DeviceTools::setAddress(eth0, "10.0.0.5", 24, true, "10.0.0.255").commandLine,
                  "sudo /usr/bin/kt-ip-settings -a eth0 10.0.0.5 24 10.0.0.255");
-        QCOMPARE(NetworkController::ipSettingsLine(eth0, "1; reboot", 8, false, QString()),
+        QCOMPARE(DeviceTools::setAddress(eth0, "1; reboot", 8, false, QString()).commandLine,
                  "sudo /usr/bin/kt-ip-settings -d eth0 '1; reboot' 8 ");
     }
 

@@ -66,6 +66,7 @@ private:
     void start(const char *eth, const char *wlan, const char *dns = "{'type': 'dhcp'}");
     void edit(const Edits &edits);
     void scan(const QByteArray &answer);
+    void commandsEnded();
     void inDialog(const std::function<void(WpaCredentialDialog *)> &act);
     template <typename Widget>
     Widget *part(const QString &path) const
@@ -130,6 +131,13 @@ void NetworkPageTest::edit(const Edits &edits)
     }
 }
 
+void NetworkPageTest::commandsEnded()
+{
+    bool ended = false;
+    m_network->afterCommands(this, [&ended] { ended = true; });
+    QTRY_VERIFY(ended);
+}
+
 void NetworkPageTest::refusesInOrder()
 {
     const char *const byDhcp = "{'type': 'dhcp'}";
@@ -173,6 +181,7 @@ void NetworkPageTest::refusesInOrder()
         QCOMPARE(accepted, row.message.isEmpty());
         QCOMPARE(m_device->document() == before, !row.message.isEmpty());
         // Where it is accepted, nothing that is connected is connected anew.
+        commandsEnded();
         QCOMPARE(m_device->calls().size(), row.message.isEmpty() ? 1 : 0);
     }
 }
@@ -230,6 +239,7 @@ void NetworkPageTest::tellsTheToolsInOrder()
             QTRY_COMPARE(outcome.count(), 1);
             QCOMPARE(outcome.first().first(), row.joined);
         }
+        commandsEnded();
         QStringList heard = m_device->calls();
         QVERIFY(heard.takeFirst().startsWith("kt-network-config set-config A "));
         QCOMPARE(heard.filter(QRegularExpression("^(?!sudo )")), row.calls);
