@@ -39,7 +39,7 @@ bool StagedFiles::add(const QString &folder, const QString &name, const QByteArr
     QDir().mkpath(folder);
     m_files += {folder, hiddenPrefix + name, name, false};
     const QString path = folder + m_files.last().hidden;
-    const QString error = DurableFile::write(path, content, mode);
+    const QString error = DurableFile::writeContent(path, content, mode);
     return error.isEmpty() || failed(path, error);
 }
 

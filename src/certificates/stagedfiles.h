@@ -9,8 +9,8 @@
 
 #include <sys/types.h>
 
-/// New files that appear all together or not at all: written under hidden names, brought to the disk, then
-/// renamed. What has not been kept when the object goes away is removed again.
+/// Adds several new files, all or none. They are written to the disk under hidden names and then renamed. The
+/// destructor removes them unless `keep` was called.
 class StagedFiles
 {
 public:
@@ -19,17 +19,17 @@ public:
     StagedFiles(const StagedFiles &) = delete;
     StagedFiles &operator=(const StagedFiles &) = delete;
 
-    /// Writes the file under its hidden name; false, with a line in the log, when there is no room. `folder`
-    /// ends with a slash and is made when it is missing.
+    /// Writes the file under its hidden name; false, with a line in the log, if that fails. `folder` ends
+    /// with a slash and is created if missing.
     bool add(const QString &folder, const QString &name, const QByteArray &content, mode_t mode);
-    /// Gives the files their names.
+    /// Renames all files to their final names.
     bool publish();
-    /// From now on they stay.
+    /// Makes the files permanent.
     void keep();
 
-    /// Removes the hidden files that a power cut left in a folder.
+    /// Removes hidden files that were left by a power failure.
     static void sweep(const QString &folder);
-    /// Brings the names in a folder to the disk.
+    /// Writes the names in a folder to the disk.
     static bool syncFolder(const QString &folder);
 
 private:

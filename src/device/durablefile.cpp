@@ -17,17 +17,17 @@ namespace {
 
 bool open(QSaveFile &file, mode_t mode)
 {
-    // The mode is set while the file is made: a file that others may open for a moment can be read later.
+    // Set while the file is created: a user who can open it even for a moment can read it later.
     const mode_t before = ::umask(~mode & 0777);
     const bool opened = file.open(QIODevice::WriteOnly);
     ::umask(before);
     return opened;
 }
 
-/// QSaveFile ignores what the disk reports when the content reaches it.
+/// QSaveFile ignores errors of fsync, so this calls it first.
 QString save(QSaveFile &file, const QByteArray &content)
 {
-    // A disk that fills up accepts a part without an error, and refuses the rest.
+    // A disk that becomes full accepts a part without an error and refuses the rest.
     qint64 written = 0;
     while (written < content.size()) {
         const qint64 count = file.write(content.constData() + written, content.size() - written);
@@ -44,14 +44,19 @@ QString save(QSaveFile &file, const QByteArray &content)
 
 } // namespace
 
-QString write(const QString &path, const QByteArray &content, mode_t mode)
+QString writeContent(const QString &path, const QByteArray &content, mode_t mode)
 {
     if (QFileInfo(path).isSymLink())
-        QFile::remove(path); // QSaveFile would replace the file that it leads to
+        QFile::remove(path); // QSaveFile would replace the target of the link
     QSaveFile file(path);
     if (!open(file, mode))
         return file.errorString();
-    QString error = save(file, content);
+    return save(file, content);
+}
+
+QString write(const QString &path, const QByteArray &content, mode_t mode)
+{
+    QString error = writeContent(path, content, mode);
     if (error.isEmpty() && !synchronise(QFileInfo(path).path())) {
         error = qt_error_string(errno);
         QFile::remove(path);

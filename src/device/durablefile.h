@@ -11,12 +11,14 @@
 /// Files that survive a power failure.
 namespace DurableFile {
 
-/// Writes a file as a whole. When this returns an empty text, the file is on the disk under its name;
-/// otherwise the text is the system's error, and nothing unfinished is left. A new file has `mode` from the
-/// start; a file that is replaced keeps its own.
+/// Writes a complete file or none. Returns an empty text when the file is on the disk under its name, or the
+/// system's error. A new file has `mode` from the start; a replaced file keeps its own.
 QString write(const QString &path, const QByteArray &content, mode_t mode = 0644);
 
-/// Brings a file, or the names in a folder, to the disk; false with `errno` set when that fails.
+/// Does the same without synchronising the folder: the caller does that once after several files.
+QString writeContent(const QString &path, const QByteArray &content, mode_t mode);
+
+/// Writes a file's content, or the names in a folder, to the disk. False, with `errno` set, if that fails.
 bool synchronise(const QString &path);
 
 } // namespace DurableFile
