@@ -56,7 +56,7 @@ void AgentFeed::takeNetworkStatus()
 {
     // An offer that is gone was made by a network that may come back.
     const bool wanted = !m_url.isEmpty() && management().value(Key::qmdManagement).toBool();
-    if (wanted && url() != m_url && RestClient::canReach(QUrl(url())))
+    if (wanted && url() != m_url && RestClient::isSupported(QUrl(url())))
         m_turn.start(0);
 }
 

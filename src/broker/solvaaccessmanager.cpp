@@ -24,11 +24,11 @@ SolvaAccessManager::SolvaAccessManager(QObject *parent)
 {
     connect(&m_manager, &QNetworkAccessManager::finished, this, &SolvaAccessManager::replyFinished);
     connect(&m_manager, &QNetworkAccessManager::authenticationRequired, this,
-            &SolvaAccessManager::answerChallenge);
+            &SolvaAccessManager::handleChallenge);
     connect(&m_manager, &QNetworkAccessManager::sslErrors, this, &SolvaAccessManager::sslErrorsSlot);
     m_replyTimer.setSingleShot(true);
     m_replyTimer.setInterval(replyTimeMs);
-    connect(&m_replyTimer, &QTimer::timeout, this, [this] { breakOff(tr("The broker does not answer.")); });
+    connect(&m_replyTimer, &QTimer::timeout, this, [this] { fail(tr("The broker does not answer.")); });
 }
 
 SolvaAccessManager::~SolvaAccessManager()
@@ -40,8 +40,8 @@ SolvaAccessManager::~SolvaAccessManager()
 void SolvaAccessManager::getSolvaServers(const QString &address, const QString &user, const QString &password,
                                          const QString &domain)
 {
-    // Deleted, not aborted: its thread may be waiting for an answer of ours, and the cache is cleared only
-    // when that thread has ended.
+    // Deleted, not aborted: its thread may be waiting for us, and the cache can be cleared only after that
+    // thread has ended.
     delete m_reply.data();
     m_session.address = address;
     m_session.user = SolvaProtocol::userWithDomain(user, domain);
@@ -53,8 +53,8 @@ void SolvaAccessManager::getSolvaServers(const QString &address, const QString &
     std::printf("[%s]   [%s]   [%s]\n", qUtf8Printable(url.toString()), qUtf8Printable(m_session.user),
                 qUtf8Printable(password));
     std::fflush(stdout);
-    // The user information is handed over in answerChallenge: left in the URL it would turn up in error
-    // texts, and not every character of a password would reach the broker.
+    // handleChallenge supplies the credentials. In the URL they would appear in error texts, and some
+    // characters of a password would not reach the broker.
     QNetworkRequest request(url.adjusted(QUrl::RemoveUserInfo));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::SameOriginRedirectPolicy);
     m_reply = m_manager.get(request);
@@ -88,9 +88,8 @@ void SolvaAccessManager::replyFinished(QNetworkReply *reply)
     emit sendReply(noError);
 }
 
-/// The first challenge is answered with the credentials of the request; the broker has no use for them when
-/// it asks again.
-void SolvaAccessManager::answerChallenge(QNetworkReply *reply, QAuthenticator *authenticator)
+/// Answers only the first challenge: a second one means that the broker has rejected the credentials.
+void SolvaAccessManager::handleChallenge(QNetworkReply *reply, QAuthenticator *authenticator)
 {
     if (reply != m_reply || m_credentialsGiven || m_session.user.isEmpty()) {
         authenticationRequiredSlot(reply, authenticator);
@@ -137,11 +136,11 @@ QStringList SolvaAccessManager::getConnectionArguments() const
 void SolvaAccessManager::checkSize()
 {
     if (m_reply && m_reply->bytesAvailable() > bodyLimit)
-        breakOff(tr("The broker's reply is too long."));
+        fail(tr("The broker's reply is too long."));
 }
 
-/// Never called by the reply itself, which is gone afterwards.
-void SolvaAccessManager::breakOff(const QString &reason)
+/// Deletes the reply, so no signal of the reply may call this directly.
+void SolvaAccessManager::fail(const QString &reason)
 {
     abandon();
     printError(reason);

@@ -16,47 +16,45 @@
 class QAuthenticator;
 class QSslError;
 
-/// Logs a user on to a SOLVA connection broker, holds the desktops that it offers him, and says how the
-/// broker's client program is to be called for one of them.
+/// Logs a user on to a SOLVA connection broker, holds the list of the user's desktops, and builds the command
+/// line of the broker's client program.
 ///
-/// One log-on at a time: a new one ends the one under way, of which nothing more is heard. Every log-on has
-/// one outcome, told by `sendReply`, unless it is abandoned.
+/// One log-on runs at a time; a new one silently cancels the running one. Every log-on that is not cancelled
+/// emits `sendReply` once.
 ///
-/// Some of what it prints holds the password. These lines go to standard output alone, never through the
-/// logger.
+/// Lines that contain the password go to standard output only, never to the log.
 class SolvaAccessManager : public QObject
 {
     Q_OBJECT
 
 public:
-    /// How long a broker may take for its whole reply.
+    /// The time limit for a broker's whole reply.
     static constexpr int replyTimeMs = 30000;
-    /// A list of desktops is text of some kilobytes; a reply that exceeds this is not one.
+    /// A list of desktops has some kilobytes of text; longer replies are refused.
     static constexpr int bodyLimit = 8 * 1024 * 1024;
-    /// What `sendReply` says after a success, and when the broker does not accept the credentials.
+    /// The argument of `sendReply` after a success, and when the broker rejects the credentials.
     static inline const QString noError = QStringLiteral("NO_ERROR");
     static inline const QString credentialsRefused = QStringLiteral("Host requires authentication");
 
     explicit SolvaAccessManager(QObject *parent = nullptr);
     ~SolvaAccessManager() override;
 
-    /// Asks the broker for the desktops of a user. The domain, unless empty, is added to a user's name that
-    /// has none.
+    /// Requests the user's desktops from the broker. A domain is added to a user name without one.
     void getSolvaServers(const QString &address, const QString &user, const QString &password,
                          const QString &domain);
-    /// Ends the log-on under way, of which nothing more is heard.
+    /// Cancels the running log-on silently.
     void abandon();
-    /// Fills the list of desktops from a reply's body.
+    /// Fills the list of desktops from the body of a reply.
     void parseServers(const QByteArray &body);
     /// The arguments for "solva-client".
     QStringList getConnectionArguments() const;
 
-    /// The desktops, a row each with its name in column 0. They stay ours and live until the next success:
-    /// whoever keeps one, such as a model, takes a copy, `new Item(*desktop)`.
+    /// The desktops, one row each with the name in column 0. This object owns them until the next success; a
+    /// model that keeps one copies it: `new Item(*desktop)`.
     const QList<Item *> &getDesktops() const { return m_desktops; }
     bool isBusy() const { return m_reply != nullptr; }
 
-    /// The broker's address as given, and the user's name with the domain that was added.
+    /// The broker's address as given, and the user name with its domain.
     QString getAddress() const { return m_session.address; }
     void setAddress(const QString &address) { m_session.address = address; }
     QString getUser() const { return m_session.user; }
@@ -66,7 +64,7 @@ public:
 
     QString getDesktop() const { return m_session.desktop; }
     void setDesktop(const QString &desktop) { m_session.desktop = desktop; }
-    /// Whether the desktop is to be started as soon as the list is there.
+    /// Whether the desktop starts as soon as the list arrives.
     bool getAutoconnect() const { return m_autoconnect; }
     void setAutoconnect(bool autoconnect) { m_autoconnect = autoconnect; }
     QString getProtocol() const { return m_session.protocol; }
@@ -84,27 +82,27 @@ public:
     QString getDualDisplayPosition() const { return m_session.dualDisplayPosition; }
     void setDualDisplayPosition(const QString &position) { m_session.dualDisplayPosition = position; }
 
-    /// For tests that have no half minute to spare.
+    /// For tests: shortens the time limit of a reply.
     void setReplyTime(int milliseconds) { m_replyTimer.setInterval(milliseconds); }
 
 public slots:
     void replyFinished(QNetworkReply *reply);
-    /// The broker asks for other credentials than the user's: there are none.
+    /// The broker requests other credentials; there are none.
     void authenticationRequiredSlot(QNetworkReply *reply, QAuthenticator *authenticator);
-    /// A broker signs its own certificate: every fault of it is passed over.
+    /// Brokers use self-signed certificates, so all certificate errors are ignored.
     void sslErrorsSlot(QNetworkReply *reply, const QList<QSslError> &errors);
 
 signals:
-    /// `noError`, or what went wrong.
+    /// `noError`, or the error text.
     void sendReply(const QString &reply);
 
 private:
-    void answerChallenge(QNetworkReply *reply, QAuthenticator *authenticator);
+    void handleChallenge(QNetworkReply *reply, QAuthenticator *authenticator);
     void checkSize();
-    void breakOff(const QString &reason);
+    void fail(const QString &reason);
 
     QNetworkAccessManager m_manager;
-    QPointer<QNetworkReply> m_reply; ///< the one that is awaited
+    QPointer<QNetworkReply> m_reply; ///< the reply of the running log-on
     QTimer m_replyTimer;
     bool m_credentialsGiven = false;
     SolvaProtocol::Session m_session;

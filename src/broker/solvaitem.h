@@ -5,7 +5,7 @@
 
 #include "models/item.h"
 
-/// A broker's row. It adds nothing to `Item`; the desktops themselves are plain `Item`s.
+/// The row of a broker, without anything beyond `Item`. Desktops are plain `Item`s.
 class SolvaItem : public Item
 {
 public:

@@ -11,7 +11,7 @@ namespace {
 
 const QLatin1String schemeEnd("://");
 
-/// The name in "name:NAME|...", or nothing.
+/// The name in "name:NAME|..."; empty for other lines.
 QString desktopName(const QByteArray &line)
 {
     if (!line.startsWith("name"))

@@ -8,20 +8,21 @@
 #include <QStringList>
 #include <QUrl>
 
-/// What is said to a SOLVA broker and to its client program, without a socket.
+/// Builds requests to a SOLVA broker and the command line of its client program, and reads replies. Needs no
+/// socket.
 namespace SolvaProtocol {
 
 constexpr quint16 defaultPort = 8443;
 inline const QString requestPath = QStringLiteral("/_mpcdesktops?version=v3");
 
-/// No broker names more desktops, nor longer ones, than a user can look through.
+/// Limits on the number of desktops and on the length of their names, far above any real broker's.
 constexpr int desktopLimit = 100000;
 constexpr int nameLimit = 1024;
 
-/// All that the broker's client program is told.
+/// The parameters of the broker's client program.
 struct Session
 {
-    QString address; ///< of the broker, as it was typed
+    QString address; ///< of the broker, as typed
     QString protocol = QStringLiteral("ZMP");
     QString desktop;
     QString user;
@@ -34,17 +35,17 @@ struct Session
     QString dualDisplayPosition;
 };
 
-/// The address with scheme and port. One that holds "://" stays as it is, whatever its scheme; one that holds
-/// a colon has its port.
+/// The address with scheme and port. An address with "://" stays unchanged; another one with a colon already
+/// has a port.
 QString completedAddress(const QString &address);
 
-/// "user@domain", unless the domain is empty or the user names one himself.
+/// "user@domain", unless the domain is empty or the user name contains one.
 QString userWithDomain(const QString &user, const QString &domain);
 
-/// Where the list of desktops is asked for, with the credentials as the URL's user information.
+/// The URL of the list of desktops, with the credentials as user information.
 QUrl requestUrl(const QString &address, const QString &user, const QString &password);
 
-/// The broker's host alone.
+/// The broker's host without scheme and port.
 QString host(const QString &address);
 
 struct Credentials
@@ -53,11 +54,11 @@ struct Credentials
     QString password;
 };
 
-/// What Qt's basic authentication has to be given for the credentials to reach the broker: it sends one byte
-/// a character. Those that bytes cannot hold so are sent as UTF-8.
+/// The credentials for Qt's basic authentication, which sends each character as one byte. Credentials beyond
+/// Latin-1 are sent as UTF-8.
 Credentials basicCredentials(const QString &user, const QString &password);
 
-/// The desktops of a reply, in its order. Lines that name none are passed over.
+/// The desktops of a reply, in its order. Lines without a desktop are skipped.
 QStringList desktopNames(const QByteArray &body);
 
 QStringList connectionArguments(const Session &session);

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Both readable on white and on a selected row.
+// Both are readable on white and on a selected row.
 const QColor expiredColour(0xA6, 0x1B, 0x1B);
 const QColor earlyColour(0x7A, 0x4A, 0x00);
 

@@ -8,8 +8,8 @@
 #include <QAbstractTableModel>
 #include <QVector>
 
-/// The certificates of one kind, as a table for the security page or as the choices of a combo box. It
-/// follows the store.
+/// The certificates of one kind, as a table for the security page or as the entries of a combo box. It
+/// follows changes of the store.
 class CertificateModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -18,9 +18,9 @@ public:
     enum Column { Name, Issuer, ValidFrom, ValidTo, State };
     enum class Use {
         Table,
-        Choice, ///< begins with "None", and a name says all there is to know
+        Choice, ///< for a combo box: starts with "None", and the name includes the state
     };
-    /// What the Wi-Fi settings store for a row; empty for "None".
+    /// The value that the Wi-Fi settings store for a row; empty for "None".
     static constexpr int ValueRole = Qt::UserRole;
 
     /// `store` outlives the model.
@@ -28,9 +28,9 @@ public:
                      QObject *parent = nullptr);
 
     CertificateStore::Kind kind() const;
-    /// The row's certificate; one without a file name for "None" and for a row that there is not.
+    /// The row's certificate; without a file name for "None" and for an invalid row.
     Certificate certificate(int row) const;
-    /// -1 when there is none.
+    /// -1 if the file is not listed.
     int rowOf(const QString &fileName) const;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -38,11 +38,11 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    /// A certificate's state in a word.
+    /// A certificate's state, for the user.
     static QString stateText(const Certificate &certificate);
 
 public slots:
-    /// Lists the store anew.
+    /// Reads the store again.
     void reload();
 
 private:

@@ -37,7 +37,7 @@ Content described(const std::vector<OpenSsl::Certificate> &certificates)
     return content;
 }
 
-/// Puts the certificate that one of the keys belongs to in front; false when there is none.
+/// Moves the certificate that belongs to one of the keys to the front; false when there is none.
 bool putOwnFirst(Pkcs12Content &content)
 {
     for (const OpenSsl::Key &key : content.keys) {
@@ -63,7 +63,7 @@ Content readOpened(Pkcs12Content &opened)
     return content;
 }
 
-/// Nothing when the bytes are no PKCS#12 file.
+/// Returns nothing if the bytes are not a PKCS#12 file.
 std::optional<Content> readPkcs12(const QByteArray &bytes, const std::optional<QString> &password)
 {
     Pkcs12Content opened = openPkcs12(bytes, password.value_or(QString()).toUtf8());
@@ -80,7 +80,7 @@ std::optional<Content> readPkcs12(const QByteArray &bytes, const std::optional<Q
     return readOpened(opened);
 }
 
-/// Nothing when the bytes are not from end to end certificates.
+/// Returns nothing if the bytes are not certificates up to their end.
 std::optional<Content> readDer(const QByteArray &bytes)
 {
     std::vector<OpenSsl::Certificate> certificates;
@@ -145,7 +145,7 @@ Content readPem(const QByteArray &bytes)
 {
     std::vector<OpenSsl::Certificate> certificates;
     bool hasKey = false;
-    const int mark = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0; // some editors put it in front of a text
+    const int mark = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0; // a byte order mark, which some editors add
     const OpenSsl::Bio in(BIO_new_mem_buf(bytes.constData() + mark, bytes.size() - mark));
     for (;;) {
         PemBlock block;

@@ -34,7 +34,8 @@ constexpr int longestRecordedText = 256;
 
 const QString authorityEnding = QStringLiteral(".pem");
 const QString clientEnding = QStringLiteral(".p12");
-/// Beside each PKCS#12 file: the certificate in it, which could not be listed without the password otherwise.
+/// A companion file holds the certificate of each PKCS#12 file, which can then be listed without the
+/// password.
 const QString publicEnding = QStringLiteral(".crt");
 
 QString folder(Kind kind)
@@ -47,9 +48,9 @@ QString ending(Kind kind)
     return kind == Kind::Authority ? authorityEnding : clientEnding;
 }
 
-QString baseName(const QString &fileName, const QString &itsEnding)
+QString baseName(const QString &fileName, const QString &suffix)
 {
-    return fileName.endsWith(itsEnding) ? fileName.chopped(itsEnding.size()) : fileName;
+    return fileName.endsWith(suffix) ? fileName.chopped(suffix.size()) : fileName;
 }
 
 std::optional<QByteArray> readBounded(const QString &path)
@@ -61,27 +62,27 @@ std::optional<QByteArray> readBounded(const QString &path)
     return file.error() == QFileDevice::NoError ? std::optional<QByteArray>(bytes) : std::nullopt;
 }
 
-/// The first line of the certificate beside a PKCS#12 file: it belongs to this content and to no other.
-const QByteArray bondStart = "of PKCS#12 with SHA-256 ";
+/// The first line of a companion binds it to the content of one PKCS#12 file.
+const QByteArray digestLineStart = "of PKCS#12 with SHA-256 ";
 
-QByteArray bond(const QByteArray &pkcs12)
+QByteArray digestLine(const QByteArray &pkcs12)
 {
-    return bondStart + QCryptographicHash::hash(pkcs12, QCryptographicHash::Sha256).toHex() + '\n';
+    return digestLineStart + QCryptographicHash::hash(pkcs12, QCryptographicHash::Sha256).toHex() + '\n';
 }
 
-/// The certificates in one file of the store; none when it cannot be read.
+/// The certificates in one file of the store; none if it cannot be read.
 QVector<Certificate> certificatesIn(Kind kind, const QString &fileName)
 {
     const QString path = folder(kind) + fileName;
     const QByteArray bytes = readBounded(path).value_or(QByteArray());
     if (kind == Kind::Authority)
         return CertificateReader::read(bytes).certificates;
-    const QByteArray beside
+    const QByteArray companion
         = readBounded(folder(kind) + baseName(fileName, clientEnding) + publicEnding).value_or(QByteArray());
-    const QByteArray tie = bond(bytes);
-    if (beside.startsWith(tie))
-        return CertificateReader::read(beside.mid(tie.size())).certificates.mid(0, 1);
-    return CertificateReader::read(bytes).certificates.mid(0, 1); // it may do without a password
+    const QByteArray line = digestLine(bytes);
+    if (companion.startsWith(line))
+        return CertificateReader::read(companion.mid(line.size())).certificates.mid(0, 1);
+    return CertificateReader::read(bytes).certificates.mid(0, 1); // it may have no password
 }
 
 QStringList fileNames(Kind kind)
@@ -90,7 +91,7 @@ QStringList fileNames(Kind kind)
     return QDir(folder(kind)).entryList({pattern}, QDir::Files | QDir::CaseSensitive, QDir::Name);
 }
 
-Certificate listed(Kind kind, const QString &fileName)
+Certificate storedCertificate(Kind kind, const QString &fileName)
 {
     const QVector<Certificate> found = certificatesIn(kind, fileName);
     Certificate certificate = found.value(0);
@@ -111,12 +112,11 @@ QSet<QByteArray> fingerprints(Kind kind)
     return result;
 }
 
-/// A file name made of harmless characters alone, whatever was wished for: it stays in its folder, and it is
-/// one plain word for the tools that are handed it.
-QString safeName(const QString &wish)
+/// A file name of safe characters only: it cannot leave its folder, and tools read it as one plain word.
+QString safeName(const QString &preferredName)
 {
     QString name;
-    for (const QChar character : wish.left(longestFileName)) {
+    for (const QChar character : preferredName.left(longestFileName)) {
         const bool plain = character.unicode() < 0x80
             && (character.isLetterOrNumber() || QStringLiteral("._-").contains(character));
         name += plain ? character : QLatin1Char('_');
@@ -126,19 +126,19 @@ QString safeName(const QString &wish)
     return name.isEmpty() ? QStringLiteral("certificate") : name;
 }
 
-bool isTaken(Kind kind, const QString &base)
+bool isUsed(Kind kind, const QString &base)
 {
     const QString path = folder(kind) + base;
     return QFileInfo::exists(path + ending(kind))
         || (kind == Kind::Client && QFileInfo::exists(path + publicEnding));
 }
 
-QString freeName(Kind kind, const QString &wish, const QStringList &promised)
+QString freeName(Kind kind, const QString &preferredName, const QStringList &reserved)
 {
-    const QString name = safeName(wish);
+    const QString name = safeName(preferredName);
     QString candidate = name;
     for (int number = 2;
-         isTaken(kind, candidate) || promised.contains(candidate + ending(kind), Qt::CaseInsensitive);
+         isUsed(kind, candidate) || reserved.contains(candidate + ending(kind), Qt::CaseInsensitive);
          ++number)
         candidate = name + QLatin1Char('-') + QString::number(number);
     return candidate;
@@ -156,14 +156,15 @@ QJsonArray records(const QVector<Certificate> &certificates)
     return result;
 }
 
-/// What a power cut left behind: unfinished files, and certificates whose PKCS#12 file is gone.
+/// Removes what a power failure left: unfinished files, and certificates without their PKCS#12 file.
 void sweep()
 {
     for (const Kind kind : {Kind::Authority, Kind::Client})
         StagedFiles::sweep(folder(kind));
     QDir clients(folder(Kind::Client));
     for (const QString &name : clients.entryList({QLatin1Char('*') + publicEnding}, QDir::Files)) {
-        const bool ours = readBounded(clients.filePath(name)).value_or(QByteArray()).startsWith(bondStart);
+        const bool ours
+            = readBounded(clients.filePath(name)).value_or(QByteArray()).startsWith(digestLineStart);
         if (ours && !clients.exists(baseName(name, publicEnding) + clientEnding))
             clients.remove(name);
     }
@@ -187,7 +188,7 @@ QVector<Certificate> CertificateStore::list(Kind kind) const
 {
     QVector<Certificate> result;
     for (const QString &fileName : fileNames(kind))
-        result += listed(kind, fileName);
+        result += storedCertificate(kind, fileName);
     std::stable_sort(result.begin(), result.end(), [](const Certificate &first, const Certificate &second) {
         return first.name.compare(second.name, Qt::CaseInsensitive) < 0;
     });
@@ -206,13 +207,13 @@ CertificateStore::Import CertificateStore::importFile(const QString &path,
     if (content.error != CertificateError::None)
         return failure(content.error);
     sweep();
-    const QString wish = QFileInfo(path).completeBaseName();
-    return content.hasKey ? importClient(content.certificates.first(), *bytes, wish)
-                          : importAuthorities(content.certificates, wish);
+    const QString preferredName = QFileInfo(path).completeBaseName();
+    return content.hasKey ? importClient(content.certificates.first(), *bytes, preferredName)
+                          : importAuthorities(content.certificates, preferredName);
 }
 
 CertificateStore::Import CertificateStore::importAuthorities(const QVector<Certificate> &certificates,
-                                                             const QString &wish)
+                                                             const QString &preferredName)
 {
     Import import;
     QSet<QByteArray> known = fingerprints(Kind::Authority);
@@ -223,9 +224,9 @@ CertificateStore::Import CertificateStore::importAuthorities(const QVector<Certi
             continue;
         }
         known += certificate.fingerprint;
-        // The file's name says nothing about each of several certificates in it.
-        const QString base
-            = freeName(Kind::Authority, certificates.size() == 1 ? wish : certificate.name, import.files);
+        // If a file holds several certificates, its name does not describe each of them.
+        const QString base = freeName(
+            Kind::Authority, certificates.size() == 1 ? preferredName : certificate.name, import.files);
         import.files += base + authorityEnding;
         if (!staged.add(folder(Kind::Authority), import.files.last(), CertificateReader::toPem(certificate),
                         publicMode))
@@ -235,18 +236,19 @@ CertificateStore::Import CertificateStore::importAuthorities(const QVector<Certi
 }
 
 CertificateStore::Import CertificateStore::importClient(const Certificate &certificate,
-                                                        const QByteArray &file, const QString &wish)
+                                                        const QByteArray &file, const QString &preferredName)
 {
     Import import;
     import.kind = Kind::Client;
     if (fingerprints(Kind::Client).contains(certificate.fingerprint))
         return failure(CertificateError::Duplicate);
-    const QString base = freeName(Kind::Client, wish, {});
+    const QString base = freeName(Kind::Client, preferredName, {});
     import.files += base + clientEnding;
     StagedFiles staged;
-    // In this order a power cut between the two leaves a certificate without its key, which is swept away.
+    // In this order, a power failure between the two leaves a certificate without its key, which `sweep`
+    // removes.
     if (!staged.add(folder(Kind::Client), base + publicEnding,
-                    bond(file) + CertificateReader::toPem(certificate), publicMode)
+                    digestLine(file) + CertificateReader::toPem(certificate), publicMode)
         || !staged.add(folder(Kind::Client), import.files.last(), file, secretMode))
         return failure(CertificateError::CannotWrite);
     return finish(staged, import);

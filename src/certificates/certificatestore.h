@@ -14,10 +14,10 @@
 class JsonModule;
 class StagedFiles;
 
-/// The device's certificates: those of authorities, which it trusts, and its own, with their private keys.
+/// The device's certificates: those of trusted authorities, and its own with their private keys.
 ///
-/// The folder is what counts. "security settings" of the configuration document records what it holds, and is
-/// written with every change; a change that cannot be recorded is taken back.
+/// The files are authoritative. "security settings" of the configuration document records them and is written
+/// with every change; a change that cannot be recorded is undone.
 class CertificateStore : public QObject
 {
     Q_OBJECT
@@ -25,44 +25,45 @@ class CertificateStore : public QObject
 public:
     enum class Kind {
         Authority, ///< one PEM file each
-        Client,    ///< PKCS#12, kept as it was given
+        Client,    ///< an unchanged PKCS#12 file each
     };
 
     struct Import
     {
         CertificateError error = CertificateError::None;
         Kind kind = Kind::Authority;
-        QStringList files; ///< the new ones of the store
-        int known = 0;     ///< certificates of the file that were there already
+        QStringList files; ///< the new files of the store
+        int known = 0;     ///< number of certificates that were already stored
     };
 
     /// `configuration` outlives the store.
     explicit CertificateStore(JsonModule &configuration, QObject *parent = nullptr);
 
-    /// What the store holds now, by name.
+    /// The stored certificates, sorted by name.
     QVector<Certificate> list(Kind kind) const;
 
-    /// Takes every certificate of a file that is not there yet: all of them or, with an error, none.
-    /// `password` opens a PKCS#12 file and is not kept.
+    /// Imports all new certificates of a file or, with an error, none. `password` opens a PKCS#12 file and is
+    /// not stored.
     Import importFile(const QString &path, const std::optional<QString> &password = std::nullopt);
 
     CertificateError remove(Kind kind, const QString &fileName);
 
-    /// Records what the store holds, where the document says otherwise: another hand may have been at either.
+    /// Updates the record in the document: files or document may have been changed from outside.
     bool updateRecord();
 
 signals:
     void changed();
 
 private:
-    Import importAuthorities(const QVector<Certificate> &certificates, const QString &wish);
-    Import importClient(const Certificate &certificate, const QByteArray &file, const QString &wish);
+    Import importAuthorities(const QVector<Certificate> &certificates, const QString &preferredName);
+    Import importClient(const Certificate &certificate, const QByteArray &file, const QString &preferredName);
     Import finish(StagedFiles &staged, const Import &import);
     bool record(const QVector<Certificate> &authorities, const QVector<Certificate> &clients);
 
     JsonModule &m_configuration;
 };
 
-/// How the Wi-Fi settings name a certificate: an authority by its file name with a slash in front, a client
-/// certificate by its file name without ".p12". Empty for one that is not stored.
+/// The name of a certificate in the Wi-Fi settings: "/" and the file name for an authority, the file name
+/// without
+/// ".p12" for a client certificate. Empty if it is not stored.
 QString certificateValue(CertificateStore::Kind kind, const Certificate &certificate);

@@ -12,7 +12,7 @@
 
 #include <memory>
 
-/// Owners of libcrypto's objects. For this library's own source files alone.
+/// Smart pointers for libcrypto's objects, for this library's own source files only.
 namespace OpenSsl {
 
 template <auto release>
@@ -32,8 +32,8 @@ using Key = std::unique_ptr<EVP_PKEY, Release<EVP_PKEY_free>>;
 using KeyInfo = std::unique_ptr<PKCS8_PRIV_KEY_INFO, Release<PKCS8_PRIV_KEY_INFO_free>>;
 using EncryptedKey = std::unique_ptr<X509_SIG, Release<X509_SIG_free>>;
 
-/// Leaves the thread's error queue empty, whichever way a function is left: whoever uses the library next
-/// must not find our errors there.
+/// Clears the thread's error queue at the start and the end of a scope, so that the next user of the library
+/// does not find our errors there.
 class ErrorQueue
 {
 public:

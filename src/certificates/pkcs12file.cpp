@@ -24,15 +24,15 @@ struct SafeStack
     ~SafeStack() { sk_PKCS7_pop_free(safes, PKCS7_free); }
 };
 
-/// The algorithms to open a file with. Many a client certificate was made years ago, with ciphers that the
-/// default provider has given up; they are available in here alone, not in the process.
+/// The algorithms for opening a file. Old client certificates use ciphers that the default provider no longer
+/// has; the legacy provider is available only here, not in the whole process.
 class Algorithms
 {
 public:
     Algorithms()
         : m_context(OSSL_LIB_CTX_new())
-        , m_current(OSSL_PROVIDER_load(m_context.get(), "default"))
-        , m_old(OSSL_PROVIDER_load(m_context.get(), "legacy"))
+        , m_default(OSSL_PROVIDER_load(m_context.get(), "default"))
+        , m_legacy(OSSL_PROVIDER_load(m_context.get(), "legacy"))
     { }
 
     OSSL_LIB_CTX *get() const { return m_context.get(); }
@@ -40,12 +40,12 @@ public:
 private:
     using Provider = std::unique_ptr<OSSL_PROVIDER, OpenSsl::Release<OSSL_PROVIDER_unload>>;
 
-    OpenSsl::Context m_context; // outlives its providers
-    Provider m_current;
-    Provider m_old;
+    OpenSsl::Context m_context; // destroyed after its providers
+    Provider m_default;
+    Provider m_legacy;
 };
 
-/// How often the key derivation that `algorithm` names goes round; nothing when it is one we do not open.
+/// The number of rounds of a key derivation; nothing if the algorithm is unsupported.
 std::optional<long> roundsOf(const X509_ALGOR *algorithm)
 {
     if (!algorithm)
@@ -78,29 +78,29 @@ std::optional<long> roundsOf(const X509_ALGOR *algorithm)
     return rounds;
 }
 
-/// One opening of one file.
-class Opening
+/// Reads one file once.
+class Pkcs12Reader
 {
 public:
-    explicit Opening(const QByteArray &bytes);
-    ~Opening() { PKCS12_free(m_file); }
-    Opening(const Opening &) = delete;
-    Opening &operator=(const Opening &) = delete;
+    explicit Pkcs12Reader(const QByteArray &bytes);
+    ~Pkcs12Reader() { PKCS12_free(m_file); }
+    Pkcs12Reader(const Pkcs12Reader &) = delete;
+    Pkcs12Reader &operator=(const Pkcs12Reader &) = delete;
 
     Pkcs12Content run(const QByteArray &password);
 
 private:
     Status checkPassword(const QByteArray &password);
     bool verify(const char *password);
-    Status takeSafes();
-    Status takeSafe(PKCS7 *safe);
-    Status takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth);
-    Status takeBag(const PKCS12_SAFEBAG *bag, int depth);
-    Status takeShroudedKey(const PKCS12_SAFEBAG *bag);
-    bool takeKey(const PKCS8_PRIV_KEY_INFO *info);
-    bool canAfford(std::optional<long> rounds);
-    /// What a decryption that failed means.
-    Status failed() const { return m_verified ? Status::Unsupported : Status::WrongPassword; }
+    Status readSafes();
+    Status readSafe(PKCS7 *safe);
+    Status readBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth);
+    Status readBag(const PKCS12_SAFEBAG *bag, int depth);
+    Status readShroudedKey(const PKCS12_SAFEBAG *bag);
+    bool addKey(const PKCS8_PRIV_KEY_INFO *info);
+    bool spendRounds(std::optional<long> rounds);
+    /// A failed decryption means a wrong password, unless the password has been verified.
+    Status decryptionFailure() const { return m_verified ? Status::Unsupported : Status::WrongPassword; }
 
     Algorithms m_algorithms;
     PKCS12 *m_file = nullptr;
@@ -110,27 +110,27 @@ private:
     Pkcs12Content m_content;
 };
 
-Opening::Opening(const QByteArray &bytes)
+Pkcs12Reader::Pkcs12Reader(const QByteArray &bytes)
 {
     const OpenSsl::Bio in(BIO_new_mem_buf(bytes.constData(), bytes.size()));
     m_file = PKCS12_init_ex(NID_pkcs7_data, m_algorithms.get(), nullptr);
     if (m_file && in && !d2i_PKCS12_bio(in.get(), &m_file)) {
-        PKCS12_free(m_file); // null already when the parse had begun
+        PKCS12_free(m_file); // null if the parser has released it
         m_file = nullptr;
     }
 }
 
-Pkcs12Content Opening::run(const QByteArray &password)
+Pkcs12Content Pkcs12Reader::run(const QByteArray &password)
 {
     if (!m_file)
         return {};
     m_content.status = checkPassword(password);
     if (m_content.status == Status::Opened)
-        m_content.status = takeSafes();
+        m_content.status = readSafes();
     return std::move(m_content);
 }
 
-bool Opening::canAfford(std::optional<long> rounds)
+bool Pkcs12Reader::spendRounds(std::optional<long> rounds)
 {
     if (!rounds || *rounds < 0 || *rounds > m_roundsLeft)
         return false;
@@ -138,7 +138,7 @@ bool Opening::canAfford(std::optional<long> rounds)
     return true;
 }
 
-bool Opening::verify(const char *password)
+bool Pkcs12Reader::verify(const char *password)
 {
     if (!PKCS12_verify_mac(m_file, password, -1))
         return false;
@@ -147,58 +147,58 @@ bool Opening::verify(const char *password)
     return true;
 }
 
-Status Opening::checkPassword(const QByteArray &password)
+Status Pkcs12Reader::checkPassword(const QByteArray &password)
 {
     m_password = password.constData();
     if (!PKCS12_mac_present(m_file))
         return Status::Opened;
     const ASN1_INTEGER *rounds = nullptr;
     PKCS12_get0_mac(nullptr, nullptr, nullptr, &rounds, m_file);
-    if (!canAfford(rounds ? ASN1_INTEGER_get(rounds) : 1))
+    if (!spendRounds(rounds ? ASN1_INTEGER_get(rounds) : 1))
         return Status::Unsupported;
-    // No password and an empty one are not the same, and both are written.
+    // Files without a password and files with an empty one differ, and both exist.
     if (verify(password.constData()) || (password.isEmpty() && verify(nullptr)))
         return Status::Opened;
     return Status::WrongPassword;
 }
 
-Status Opening::takeSafes()
+Status Pkcs12Reader::readSafes()
 {
     const SafeStack all{PKCS12_unpack_authsafes(m_file)};
     if (!all.safes)
         return Status::Unsupported;
     for (int i = 0; i < sk_PKCS7_num(all.safes); ++i) {
-        const Status status = takeSafe(sk_PKCS7_value(all.safes, i));
+        const Status status = readSafe(sk_PKCS7_value(all.safes, i));
         if (status != Status::Opened)
             return status;
     }
     return Status::Opened;
 }
 
-Status Opening::takeSafe(PKCS7 *safe)
+Status Pkcs12Reader::readSafe(PKCS7 *safe)
 {
     if (PKCS7_type_is_data(safe)) {
         const BagStack plain{PKCS12_unpack_p7data(safe)};
-        return plain.bags ? takeBags(plain.bags, 0) : Status::Unsupported;
+        return plain.bags ? readBags(plain.bags, 0) : Status::Unsupported;
     }
     if (!PKCS7_type_is_encrypted(safe) || !safe->d.encrypted || !safe->d.encrypted->enc_data
-        || !canAfford(roundsOf(safe->d.encrypted->enc_data->algorithm)))
+        || !spendRounds(roundsOf(safe->d.encrypted->enc_data->algorithm)))
         return Status::Unsupported;
     const BagStack opened{PKCS12_unpack_p7encdata(safe, m_password, -1)};
-    return opened.bags ? takeBags(opened.bags, 0) : failed();
+    return opened.bags ? readBags(opened.bags, 0) : decryptionFailure();
 }
 
-Status Opening::takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth)
+Status Pkcs12Reader::readBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth)
 {
     for (int i = 0; i < sk_PKCS12_SAFEBAG_num(bags); ++i) {
-        const Status status = takeBag(sk_PKCS12_SAFEBAG_value(bags, i), depth);
+        const Status status = readBag(sk_PKCS12_SAFEBAG_value(bags, i), depth);
         if (status != Status::Opened)
             return status;
     }
     return Status::Opened;
 }
 
-Status Opening::takeBag(const PKCS12_SAFEBAG *bag, int depth)
+Status Pkcs12Reader::readBag(const PKCS12_SAFEBAG *bag, int depth)
 {
     switch (PKCS12_SAFEBAG_get_nid(bag)) {
     case NID_certBag:
@@ -210,30 +210,30 @@ Status Opening::takeBag(const PKCS12_SAFEBAG *bag, int depth)
         }
         return Status::Opened;
     case NID_keyBag:
-        return takeKey(PKCS12_SAFEBAG_get0_p8inf(bag)) ? Status::Opened : Status::Unsupported;
+        return addKey(PKCS12_SAFEBAG_get0_p8inf(bag)) ? Status::Opened : Status::Unsupported;
     case NID_pkcs8ShroudedKeyBag:
-        return takeShroudedKey(bag);
+        return readShroudedKey(bag);
     case NID_safeContentsBag:
-        return depth < depthLimit ? takeBags(PKCS12_SAFEBAG_get0_safes(bag), depth + 1) : Status::Unsupported;
+        return depth < depthLimit ? readBags(PKCS12_SAFEBAG_get0_safes(bag), depth + 1) : Status::Unsupported;
     default:
         return Status::Opened;
     }
 }
 
-Status Opening::takeShroudedKey(const PKCS12_SAFEBAG *bag)
+Status Pkcs12Reader::readShroudedKey(const PKCS12_SAFEBAG *bag)
 {
     const X509_ALGOR *algorithm = nullptr;
     if (const X509_SIG *shrouded = PKCS12_SAFEBAG_get0_pkcs8(bag))
         X509_SIG_get0(shrouded, &algorithm, nullptr);
-    if (!canAfford(roundsOf(algorithm)))
+    if (!spendRounds(roundsOf(algorithm)))
         return Status::Unsupported;
     const OpenSsl::KeyInfo info(PKCS12_decrypt_skey_ex(bag, m_password, -1, m_algorithms.get(), nullptr));
     if (!info)
-        return failed();
-    return takeKey(info.get()) ? Status::Opened : Status::Unsupported;
+        return decryptionFailure();
+    return addKey(info.get()) ? Status::Opened : Status::Unsupported;
 }
 
-bool Opening::takeKey(const PKCS8_PRIV_KEY_INFO *info)
+bool Pkcs12Reader::addKey(const PKCS8_PRIV_KEY_INFO *info)
 {
     OpenSsl::Key key(info ? EVP_PKCS82PKEY(info) : nullptr);
     if (!key)
@@ -246,5 +246,5 @@ bool Opening::takeKey(const PKCS8_PRIV_KEY_INFO *info)
 
 Pkcs12Content openPkcs12(const QByteArray &bytes, const QByteArray &password)
 {
-    return Opening(bytes).run(password);
+    return Pkcs12Reader(bytes).run(password);
 }

@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-/// What a PKCS#12 file holds, once its password has opened it.
+/// The contents of an opened PKCS#12 file.
 struct Pkcs12Content
 {
     enum class Status { NotPkcs12, WrongPassword, Unsupported, Opened };
@@ -20,6 +20,6 @@ struct Pkcs12Content
     std::vector<OpenSsl::Key> keys;
 };
 
-/// `password` is UTF-8; an empty one also opens a file that has none. A file can ask for any number of rounds
-/// to make its keys from the password: one that asks for more than a device does in seconds is not opened.
+/// `password` is UTF-8; an empty one also opens a file without a password. A file states how many rounds
+/// derive its keys from the password; files that would take the device more than some seconds are not opened.
 Pkcs12Content openPkcs12(const QByteArray &bytes, const QByteArray &password);

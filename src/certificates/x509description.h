@@ -6,5 +6,5 @@
 #include "certificates/certificate.h"
 #include "certificates/opensslpointers.h"
 
-/// What a certificate says of itself.
+/// Reads the contents of a certificate for display.
 Certificate describe(X509 &certificate);

@@ -26,7 +26,7 @@ QLatin1String deviceKey(AudioDirection direction)
     return key(direction, Key::outputDevice, Key::inputDevice);
 }
 
-/// A name alone does as well.
+/// Reads an object, or a text that is only the name.
 AudioChoice choice(const QJsonValue &value)
 {
     const QJsonObject object = value.toObject();

@@ -7,17 +7,17 @@
 
 #include <QJsonObject>
 
-/// The "audio settings" of a document. What is missing or of another type reads as nothing.
+/// The "audio settings" of a document. Missing values and values of another type read as empty.
 namespace AudioSettings {
 
-/// What the user has chosen, whether it is there or not.
+/// The user's choice, whether or not the device is present.
 AudioChoice checked(const QJsonObject &audio, AudioDirection direction);
-/// What the sessions use.
+/// The device that sessions use.
 AudioChoice inUse(const QJsonObject &audio, AudioDirection direction);
 QStringList priority(const QJsonObject &audio, AudioDirection direction);
 bool toolbarIcon(const QJsonObject &audio);
 
-/// A choice that was never made is not written.
+/// Does not write an empty choice.
 void setChecked(QJsonObject &audio, AudioDirection direction, const AudioChoice &choice);
 void setInUse(QJsonObject &audio, AudioDirection direction, const AudioChoice &device);
 void setPriority(QJsonObject &audio, AudioDirection direction, const QStringList &priority);

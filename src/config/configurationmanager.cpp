@@ -28,13 +28,13 @@ bool ConfigurationManager::upgradeConfiguration(QJsonObject &object) const
     while (version < m_targetVersion) {
         const auto step = m_upgradeSteps.find(version);
         if (step == m_upgradeSteps.end()) {
-            qCWarning(lcUpgrade) << "no upgrade of a document of version" << version;
+            qCWarning(lcUpgrade) << "no upgrade from version" << version;
             return false;
         }
         step->second(object);
         const int reached = Upgrades::statedVersion(object);
         if (reached <= version) {
-            qCCritical(lcUpgrade) << "the upgrade from version" << version << "has reached" << reached;
+            qCCritical(lcUpgrade) << "the upgrade from version" << version << "gave version" << reached;
             return false;
         }
         version = reached;

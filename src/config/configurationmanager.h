@@ -7,22 +7,22 @@
 
 #include <map>
 
-/// Brings a document that came from afar up to a version of the schema, step by step.
+/// Upgrades a remote document to a version of the schema, step by step.
 class ConfigurationManager
 {
 public:
     explicit ConfigurationManager(int targetVersion);
     virtual ~ConfigurationManager();
 
-    /// Upgrades the object in place; one of the target version, or above it, stays as it is. False when there
-    /// is no way to the target, as from versions below 14: the object is then not to be used.
+    /// Upgrades the object in place; an object of the target version or above stays unchanged. False if there
+    /// is no upgrade to the target, as for versions below 14; do not use the object then.
     bool upgradeConfiguration(QJsonObject &object) const;
 
     static void upgradeFrom_14_To_15(QJsonObject &object);
 
 protected:
     using Step = void (*)(QJsonObject &);
-    /// `step` raises a document of `version`.
+    /// `step` upgrades a document of `version`.
     void addStep(int version, Step step);
 
 private:

@@ -17,7 +17,7 @@ const QString native = QStringLiteral("native");
 const QString dhcp = QStringLiteral("dhcp");
 const QString fixed = QStringLiteral("static");
 
-// The wired object spells its address key in its own way, except when there is no wired interface.
+// The wired object has its own spelling of the address key, unless there is no wired interface.
 
 QJsonObject appAutostart()
 {
@@ -44,7 +44,7 @@ QJsonObject connection()
 QJsonObject display()
 {
     const QString automatic = QStringLiteral("Automatic");
-    // "landspace" is what devices in the field hold and what consoles compare with.
+    // Devices in the field store "landspace", and consoles compare with it.
     return {{Key::multiMonitorMode, QStringLiteral("extend")},
             {Key::primary,
              QJsonObject{{Key::orientation, QStringLiteral("landscape")}, {Key::resolution, automatic}}},
@@ -107,7 +107,7 @@ void insertAddresses(QJsonObject &object, const QString &ipKey, const QString &i
     object.insert(Key::defaultGateway, gateway);
 }
 
-/// The associated network in the scan; of several with its name the last one.
+/// The associated network in the scan; the last one if several have its name.
 const WifiItem *associated(const NetworkState &state)
 {
     const WifiItem *found = nullptr;
@@ -210,7 +210,7 @@ QJsonObject wiredInterface(bool present, const NetworkProperty &property)
         insertAddresses(eth, Key::wiredIpAddress, none, none, none);
     } else if (property.typeIp() == fixed) {
         eth.insert(Key::type, fixed);
-        // Mask and gateway stand crosswise here; devices in the field and their consoles rely on it.
+        // Mask and gateway are swapped; devices in the field and their consoles rely on it.
         insertAddresses(eth, Key::wiredIpAddress, property.ip(), property.gateway(), property.netmask());
     }
     return eth;

@@ -16,29 +16,29 @@ namespace Defaults {
 
 /// The version of the document's schema that this program writes.
 constexpr int configurationVersion = 15;
-/// The "client mode" of a device that nobody has set up.
+/// The default "client mode".
 inline constexpr QLatin1String clientMode("corvid");
 
-/// What the live network contributes to the defaults.
+/// The state of the network, which determines some defaults.
 struct NetworkState
 {
     bool wiredPresent = false;
     NetworkProperty wired;
     bool wirelessPresent = false;
-    NetworkProperty wireless; ///< with the associated network's name
+    NetworkProperty wireless; ///< includes the associated network's name
     QList<WifiItem> scan;
 };
 
-/// The whole document: the seventeen sections, with this host name and "network settings".
+/// The whole document of seventeen sections, with this host name and "network settings".
 QJsonObject document(const QString &deviceName, const QJsonObject &networkSettings);
-/// The default "network settings" for what is connected now.
+/// The default "network settings" for the current connections.
 QJsonObject networkSettings(const NetworkState &state);
 /// The wired interface's object.
 QJsonObject wiredInterface(bool present, const NetworkProperty &property);
 /// The wireless interface's object.
 QJsonObject wirelessInterface(const NetworkState &state);
 
-// The sections and objects that upgrades of older documents need as well.
+// Sections and objects that upgrades of older documents also use.
 QJsonObject firmwareInfo();
 QJsonObject keyboard();
 QJsonObject management();

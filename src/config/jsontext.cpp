@@ -16,7 +16,7 @@ namespace JsonText {
 
 namespace {
 
-constexpr size_t deepest = 1025; // the parser gives up before
+constexpr size_t depthLimit = 1025; // the parser stops earlier
 
 struct Level
 {
@@ -25,7 +25,7 @@ struct Level
     QSet<QByteArray> keys;
 };
 
-/// Where the text's string that begins at `quote` ends: at its closing quote, or the text's end.
+/// The position of the quote that closes the string at `quote`, or the end of the text.
 int endOfString(const QByteArray &text, int quote)
 {
     for (int i = quote + 1; i < text.size(); ++i) {
@@ -44,8 +44,8 @@ QByteArray decoded(const QByteArray &key)
     return QJsonDocument::fromJson("[\"" + key + "\"]").array().at(0).toString().toUtf8();
 }
 
-/// False when the key stands there already.
-bool takeKey(Level &level, const QByteArray &key)
+/// False if the object already has the key.
+bool addKey(Level &level, const QByteArray &key)
 {
     const int before = level.keys.size();
     level.expectsKey = false;
@@ -58,11 +58,11 @@ bool takeKey(Level &level, const QByteArray &key)
 bool repeatsKey(const QByteArray &text)
 {
     std::vector<Level> levels(1);
-    for (int i = 0; i < text.size() && levels.size() <= deepest; ++i) {
+    for (int i = 0; i < text.size() && levels.size() <= depthLimit; ++i) {
         const char c = text.at(i);
         if (c == '"') {
             const int end = endOfString(text, i);
-            if (levels.back().expectsKey && !takeKey(levels.back(), decoded(text.mid(i + 1, end - i - 1))))
+            if (levels.back().expectsKey && !addKey(levels.back(), decoded(text.mid(i + 1, end - i - 1))))
                 return true;
             i = end;
         } else if (c == '{' || c == '[') {
@@ -79,7 +79,7 @@ bool repeatsKey(const QByteArray &text)
 QJsonObject parsed(const QByteArray &text)
 {
     if (repeatsKey(text)) {
-        qCWarning(lcText) << "a document that repeats a key is not taken";
+        qCWarning(lcText) << "document refused: it repeats a key";
         return {};
     }
     QJsonParseError error;

@@ -6,14 +6,14 @@
 #include <QByteArray>
 #include <QJsonObject>
 
-/// JSON text that a stranger may have written.
+/// Reads JSON text from untrusted sources.
 namespace JsonText {
 
-/// Whether an object in it names a key twice. The framework's parser takes such text and never frees the
-/// member that it replaces: who may send it as often as he likes could use up the device's memory.
+/// Whether an object in the text repeats a key. The framework's parser accepts such text but leaks the
+/// replaced member, so a peer could use up the device's memory.
 bool repeatsKey(const QByteArray &text);
 
-/// The object in UTF-8 or else Latin-1 text. Empty when it is none, or repeats a key.
+/// The object in UTF-8 text, or else in Latin-1 text. Empty if the text is not an object or repeats a key.
 QJsonObject parsed(const QByteArray &text);
 
 } // namespace JsonText

@@ -127,7 +127,7 @@ inline constexpr QLatin1String dns1("dns1");
 inline constexpr QLatin1String dns2("dns2");
 inline constexpr QLatin1String proxy("proxy");
 inline constexpr QLatin1String ipAddress("IP address");
-inline constexpr QLatin1String wiredIpAddress("Ip address"); ///< as the factory defaults spell it
+inline constexpr QLatin1String wiredIpAddress("Ip address"); ///< the spelling of the factory defaults
 inline constexpr QLatin1String networkMask("network mask");
 inline constexpr QLatin1String defaultGateway("default gateway");
 inline constexpr QLatin1String ssid("ssid");
@@ -146,7 +146,7 @@ inline constexpr QLatin1String address("address");
 inline constexpr QLatin1String port("port");
 inline constexpr QLatin1String userName("user name");
 
-// Keys that several sections have.
+// Keys of several sections.
 inline constexpr QLatin1String enabled("enabled");
 inline constexpr QLatin1String type("type");
 inline constexpr QLatin1String domain("domain");

@@ -6,13 +6,13 @@
 #include <QJsonObject>
 #include <QVariantMap>
 
-/// Lays a document from afar over the device's own. No key comes and none goes: a key that the local document
-/// lacks is passed over, and so is a value of another type. Objects are merged key by key; everything else,
-/// arrays too, is replaced whole.
+/// Merges a remote document into the device's own. No keys are added or removed: unknown keys and values of
+/// another type are ignored. Objects are merged key by key; all other values, including arrays, are replaced
+/// as a whole.
 namespace Merge {
 
 void mergeJsonObject(QJsonObject &local, const QJsonObject &remote);
-/// Calls itself for each object in both maps: as deep as the flatter of the two.
+/// Calls itself for each object in both maps, so the flatter document limits the recursion.
 void mergeJsonVariant(QVariantMap &local, const QVariantMap &remote);
 
 } // namespace Merge

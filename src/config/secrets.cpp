@@ -71,7 +71,7 @@ void collect(const QJsonValue &value, bool secret, QStringList &values)
     }
 }
 
-/// The ways in which a value may be written in a log.
+/// The spellings of a value in a log.
 QStringList spellings(const QString &value)
 {
     QString escaped = value;
@@ -89,7 +89,7 @@ namespace Secrets {
 bool isSecret(const QString &key)
 {
     if (key.compare(QLatin1String("key"), Qt::CaseInsensitive) == 0)
-        return true; // the Wi-Fi pass phrase of an old document, which an upgrade leaves where it is
+        return true; // the Wi-Fi pass phrase of an old document, which upgrades keep
     return std::any_of(std::begin(secretWords), std::end(secretWords), [&](const char *word) {
         return key.contains(QLatin1String(word), Qt::CaseInsensitive);
     });
@@ -120,7 +120,7 @@ QString redacted(const QString &text, const QStringList &values)
     for (const QString &value : values)
         all += spellings(value);
     all.removeDuplicates();
-    // The longest first: one secret may be a part of another.
+    // Longest first, because one secret may be a part of another.
     std::sort(all.begin(), all.end(),
               [](const QString &left, const QString &right) { return left.size() > right.size(); });
     const QString mark = QStringLiteral("***");

@@ -7,22 +7,22 @@
 #include <QString>
 #include <QStringList>
 
-/// Which settings are secret, and how they are kept out of what leaves the device.
+/// Defines the secret settings and removes them from data that leaves the device.
 namespace Secrets {
 
-/// A key is secret by its name, wherever it stands: passwords and their hashes, pass phrases.
+/// Whether a key's value is secret, judged by the key's name: passwords and their hashes, pass phrases.
 bool isSecret(const QString &key);
 
-/// The document without its secrets. Every key stays, with a value of the type it had: a secret's text
-/// becomes empty, its number 0, its object or array empty; switches, such as "password enabled", stay as they
-/// are. Passwords inside URLs go too.
+/// The document without its secrets. All keys and the types of their values stay: a secret text, object or
+/// array becomes empty, a number 0. Switches such as "password enabled" keep their values. Passwords inside
+/// URLs are removed.
 QJsonObject blanked(const QJsonObject &document);
 
-/// The secrets themselves, for `redacted`.
+/// The document's secrets, for `redacted`.
 QStringList valuesIn(const QJsonObject &document);
 
-/// A text without these values, be they written plainly, quoted or percent-encoded, and without the passwords
-/// of URLs. Values of few characters go only where they stand as words.
+/// A text without these values (plain, quoted or percent-encoded) and without passwords of URLs. Very short
+/// values are removed only where they are whole words.
 QString redacted(const QString &text, const QStringList &values);
 
 } // namespace Secrets

@@ -62,10 +62,10 @@ QString stage(const QDir &folder, const QVector<LogEntry> &log, const QJsonObjec
     return QString();
 }
 
-/// The archive of what stands in the folder; nothing when it could not be made.
+/// The archive of the files in the folder; empty if it could not be made.
 QByteArray pack(const QDir &folder)
 {
-    // A query answers with what was printed, not with a status.
+    // A query returns the output but no status.
     const QString script = QStringLiteral("cd \"$1\" && shift && tar -czf \"$@\" && echo made");
     QStringList arguments{QStringLiteral("-c"), script, QStringLiteral("sh"), folder.path(),
                           QLatin1String(archiveName)};

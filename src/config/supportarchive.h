@@ -9,20 +9,19 @@
 #include <QJsonObject>
 #include <QString>
 
-/// What an administrator sends to those who help: the log, the configuration document and the versions, in
-/// one archive, without any secret.
+/// The archive for technical support: the log, the configuration document and the versions, without secrets.
 namespace SupportArchive {
 
 struct Result
 {
-    QString fileName; ///< of the archive; empty when there is none
-    QString error;    ///< why there is none, for the user
+    QString fileName; ///< of the archive; empty after an error
+    QString error;    ///< for the user
 };
 
-/// The name of the archive of that device at that time.
+/// The name of the archive for a device and a time.
 QString fileName(const QString &deviceName, const QDateTime &time);
 
-/// Writes the archive into a folder, where it is on the medium when this returns, or nothing at all.
+/// Writes the archive into a folder. When this returns, the complete archive is on the medium, or nothing.
 Result save(const QString &folder, const QVector<LogEntry> &log, const QJsonObject &document);
 
 } // namespace SupportArchive

@@ -10,7 +10,7 @@ namespace Upgrades {
 
 namespace {
 
-/// Words that only older documents have.
+/// Words that appear only in older documents.
 namespace Old {
 inline constexpr QLatin1String connectionMode("connection mode");
 inline constexpr QLatin1String automatic("auto");
@@ -43,7 +43,7 @@ QJsonObject newWireless(const QJsonObject &wifi)
             {Key::passphrase, wifi.value(Old::key).toString()}};
 }
 
-/// "security" as it follows from the old "encryption", or without one from the pass phrase.
+/// Derives "security" from the old "encryption", or without one from the pass phrase.
 void deriveSecurity(QJsonObject &wlan)
 {
     const QString open = QStringLiteral("open");
@@ -63,7 +63,7 @@ void copyIfPresent(QLatin1String key, const QJsonObject &from, QJsonObject &to)
         to.insert(key, from.value(key));
 }
 
-/// The members of the flat connection section that have kept their names.
+/// The members of the flat connection section that keep their names.
 QJsonObject flatConnection(const QJsonObject &old)
 {
     QJsonObject corvid;
@@ -72,7 +72,7 @@ QJsonObject flatConnection(const QJsonObject &old)
     return corvid;
 }
 
-/// The old auto-connect object, switched on or off as the old mode says.
+/// The old auto-connect object, enabled according to the old mode.
 QJsonObject switchedAutoconnect(const QJsonObject &old)
 {
     QJsonObject autoconnect = old.value(Key::autoconnect).toObject();

@@ -6,30 +6,30 @@
 #include <QJsonObject>
 #include <QJsonValue>
 
-/// What turns the root object of an older document into one of the present version. A value of the wrong type
-/// counts as the empty value of the right one, unless said otherwise.
+/// Upgrades the root object of an older document to the current version. Unless noted otherwise, a value of
+/// the wrong type counts as the empty value of the right type.
 namespace Upgrades {
 
-/// The version of documents that say none, and the oldest there is.
+/// The oldest version, and the version of documents that state none.
 constexpr int oldestVersion = 14;
 
-/// A value that is absent, or null, is not present.
+/// Whether a value exists and is not null.
 bool isPresent(const QJsonValue &value);
 
-/// The version that the document states: `oldestVersion` without "firmware info", and 0 when that names none.
+/// The version that the document states; `oldestVersion` without "firmware info", 0 if that has no version.
 int statedVersion(const QJsonObject &root);
-/// The version that the device's own document is treated as: at least `oldestVersion`.
+/// The version of the device's own document, at least `oldestVersion`.
 int effectiveVersion(const QJsonObject &root);
 
-/// Whether "network settings" are of the form with "ethernet" and "wifi".
+/// Whether "network settings" have the old form with "ethernet" and "wifi".
 bool hasOldNetwork(const QJsonObject &root);
-/// Makes "interfaces" and "DNS" of an old network section; "ethernet" and "wifi" stay beside them.
+/// Adds "interfaces" and "DNS" to an old network section, made from "ethernet" and "wifi", which stay.
 void toNewNetwork(QJsonObject &root);
 
-/// Makes a whole document of version 14 one of version 15.
+/// Upgrades a complete document from version 14 to 15.
 void toVersion15(QJsonObject &root);
-/// The same for a document, possibly partial, that came from afar: only what it says is carried over, so that
-/// a merge changes nothing else.
+/// Upgrades a remote, possibly partial document. Only its own values are converted, so that a merge changes
+/// nothing else.
 void partialToVersion15(QJsonObject &root);
 
 } // namespace Upgrades

@@ -7,15 +7,15 @@
 
 #include <QJsonObject>
 
-/// A Wi-Fi network as the configuration document keeps it.
+/// Reads and writes a Wi-Fi network in the configuration document.
 namespace WifiSettings {
 
 WifiItem read(const QJsonObject &wlan);
-/// Writes the keys of the network and of its credentials, and no other.
+/// Writes only the keys of the network and its credentials.
 void write(const WifiItem &item, QJsonObject &wlan);
-/// What a user has entered to join a network goes into another record of the same network.
+/// Copies the user's input to another record of the same network.
 void copyCredentials(const WifiItem &from, WifiItem &to);
-/// Gives a network the usual choices where a scan told nothing.
+/// Sets the usual values that a scan did not report.
 void complete(WifiItem &item);
 
 } // namespace WifiSettings

@@ -16,7 +16,7 @@ Q_LOGGING_CATEGORY(lcAudio, "kt.device.audio")
 
 namespace {
 
-/// More of them than a kernel has.
+/// Higher than the kernel's own limits.
 constexpr int cardLimit = 64;
 constexpr int deviceLimit = 256;
 
@@ -71,7 +71,7 @@ QString cardName(int (*get)(int, char **), int card)
     return QString::fromUtf8(Text(name).get()).simplified();
 }
 
-/// Whether a device has a stream; its name then.
+/// Whether a device has a stream; sets `name` if it has.
 bool probe(snd_ctl_t *control, snd_pcm_info_t *info, int card, snd_pcm_stream_t stream, QString &name)
 {
     snd_pcm_info_set_stream(info, stream);

@@ -10,8 +10,7 @@
 
 #include <optional>
 
-/// Knows the sound cards, by way of ALSA. What goes wrong with one of them is printed, and the others are
-/// read all the same.
+/// Reads the sound cards through ALSA. Errors of one card are printed; the other cards are still read.
 class AudioController : public QObject
 {
     Q_OBJECT
@@ -21,11 +20,11 @@ public:
 
     /// The devices as last read.
     const QList<AudioDevice> &devices() const;
-    /// Asks the board's firmware.
+    /// Queries the board's firmware.
     bool checkHDMIAudioAvailable();
 
 public slots:
-    /// Reads the devices anew and passes them on.
+    /// Reads the devices again and emits them.
     void readDevices();
 
 signals:
@@ -39,6 +38,5 @@ private:
 
     QuickTool m_firmware;
     QList<AudioDevice> m_devices;
-    std::optional<bool>
-        m_hdmiAvailable; ///< asked for once in a reading, and only when there is such a device
+    std::optional<bool> m_hdmiAvailable; ///< read at most once per `readDevices`, for an HDMI device
 };

@@ -18,7 +18,7 @@ public:
     AudioDevice(const QString &name, const QString &longname, const QString &number, AUDIO_TYPE type,
                 const QString &devType);
 
-    QString name() const; ///< as the menus show it
+    QString name() const; ///< for the menus
     QString longname() const;
     QString number() const; ///< card and device, as in "0,0"
     AUDIO_TYPE type() const;
@@ -34,7 +34,7 @@ private:
     QString m_devType;
 };
 
-/// A device as it is remembered. A default one says that nothing was ever chosen.
+/// A stored choice of a device. A default-constructed one means that no device was ever chosen.
 struct AudioChoice
 {
     QString name;
@@ -46,11 +46,11 @@ struct AudioChoice
     bool isOff() const;
     bool operator==(const AudioChoice &other) const;
 
-    /// Which of the devices it is; -1 when it is not there. One that was plugged in elsewhere is found by its
-    /// name.
+    /// The index of the device, or -1 if it is absent. A device that is now plugged in elsewhere is found by
+    /// its name.
     int find(const QList<AudioDevice> &devices, AudioDirection direction) const;
-    /// The device that is used: the chosen one if it is there, else the first kind of `priority` (or name of
-    /// a device) that is. The entry "none" ends the list. Without a device, off.
+    /// The device to use: the chosen one if present, or else the first present entry of `priority` (a kind or
+    /// a device name). The entry "none" ends the list. Without any device, off.
     AudioChoice inUse(const QList<AudioDevice> &devices, AudioDirection direction,
                       const QStringList &priority) const;
 };

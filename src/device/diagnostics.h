@@ -5,14 +5,13 @@
 
 #include <QString>
 
-/// The short lines on standard output by which an administrator at a terminal, and a script, follow the
-/// program.
+/// Short lines on standard output for administrators at a terminal and for scripts.
 namespace Diagnostics {
 
-/// Prints one line, which the log keeps.
+/// Prints one line and adds it to the log.
 void print(const QString &line);
 
-/// Prints one line that the log never sees: one that holds a password or another credential.
+/// Prints one line that must not reach the log because it contains a password or another credential.
 void printToStandardOutputOnly(const QString &line);
 
 } // namespace Diagnostics

@@ -7,12 +7,11 @@
 #include <QStringList>
 #include <QVector>
 
-/// The lists that the device keeps as text files, a line an entry: keyboard layouts and time zones.
+/// The device's lists in text files, one entry per line: keyboard layouts and time zones.
 namespace ListFile {
 
-/// The entries of a file, each split into its fields at ": " and trimmed. Blank lines and lines that begin
-/// with "#" are left out. A missing file is an empty list, with a line in the log; a file beyond a megabyte
-/// is cut.
+/// The entries of a file, each split at ": " into trimmed fields. Blank lines and lines that start with "#"
+/// are skipped. A missing file gives an empty list and a line in the log. Only the first megabyte is read.
 QVector<QStringList> read(const QString &path);
 
 } // namespace ListFile

@@ -40,7 +40,7 @@ namespace Log {
 
 LogRing &ring()
 {
-    // Never destroyed: the framework still has messages while the process comes down.
+    // Never destroyed: the framework still logs while the process ends.
     static LogRing *const kept = new LogRing;
     return *kept;
 }

@@ -5,16 +5,16 @@
 
 #include "device/logring.h"
 
-/// The log of this program: the framework's messages and the diagnostics, the last of which are kept.
+/// The log of this program: the last messages of the framework and of `Diagnostics`.
 namespace Log {
 
-/// What the process has kept so far.
+/// The lines kept so far.
 LogRing &ring();
 
-/// Keeps the framework's messages from now on; they are written as before, to standard error as a rule.
+/// Starts to keep the framework's messages. They are still written as before, usually to standard error.
 ///
-/// What holds credentials is logged under a category whose name ends in ".credentials": such messages are
-/// written, and never kept.
+/// Messages with credentials use a category whose name ends in ".credentials": they are written but never
+/// kept.
 void install();
 
 } // namespace Log

@@ -28,7 +28,7 @@ QString kept(const QString &line)
     return result;
 }
 
-/// The last lines of a text: more than the ring holds would only push each other out.
+/// The last lines of a text, at most as many as the ring holds.
 QStringList linesOf(const QString &text)
 {
     QStringList lines = text.split(QLatin1Char('\n'));

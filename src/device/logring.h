@@ -20,40 +20,39 @@ struct LogEntry
 
     /// The severity as one lower-case word.
     QString severityName() const;
-    /// The entry as one line of text: time with its offset, severity, category, text.
+    /// The entry as one line of text: time with UTC offset, severity, category, text.
     QString line() const;
 };
 
-/// Some lines of the log, numbered from the start of the program.
+/// Consecutive lines of the log, numbered from the start of the program.
 struct LogLines
 {
     quint64 first = 0;
     QVector<LogEntry> entries;
 };
 
-/// The last lines of the program's log. The one object that several threads share: the framework's messages
-/// come from whichever thread has something to say.
+/// The last lines of the program's log. It is locked because the framework's messages come from any thread.
 class LogRing
 {
 public:
     static constexpr int capacity = 5000;
-    /// How many characters of a line are kept.
+    /// The number of characters kept of a line.
     static constexpr int longestLine = 1000;
 
     LogRing();
     LogRing(const LogRing &) = delete;
     LogRing &operator=(const LogRing &) = delete;
 
-    /// Adds a text, an entry for each of its lines; the oldest entries make room. Control characters become
+    /// Adds an entry for each line of a text and removes the oldest entries. Control characters become
     /// blanks.
     void append(LogSeverity severity, const QString &category, const QString &text);
 
-    /// The lines from number `first` on, as far as they are still kept. A reader asks again from
-    /// `first + entries.size()` of the answer, as often as it likes to: no line wakes it.
+    /// The kept lines from number `first` on. The next call starts at `first + entries.size()` of the result;
+    /// there is no notification of new lines.
     LogLines since(quint64 first) const;
 
 private:
     mutable QMutex m_mutex;
-    QVector<LogEntry> m_entries; ///< line number n stands at n % capacity
+    QVector<LogEntry> m_entries; ///< line number n is at n % capacity
     quint64 m_written = 0;
 };

@@ -5,7 +5,7 @@
 
 #include <QString>
 
-/// What is known of one network interface. Addresses are dotted IPv4 text, empty when unknown.
+/// The properties of one network interface. Addresses are dotted IPv4 text, empty if unknown.
 class NetworkProperty
 {
 public:
@@ -36,7 +36,7 @@ public:
     void setUseStaticDns(bool useStaticDns) { m_useStaticDns = useStaticDns; }
     QString mac() const { return m_mac; } ///< colon-separated hexadecimal
     void setMac(const QString &mac) { m_mac = mac; }
-    QString essid() const { return m_essid; } ///< the associated Wi-Fi network; empty when there is none
+    QString essid() const { return m_essid; } ///< the associated Wi-Fi network; empty if there is none
     void setEssid(const QString &essid) { m_essid = essid; }
     QString signalQuality() const { return m_signalQuality; } ///< a percentage, as text
     void setSignalQuality(const QString &signalQuality) { m_signalQuality = signalQuality; }
@@ -44,7 +44,7 @@ public:
     void setBroadcast(const QString &broadcast) { m_broadcast = broadcast; }
     int prefixLength() const { return m_prefixLength; }
     void setPrefixLength(int prefixLength) { m_prefixLength = prefixLength; }
-    QString typeIp() const { return m_typeIp; } ///< "dhcp" or "static", as the network tool says it
+    QString typeIp() const { return m_typeIp; } ///< "dhcp" or "static", as the network tool reports it
     void setTypeIp(const QString &typeIp) { m_typeIp = typeIp; }
 
 private:

@@ -7,15 +7,14 @@
 
 #include <QMap>
 
-/// The words of the redirection column.
+/// The values of the redirection column.
 namespace Redirection {
 inline const QString native = QStringLiteral("Native");     ///< the device is used locally
 inline const QString redirect = QStringLiteral("Redirect"); ///< the device is handed to the session
 } // namespace Redirection
 
-/// The USB devices that may be handed to a session: those that are plugged in, and those that somebody has
-/// named. Each has one entry, however many of its kind are plugged in. Identifiers are "03ba:04ce" and kept
-/// in lower case.
+/// The USB devices that can be redirected to a session: plugged-in devices and manually added ones. Devices
+/// with the same identifier share one entry. Identifiers look like "03ba:04ce" and are stored in lower case.
 class PeripheralController : public QObject
 {
     Q_OBJECT
@@ -23,26 +22,25 @@ class PeripheralController : public QObject
 public:
     explicit PeripheralController(QObject *parent = nullptr);
 
-    /// The entries, which the model owns. One that is not plugged in is in italics.
+    /// The entries, owned by the model. Devices that are not plugged in are in italics.
     PeripheralModel &model();
 
-    /// Adds what is plugged in and not listed yet, to be used locally.
+    /// Adds the plugged-in devices that are not listed yet, as "Native".
     void readPeripherals();
-    /// "USB DEVICE" for a device that the database of identifiers does not name.
+    /// The name from the database of identifiers, or "USB DEVICE".
     QString getProductName(const QString &vid, const QString &pid);
-    /// Adds a device that is not plugged in; one that is listed, may not be redirected or cannot exist is
-    /// left out.
+    /// Adds a device that is not plugged in. Ignores invalid, listed and blacklisted identifiers.
     void addDevice(const QString &vid, const QString &pid);
 
     bool containsDevice(const QString &id) const;
-    /// Whether the device runs the terminal itself and is never redirected.
+    /// Whether the terminal itself needs the device, so that it is never redirected.
     bool blackListedDevice(const QString &id) const;
     void setRedirection(const QString &id, const QString &redirection);
     void removeDevice(const QString &id);
     void removeAllDevices();
     /// In the order of the list.
     QList<Item *> getDeviceList() const;
-    Item *lastItemAdded() const; ///< null when that one has been removed
+    Item *lastItemAdded() const; ///< null if it has been removed
 
     /// Whether a text is an identifier, in lower or upper case.
     static bool isIdentifier(const QString &text);

@@ -29,9 +29,9 @@ QString busFolder()
     return named.isEmpty() ? Paths::usbBus() : named;
 }
 
-/// libusb finds the device's own folder by itself: there the environment, which name look-ups read in threads
-/// of theirs, is left alone. Of another one it is told for the moment in which it asks: our children inherit
-/// nothing.
+/// libusb finds the device's own folder without help. For another folder the environment variable is set only
+/// during this call: other threads read the environment for name look-ups, and child processes must not
+/// inherit it.
 void initialize(const QString &folder)
 {
     const bool told = Paths::root().isEmpty() || qEnvironmentVariableIsSet(folderVariable);
@@ -42,7 +42,8 @@ void initialize(const QString &folder)
         qunsetenv(folderVariable);
 }
 
-/// libusb does not look whether it got all of a descriptor, and shows the rest of another device's then.
+/// libusb does not check whether it has read a complete descriptor; an incomplete one ends with bytes of
+/// another device's.
 bool isWhole(const QString &folder, const struct usb_device &device)
 {
     if (device.descriptor.bLength < USB_DT_DEVICE_SIZE || device.descriptor.bDescriptorType != USB_DT_DEVICE)
@@ -75,7 +76,7 @@ QStringList identifiers()
                 found += QString::asprintf("%04x:%04x", device->descriptor.idVendor,
                                            device->descriptor.idProduct);
             else
-                qCWarning(lcUsbBus) << "no whole descriptor of" << bus->dirname << device->filename;
+                qCWarning(lcUsbBus) << "incomplete descriptor of" << bus->dirname << device->filename;
         }
     }
     QStringList sorted = found.values();

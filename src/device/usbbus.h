@@ -7,8 +7,8 @@
 
 namespace UsbBus {
 
-/// The identifiers ("03ba:04ce") of the devices plugged in, each once and in order. A device of which no
-/// whole descriptor can be read, because it has just been pulled out for one, is left out.
+/// The sorted identifiers ("03ba:04ce") of the plugged-in devices, without duplicates. A device without a
+/// complete descriptor is skipped; it may have just been unplugged.
 QStringList identifiers();
 
 } // namespace UsbBus

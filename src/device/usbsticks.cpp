@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int deepestLevel = 2;
+constexpr int levelLimit = 2;
 
 bool isMountPoint(const QString &folder)
 {
@@ -33,10 +33,10 @@ void collect(const QString &folder, int level, QVector<UsbStick> &found)
         const QString path = entry.absoluteFilePath();
         const bool isMounted = isMountPoint(path);
         const int before = found.size();
-        if (!isMounted && level < deepestLevel)
+        if (!isMounted && level < levelLimit)
             collect(path, level + 1, found);
-        const bool standsForOne = !Paths::root().isEmpty() && found.size() == before;
-        if (isMounted || standsForOne)
+        const bool isLabStick = !Paths::root().isEmpty() && found.size() == before;
+        if (isMounted || isLabStick)
             found += {entry.fileName(), path, entry.isWritable()};
     }
 }

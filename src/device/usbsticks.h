@@ -8,16 +8,16 @@
 
 struct UsbStick
 {
-    QString name; ///< as its folder is called
+    QString name; ///< of its folder
     QString path;
     bool writable = false;
 };
 
 namespace UsbSticks {
 
-/// The sticks that are mounted below /media, directly or in a user's folder there; those that can be written
-/// to come first. A folder that nothing is mounted on is no stick: what is written there stays on the device.
-/// Below a device root of the lab, where nothing can be mounted, a folder without folders stands for a stick.
+/// The sticks mounted below /media, directly or in a user's folder there; writable ones come first. A folder
+/// without a mounted file system is not a stick, because files in it stay on the device. In the lab nothing
+/// can be mounted, so a folder without subfolders acts as a stick.
 QVector<UsbStick> mounted();
 
 } // namespace UsbSticks

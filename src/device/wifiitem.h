@@ -5,7 +5,7 @@
 
 #include "models/item.h"
 
-/// One Wi-Fi network with the credentials to join it. It is a list row whose name is the network's.
+/// One Wi-Fi network with its credentials, as a list row with the network's name.
 class WifiItem : public Item
 {
 public:
@@ -32,5 +32,5 @@ public:
     bool hidden = false; ///< the network does not announce its name
 };
 
-/// Strictly stronger: the order in which networks are listed.
+/// Whether `a` has the stronger signal; sorts lists of networks.
 bool compareSignalStrengthDesc(const WifiItem &a, const WifiItem &b);

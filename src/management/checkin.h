@@ -6,10 +6,10 @@
 #include <QByteArray>
 #include <QString>
 
-/// What the device tells a management server of itself.
+/// The document that describes the device to a management server.
 namespace CheckInDocument {
 
-/// Read anew from the device and its tools, as JSON text.
+/// Reads the current values from the device and its tools; returns JSON text.
 QByteArray text(const QString &serial);
 
 } // namespace CheckInDocument

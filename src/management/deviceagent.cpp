@@ -69,9 +69,9 @@ bool DeviceAgent::initConnection()
 
 void DeviceAgent::checkIn()
 {
-    giveUp(CheckIn);
-    // Without a server to tell, the device's tools need not be asked.
-    if (m_enabled && canReach(m_baseUrl))
+    abort(CheckIn);
+    // Without a server, the device's tools need not be queried.
+    if (m_enabled && isSupported(m_baseUrl))
         m_replies[CheckIn] = PUT(m_baseUrl, CheckInDocument::text(m_serial));
     putConfiguration();
     if (m_heartbeatTimer == 0)
@@ -80,7 +80,7 @@ void DeviceAgent::checkIn()
 
 void DeviceAgent::heartbeat()
 {
-    giveUp(Heartbeat);
+    abort(Heartbeat);
     if (m_enabled)
         m_replies[Heartbeat] = PUT(resource("/heartbeat"), QByteArray());
 }
@@ -89,7 +89,7 @@ void DeviceAgent::putConfiguration()
 {
     if (!m_enabled || m_configuration.isEmpty())
         return;
-    giveUp(Upload);
+    abort(Upload);
     m_replies[Upload] = PUT(resource("/configuration"), m_configuration);
 }
 
@@ -107,15 +107,15 @@ void DeviceAgent::fetch(Kind kind, const char *name)
 {
     if (!m_enabled)
         return;
-    m_askedAgain[kind] = isUnderWay(kind);
-    if (m_askedAgain[kind])
+    m_repeat[kind] = isPending(kind);
+    if (m_repeat[kind])
         return;
     QNetworkReply *reply = GET(resource(name));
     m_replies[kind] = reply;
     if (!reply)
         return;
     connect(reply, &QNetworkReply::finished, this, [this, kind, name] {
-        if (m_askedAgain[kind])
+        if (m_repeat[kind])
             fetch(kind, name);
     });
 }
@@ -124,7 +124,7 @@ bool DeviceAgent::isBusy() const
 {
     bool busy = false;
     for (int kind = 0; kind < KindCount; ++kind)
-        busy = busy || isUnderWay(static_cast<Kind>(kind));
+        busy = busy || isPending(static_cast<Kind>(kind));
     return busy;
 }
 
@@ -140,15 +140,15 @@ QUrl DeviceAgent::resource(const char *name) const
     return url;
 }
 
-bool DeviceAgent::isUnderWay(Kind kind) const
+bool DeviceAgent::isPending(Kind kind) const
 {
     const auto &reply = m_replies[kind];
     return reply && !reply->isFinished();
 }
 
-void DeviceAgent::giveUp(Kind kind)
+void DeviceAgent::abort(Kind kind)
 {
-    if (isUnderWay(kind))
+    if (isPending(kind))
         m_replies[kind]->abort();
 }
 
@@ -157,7 +157,7 @@ void DeviceAgent::stop()
     if (m_heartbeatTimer != 0)
         killTimer(m_heartbeatTimer);
     m_heartbeatTimer = 0;
-    m_askedAgain.fill(false);
+    m_repeat.fill(false);
     for (int kind = 0; kind < KindCount; ++kind)
-        giveUp(static_cast<Kind>(kind));
+        abort(static_cast<Kind>(kind));
 }

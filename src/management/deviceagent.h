@@ -11,11 +11,11 @@
 
 #include <array>
 
-/// Keeps this device known to a management server: checks in once, sends heartbeats and the configuration,
-/// and fetches what the server's messages tell it to. docs/management-protocol.md describes the resources.
+/// Reports this device to a management server: checks in, sends heartbeats and the configuration, and fetches
+/// documents on the server's request. docs/management-protocol.md describes the resources.
 ///
-/// What is set takes effect with the next `initConnection`. At most one request of each kind is under way: a
-/// newer one takes its place, and a fetch asked for during another follows it, once.
+/// Settings take effect with the next `initConnection`. At most one request of each kind is pending. A newer
+/// one replaces it, but a fetch requested during the same fetch follows it, once.
 class DeviceAgent : public RestClient
 {
     Q_OBJECT
@@ -32,16 +32,16 @@ public:
     void setConfiguration(const QByteArray &configuration);
     void checkProxy();
 
-    /// Checks in anew where something has changed that asks for it, or stops when communication is disabled.
-    /// Whether it has checked in.
+    /// After a relevant change, checks in again, or stops if communication is disabled. Returns whether it
+    /// has checked in.
     bool initConnection();
-    /// Describes the device to the server, which asks the device's tools, and starts the heartbeat.
+    /// Sends the device's description, which queries the device's tools, and starts the heartbeat.
     void checkIn();
-    /// One that has got no answer by now is given up.
+    /// Aborts the previous heartbeat if it has no reply yet.
     void heartbeat();
     void putConfiguration();
 
-    /// Whether any answer is still awaited.
+    /// Whether any reply is still pending.
     bool isBusy() const;
 
 public slots:
@@ -56,17 +56,17 @@ private:
 
     void fetch(Kind kind, const char *name);
     QUrl resource(const char *name) const;
-    bool isUnderWay(Kind kind) const;
-    void giveUp(Kind kind);
+    bool isPending(Kind kind) const;
+    void abort(Kind kind);
     void stop();
 
-    QUrl m_baseUrl; ///< once connected with the path of this device
+    QUrl m_baseUrl; ///< with the path of this device once connected
     int m_heartbeatTimer = 0;
     QString m_serial;
     bool m_enabled = true;
     QByteArray m_configuration;
     bool m_initNeeded = false;
-    const QNetworkProxy m_proxy{QNetworkProxy::NoProxy}; ///< the agent's traffic never takes the device's
+    const QNetworkProxy m_proxy{QNetworkProxy::NoProxy}; ///< the agent never uses the device's proxy
     std::array<QPointer<QNetworkReply>, KindCount> m_replies;
-    std::array<bool, KindCount> m_askedAgain{};
+    std::array<bool, KindCount> m_repeat{};
 };

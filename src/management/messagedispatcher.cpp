@@ -12,7 +12,7 @@ Q_LOGGING_CATEGORY(lcDispatcher, "kt.management.dispatcher")
 
 void MessageDispatcher::dispatch(const QByteArray &body, bool mergeAllowed)
 {
-    // A copy: an action may let the next message in.
+    // A copy: while an action runs, the next message may arrive.
     const QJsonObject message = JsonText::parsed(body);
     m_message = message;
     const QJsonValue data = message.value(QLatin1String("data"));
@@ -27,10 +27,10 @@ void MessageDispatcher::dispatch(const QByteArray &body, bool mergeAllowed)
 void MessageDispatcher::extractAction(const QJsonArray &actions)
 {
     for (const QJsonValue &action : actions)
-        carryOut(action.toObject());
+        execute(action.toObject());
 }
 
-void MessageDispatcher::carryOut(const QJsonObject &action)
+void MessageDispatcher::execute(const QJsonObject &action)
 {
     const QString name = action.value(QLatin1String("action")).toString();
     const QJsonObject parameters = action.value(QLatin1String("params")).toObject();

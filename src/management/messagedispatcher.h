@@ -7,11 +7,10 @@
 #include <QJsonObject>
 #include <QObject>
 
-/// Turns what the management server answers into requests to the device. It does nothing itself: every effect
-/// leaves as a signal, before the call returns.
+/// Turns the management server's replies into requests to the device. It only emits signals, before each call
+/// returns.
 ///
-/// docs/management-protocol.md describes the messages. What is no message, or asks for something unknown,
-/// does nothing.
+/// docs/management-protocol.md describes the messages. Invalid messages and unknown actions are ignored.
 class MessageDispatcher : public QObject
 {
     Q_OBJECT
@@ -20,15 +19,15 @@ public:
     MessageDispatcher() = default;
     explicit MessageDispatcher(const QString &) { }
 
-    /// Carries out a list of actions in their order, each of them whatever becomes of the others.
+    /// Executes a list of actions in order. A failed action does not stop the next ones.
     void extractAction(const QJsonArray &actions);
     void updateFirmware(const QString &url);
-    /// Asks for a reset where one is possible now.
+    /// Requests a reset if one is possible now.
     void rebootDevice();
     void saveConfiguration(const QJsonObject &configuration);
 
 public slots:
-    /// Does what the body of an answer says. A configuration is merged only where the answer may hold one.
+    /// Handles the body of a reply. A configuration is merged only if `mergeAllowed`.
     void dispatch(const QByteArray &body, bool mergeAllowed);
 
 signals:
@@ -42,7 +41,7 @@ signals:
     void getConfiguration();
 
 private:
-    void carryOut(const QJsonObject &action);
+    void execute(const QJsonObject &action);
 
-    QJsonObject m_message; ///< the last one
+    QJsonObject m_message; ///< the last message
 };

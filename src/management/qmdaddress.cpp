@@ -24,7 +24,7 @@ QString offeredByDhcp()
     return QSettings(file, QSettings::IniFormat).value(QStringLiteral("QMD/qmd_address")).toString();
 }
 
-/// Where the host, with its port if it has one, ends.
+/// The end of the host and its optional port.
 int authorityEnd(const QString &url)
 {
     const int slash = url.indexOf(QLatin1Char('/'), url.indexOf(schemeMark) + schemeMark.size());
@@ -33,7 +33,7 @@ int authorityEnd(const QString &url)
 
 bool hasPort(const QString &authority)
 {
-    // The colons of an IPv6 address stand before its closing bracket.
+    // The colons of an IPv6 address are before its closing bracket.
     static const QRegularExpression port(QStringLiteral(":[0-9]+$"));
     return port.match(authority.mid(authority.lastIndexOf(QLatin1Char(']')) + 1)).hasMatch();
 }

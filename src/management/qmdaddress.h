@@ -6,11 +6,11 @@
 #include <QJsonObject>
 #include <QString>
 
-/// Where the QMD management server is.
+/// The address of the QMD management server.
 namespace QmdAddress {
 
-/// The server's URL by "management settings": the address that DHCP has offered, or the stored one; "Unknown"
-/// when that is empty. "http://" and the port 8080 are added where the address lacks them.
+/// The server's URL from "management settings": the stored address or, with auto-discovery, the one from
+/// DHCP. "http://" and port 8080 are added if missing; an empty address gives "Unknown".
 QString url(const QJsonObject &managementSettings);
 /// An address with scheme and port; "Unknown" for an empty one.
 QString complete(const QString &address);

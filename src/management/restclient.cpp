@@ -35,7 +35,7 @@ RestClient::RestClient(QObject *parent)
     connect(&m_manager, &QNetworkAccessManager::finished, this, &RestClient::onFinished);
     connect(this, &RestClient::restResponse, &m_dispatcher, &MessageDispatcher::dispatch);
     m_request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
-    // A compressed answer could be far longer than what arrives.
+    // A compressed reply could expand beyond the limit.
     m_request.setRawHeader("Accept-Encoding", "identity");
 }
 
@@ -44,7 +44,7 @@ RestClient::~RestClient()
     m_manager.disconnect(this);
 }
 
-bool RestClient::canReach(const QUrl &url)
+bool RestClient::isSupported(const QUrl &url)
 {
     const bool web = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
     return web && !url.host().isEmpty();
@@ -93,12 +93,12 @@ QNetworkReply *RestClient::DELETE(const QUrl &url)
 template <typename Send>
 QNetworkReply *RestClient::send(const QUrl &url, Send request)
 {
-    if (!canReach(url))
+    if (!isSupported(url))
         return nullptr;
     m_request.setUrl(url);
     QNetworkReply *reply = request();
     reply->setReadBufferSize(bodyLimit + 1);
-    // Queued: a reply must not be aborted in the middle of its own work.
+    // Queued: a reply must not be aborted inside its own signal.
     connect(
         reply, &QNetworkReply::readyRead, reply,
         [reply] {
@@ -108,16 +108,14 @@ QNetworkReply *RestClient::send(const QUrl &url, Send request)
             reply->abort();
         },
         Qt::QueuedConnection);
-    auto *limit = new QTimer(reply);
-    limit->setSingleShot(true);
-    connect(limit, &QTimer::timeout, reply, &QNetworkReply::abort);
-    limit->start(m_replyTime);
+    // For the whole reply: a transfer timeout would only end a reply that falls silent.
+    QTimer::singleShot(m_replyTime, reply, &QNetworkReply::abort);
     return reply;
 }
 
 void RestClient::onFinished(QNetworkReply *reply)
 {
-    // Our requests are few and repeated for months: none may leave anything behind.
+    // Requests repeat for months, so none may leak.
     reply->deleteLater();
     if (reply->error() != QNetworkReply::NoError)
         return;

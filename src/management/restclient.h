@@ -10,34 +10,33 @@
 #include <QNetworkRequest>
 #include <QObject>
 
-/// Sends requests to a server and hands the bodies of its answers to the dispatcher.
+/// Sends requests to a server and passes the bodies of its replies to the dispatcher.
 ///
-/// Whatever comes of a request, its reply is released. Answers with an error are dropped without a word, and
-/// so is one that does not end in time, or that is longer than any message. Redirections are not followed.
-/// Faults of a server's certificate are passed over.
+/// Every reply is released, whatever its outcome. Replies with an error are dropped silently, and so are late
+/// and overlong ones. Redirections are not followed. Certificate errors are ignored.
 class RestClient : public QObject
 {
     Q_OBJECT
 
 public:
-    /// A configuration is text of some kilobytes; an answer that exceeds this is none.
+    /// A configuration has some kilobytes of text; longer replies are dropped.
     static constexpr qint64 bodyLimit = 8 * 1024 * 1024;
-    /// How long a server may take for its whole answer.
+    /// The time limit for a server's whole reply.
     static constexpr int replyTimeMs = 120000;
 
-    /// Makes the device's CA certificates those that every TLS connection of the process trusts.
+    /// Makes every TLS connection of the process trust the device's CA certificates, and no others.
     explicit RestClient(QObject *parent = nullptr);
     ~RestClient() override;
 
-    /// Each returns at once. The reply is ours; there is none for a URL that is not of HTTP or HTTPS.
+    /// Each returns at once. This object owns the reply, which is null if the URL is not HTTP or HTTPS.
     QNetworkReply *POST(const QUrl &url, const QByteArray &body);
     QNetworkReply *PUT(const QUrl &url, const QByteArray &body);
     QNetworkReply *GET(const QUrl &url);
     QNetworkReply *HEAD(const QUrl &url);
     QNetworkReply *DELETE(const QUrl &url);
 
-    /// Whether requests can go to a URL.
-    static bool canReach(const QUrl &url);
+    /// Whether requests can be sent to a URL.
+    static bool isSupported(const QUrl &url);
     MessageDispatcher &dispatcher();
     void setReplyTime(int milliseconds);
 
@@ -46,7 +45,7 @@ public slots:
     void onSslError(QNetworkReply *reply, const QList<QSslError> &errors);
 
 signals:
-    /// The body of an answer, and whether it may hold a configuration.
+    /// The body of a reply, and whether it may contain a configuration.
     void restResponse(const QByteArray &body, bool isConfiguration);
 
 protected:
@@ -58,6 +57,6 @@ private:
 
     MessageDispatcher m_dispatcher;
     QNetworkAccessManager m_manager;
-    QNetworkRequest m_request; ///< every request is made from it
+    QNetworkRequest m_request; ///< the template of every request
     int m_replyTime = replyTimeMs;
 };

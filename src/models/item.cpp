@@ -17,11 +17,11 @@ void dropSharedIcons()
     sharedIcons.clear();
 }
 
-/// Rows with the same images share one icon: reading both images anew for each of thousands of rows would be
-/// most of the time that showing them takes.
+/// Rows with the same images share one icon: loading both images for each of thousands of rows would take
+/// most of the time to show them.
 QIcon sharedIcon(const QString &normal, const QString &selected)
 {
-    // No image outlives the application.
+    // Images must be released before the application object.
     if (sharedIcons.isEmpty())
         qAddPostRoutine(dropSharedIcons);
     QIcon &icon = sharedIcons[normal + QLatin1Char('\n') + selected];

@@ -11,30 +11,29 @@
 #include <vector>
 
 /// One named row of a list: a server, a group, a Wi-Fi network, a display mode. Rows form a tree; a row owns
-/// its children and deletes them.
+/// its children.
 class Item
 {
 public:
     enum Column { Name = 0, Address = 1, Type = 2 };
     static constexpr int columnTotal = 3;
 
-    /// `heading` marks a row that only titles or stands in for others: it is shown but cannot be selected.
-    /// `parent` is remembered, not joined: `appendChild` or `insertChild` puts the row into a parent's
-    /// children.
+    /// A `heading` is a title or a placeholder: it is shown but cannot be selected. The constructor does not
+    /// add the row to `parent`; call `appendChild` or `insertChild` on the parent for that.
     explicit Item(const QString &name = QString(), Item *parent = nullptr, bool heading = false,
                   bool italic = false);
-    /// Copy the row alone: its texts, icon and flags, neither its parent nor its children.
+    /// Copies texts, icon and flags, but neither parent nor children.
     Item(const Item &other);
     Item &operator=(const Item &other);
     virtual ~Item();
 
-    /// Columns other than 0 to 2 read as an empty string and are ignored on write.
+    /// Columns other than 0 to 2 are empty and cannot be written.
     QString getValue(int column) const;
     void setValue(int column, const QString &value);
 
-    Item *child(int index) const; ///< null when there is no such child
+    Item *child(int index) const; ///< null if there is no such child
     int childCount() const;
-    int row() const; ///< the index in the parent; 0 for a row without one
+    int row() const; ///< the index in the parent; 0 without a parent
     Item *parentItem() const;
 
     /// Takes ownership. A position of -1, or one beyond the end, appends.

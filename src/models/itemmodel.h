@@ -8,7 +8,7 @@
 #include <QAbstractItemModel>
 #include <QList>
 
-/// The rows of one list or tree view: a Qt model over a tree of items under an invisible root.
+/// The Qt model of a list or tree view, over a tree of items with an invisible root.
 class ItemModel : public QAbstractItemModel
 {
     Q_OBJECT
@@ -22,26 +22,26 @@ public:
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    /// Rows are edited through the operations below only: changes nothing and answers false.
+    /// Always returns false: rows are changed only through the functions below.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-    /// The row behind an index; null for the invalid one.
+    /// The row of an index; null for an invalid index.
     Item *item(const QModelIndex &index) const;
-    /// A top-level row; null when there is no such row.
+    /// A top-level row; null if there is no such row.
     Item *topLevelItem(int row) const;
 
-    /// The model takes ownership of what is appended. A position of -1 is the end.
+    /// The model takes ownership of appended rows. Position -1 is the end.
     void appendChild(Item *item, int position = -1);
     void appendChildren(const QList<Item *> &items);
-    /// Replaces the top-level row equal to `item` by name and type; appends `item` when there is none.
+    /// Replaces the top-level row with the name and type of `item`; appends `item` if there is none.
     void overwriteChild(Item *item);
     void remItem(const QModelIndex &index);
     void removeByIndex(int row);
     void remAllItems();
     void upItem(const QModelIndex &index);
     void downItem(const QModelIndex &index);
-    /// True when a top-level row equals `item` by name and, with `withType`, by type.
+    /// Whether a top-level row has the name and, with `withType`, the type of `item`.
     bool contains(const Item &item, bool withType) const;
 
 protected:

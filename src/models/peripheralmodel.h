@@ -15,10 +15,10 @@ public:
 
     explicit PeripheralModel(int columns, QObject *parent = nullptr);
 
-    /// The name, which may be too long for its column, is its tool tip as well.
+    /// The name is also the tool tip, because it may be too long for its column.
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
-    /// Changes one text of a top-level row, and tells the views.
+    /// Changes one text of a top-level row.
     void setText(int row, Column column, const QString &text);
 };

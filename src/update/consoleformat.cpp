@@ -62,7 +62,7 @@ QByteArray readText(const QByteArray &bytes, int offset, int size)
     return end < 0 ? field : field.left(end);
 }
 
-/// The first `size` bytes of a request, with zeros for those it lacks.
+/// The first `size` bytes of a request, padded with zeros.
 QByteArray resized(const QByteArray &request, int size)
 {
     return request.left(size).leftJustified(size, '\0');

@@ -10,8 +10,8 @@
 
 #include <optional>
 
-/// The datagrams that a management console and the device exchange, both directions, as pure functions on
-/// bytes. Integers are little-endian; docs/console-protocol.md has the byte tables.
+/// Encodes and decodes the datagrams between a management console and the device, for both sides. Integers
+/// are little-endian; docs/console-protocol.md has the byte tables.
 namespace ConsoleFormat {
 
 enum class Command : quint16 {
@@ -23,15 +23,15 @@ enum class Command : quint16 {
     SetJsonPartial = 21,
 };
 
-constexpr quint16 documentVersion = 0x0120; ///< the one version word that a document is read with
+constexpr quint16 documentVersion = 0x0120; ///< the only version word accepted in a request for the document
 constexpr int headerSize = 40;
-constexpr int longestField = 63;                           ///< characters of an update's field
+constexpr int longestField = 63;                           ///< characters in a field of an update request
 constexpr int longestSerial = 67;                          ///< characters of the serial number
-constexpr int requestLimit = WireFormat::receiveLimit;     ///< the device cuts a longer request
+constexpr int requestLimit = WireFormat::receiveLimit;     ///< the device truncates a longer request
 constexpr int longestJson = requestLimit - headerSize - 1; ///< bytes of a partial document
 constexpr int actionReplySize = 504;
 
-/// What a command to update from a URL carries. A server found by name stands in `url` as "CORVID://server".
+/// The data of an update request. For a Corvid server, `url` is "CORVID://server".
 struct UpdateSource
 {
     QString url;
@@ -40,7 +40,7 @@ struct UpdateSource
     QString file;
 };
 
-/// What every request starts with.
+/// The header of every request.
 struct Request
 {
     quint16 command = 0; ///< not always one of `Command`
@@ -54,7 +54,7 @@ struct DeviceInfo
     QByteArray status; ///< JSON text
 };
 
-/// The answer to a reset or an update.
+/// The reply to a reset or an update.
 struct ActionReply
 {
     quint16 command = 0;
@@ -68,44 +68,45 @@ struct DocumentReply
     QByteArray text;
 };
 
-// What a console sends.
+// Requests, for the console.
 
 /// A command without data.
 QByteArray request(Command command, quint16 version = documentVersion);
-/// Nothing when a field is too long or is not ASCII.
+/// Returns nothing if a field is too long or not ASCII.
 std::optional<QByteArray> updateRequest(const UpdateSource &source, quint16 version = documentVersion);
-/// Nothing when the text is longer than `longestJson` or has a NUL in it.
+/// Returns nothing if the text is longer than `longestJson` or contains a NUL.
 std::optional<QByteArray> setJsonRequest(const QByteArray &json, quint16 version = documentVersion);
 
-// What the device reads from it. Bytes that a short datagram lacks read as zero, so every datagram is a
-// request of some command; 0 is none.
+// Requests, for the device. The missing bytes of a short datagram read as zero, so every datagram decodes; no
+// command has the number 0.
 
 Request decodeRequest(const QByteArray &datagram);
 UpdateSource decodeUpdateSource(const QByteArray &datagram);
 /// Up to the first NUL, or to the datagram's end.
 QByteArray decodeJsonText(const QByteArray &datagram);
 
-// What the device answers. An answer is made of its request's bytes, as far as it is not its own.
+// Replies, for the device. A reply contains the bytes of its request where it has no value of its own.
 
 /// A serial number is cut to `longestSerial`.
 QByteArray deviceInfoReply(const DeviceInfo &info);
 QByteArray actionReply(const QByteArray &request, quint32 result);
 QByteArray documentReply(const QByteArray &request, const QByteArray &text);
-/// The answer to a request for the document with another version word: as long as the document's, and empty.
+/// The reply to a request for the document with another version word: as long as the document's reply, but
+/// empty.
 QByteArray documentRefusal(const QByteArray &request, const QByteArray &text);
 QByteArray mergeReply(const QByteArray &request, quint32 result);
 
-/// Whether a datagram is one of these answers, or a merge of nothing, which looks the same. The answer that
-/// holds an empty document is the one that does not show it.
+/// Whether a datagram is one of these replies. A request to merge nothing looks like a reply and counts as
+/// one; a reply with an empty document looks like a request and does not.
 bool isAnswer(const QByteArray &datagram);
 
-// What a console reads from it. Nothing when the datagram is not that answer: too short, no mark where one
-// belongs, a length that it does not carry.
+// Replies, for the console. Each returns nothing if the datagram is another reply: too short, without a mark,
+// or with a length beyond its end.
 
 std::optional<DeviceInfo> decodeDeviceInfo(const QByteArray &datagram);
 std::optional<ActionReply> decodeActionReply(const QByteArray &datagram);
 std::optional<DocumentReply> decodeDocumentReply(const QByteArray &datagram);
-/// The result: 0 when the document was merged.
+/// Returns the result: 0 if the document was merged.
 std::optional<quint32> decodeMergeReply(const QByteArray &datagram);
 
 } // namespace ConsoleFormat

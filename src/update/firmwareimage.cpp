@@ -24,17 +24,17 @@ namespace {
 
 constexpr qint64 stepBytes = 4 * 1024 * 1024;
 
-QString toolMark()
+QString unfinishedMark()
 {
     return Paths::firmwareImage() + QLatin1String(".unfinished");
 }
 
-/// Sends what is not on the disk on its way there, and waits for what was sent so the time before: no more
-/// than two steps are ever under way.
+/// Starts to write new data to the disk, and waits for the data of the previous call: at most two steps are
+/// pending.
 bool sendToDisk(const QTemporaryFile &file)
 {
     constexpr unsigned int how = SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE;
-    // A file system that cannot do so writes in its own time.
+    // A file system that does not support this writes in its own time.
     return ::sync_file_range(file.handle(), 0, 0, how) == 0
         || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
 }
@@ -70,7 +70,7 @@ bool fits(qint64 bytes)
         QFile::remove(earlier.filePath());
     const qint64 left = room();
     if (left < bytes)
-        qCCritical(lcImage) << bytes << "bytes have no room," << left << "are free";
+        qCCritical(lcImage) << "no room for" << bytes << "bytes:" << left << "are free";
     return left >= bytes;
 }
 
@@ -89,16 +89,16 @@ bool place(QTemporaryFile &file)
     return true;
 }
 
-bool openToTool()
+bool prepareForTool()
 {
     QDir().mkpath(Paths::updates());
-    if (!DurableFile::write(toolMark(), QByteArray()).isEmpty())
+    if (!DurableFile::write(unfinishedMark(), QByteArray()).isEmpty())
         return false;
     QFile::remove(Paths::firmwareImage());
     return !QFile::exists(Paths::firmwareImage());
 }
 
-bool closeToTool(bool succeeded)
+bool finishTool(bool succeeded)
 {
     const QString image = Paths::firmwareImage();
     const bool whole = succeeded && QFileInfo(image).isFile() && QFileInfo(image).size() > 0;
@@ -106,18 +106,20 @@ bool closeToTool(bool succeeded)
         QFile::remove(image);
     else
         DurableFile::synchronise(image);
-    QFile::remove(toolMark());
+    QFile::remove(unfinishedMark());
     return whole;
 }
 
 void removeStale()
 {
-    if (QFile::exists(toolMark()))
-        closeToTool(false);
+    if (QFile::exists(unfinishedMark()))
+        finishTool(false);
     QDir folder(Paths::updates());
-    const QString pattern = QFileInfo(Paths::firmwareImage()).fileName() + QLatin1String(".??????");
-    for (const QString &name : folder.entryList({pattern}, QDir::Files)) {
-        qCInfo(lcImage).noquote() << "remove the unfinished" << name;
+    const QString sixCharacters = QStringLiteral(".??????"); // the ending of a temporary file
+    const QStringList patterns{QFileInfo(Paths::firmwareImage()).fileName() + sixCharacters,
+                               QFileInfo(unfinishedMark()).fileName() + sixCharacters};
+    for (const QString &name : folder.entryList(patterns, QDir::Files)) {
+        qCInfo(lcImage).noquote() << "removing the incomplete" << name;
         folder.remove(name);
     }
 }

@@ -7,32 +7,32 @@
 
 #include <memory>
 
-/// The one place where a firmware image appears, whole or not at all: what arrives is written beside it, and
-/// takes its name when it is complete and on the disk.
+/// The firmware image for the installer. A download is written to a temporary file beside it and is renamed
+/// when it is complete and on the disk, so the image is never incomplete.
 namespace FirmwareImage {
 
-/// A new, empty file on the disk of the image, open for reading and writing. Nothing when it cannot be made.
-/// It goes with its object.
+/// A new, empty file in the image's folder, open for reading and writing; null when it cannot be created. The
+/// object removes its file.
 std::unique_ptr<QTemporaryFile> stage();
 
-/// Appends what has arrived, and sees to it that it goes on to the disk meanwhile: however large the file is,
-/// little is left to wait for at its end. False when it cannot be written.
+/// Appends received bytes and starts to write them to the disk, so that the final wait is short for a file of
+/// any size. False when they cannot be written.
 bool append(QTemporaryFile &file, const QByteArray &bytes);
 
-/// Whether so many bytes more have room. An image of an earlier update makes way where that helps.
+/// Whether the disk has room for that many bytes more. Removes an earlier image if that frees enough space.
 bool fits(qint64 bytes);
 
-/// Gives the complete file the image's name, in the place of an earlier one. False, with a line in the log
-/// and the name as it was, when that fails.
+/// Renames the complete file to the image, replacing an earlier one. False, with a line in the log and the
+/// earlier image unchanged, when that fails.
 bool place(QTemporaryFile &file);
 
-/// A tool is about to write the image itself: an earlier one goes, and until `closeToTool` whatever stands
-/// under the name is known to be unfinished, also after a restart.
-bool openToTool();
-/// The tool has ended. False when it has left no image; what it left unfinished goes.
-bool closeToTool(bool succeeded);
+/// Call before a tool writes the image itself. Removes an earlier image and marks the new one as unfinished
+/// until `finishTool`; the mark survives a restart.
+bool prepareForTool();
+/// Call when the tool has ended. False when there is no complete image; an incomplete one is removed.
+bool finishTool(bool succeeded);
 
-/// Removes what an update left behind that was cut off with the program.
+/// Removes the files of an update that ended with the program.
 void removeStale();
 
 } // namespace FirmwareImage

@@ -42,19 +42,19 @@ FtpProxyTool::FtpProxyTool(QObject *parent)
 
 FtpProxyTool::~FtpProxyTool()
 {
-    letGo();
+    stopWatching();
     kill();
 }
 
 bool FtpProxyTool::start(const QUrl &url, const QNetworkProxy &proxy)
 {
     kill();
-    if (!FirmwareImage::openToTool())
+    if (!FirmwareImage::prepareForTool())
         return false;
     connect(&m_process, &QProcess::readyReadStandardOutput, this, &FtpProxyTool::readUpdate);
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &FtpProxyTool::finishedUpdateProcess);
-    // A tool that cannot be started says so here and nowhere else.
+    // A tool that cannot be started emits no finished().
     const auto endUnstarted = [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
             finishedUpdateProcess(-1, QProcess::CrashExit);
@@ -79,7 +79,7 @@ void FtpProxyTool::readUpdate()
     m_watchdog.start(silenceLimitMs);
     QByteArray output = m_process.readAllStandardOutput();
     output.truncate(static_cast<int>(qstrnlen(output.constData(), static_cast<uint>(output.size()))));
-    // Ten dots in a row stand on one line; they may come one by one.
+    // The ten dots of a line may arrive one by one.
     m_dots = m_dots.right(firstDots.size() - 1) + output;
     if (!m_awaitingFirstDots || !m_dots.contains(firstDots))
         return;
@@ -95,38 +95,38 @@ void FtpProxyTool::setProxyFtpProgress()
         m_progressTimer.start();
 }
 
-void FtpProxyTool::letGo()
+void FtpProxyTool::stopWatching()
 {
     m_process.disconnect(this);
     m_progressTimer.stop();
     m_watchdog.stop();
 }
 
-void FtpProxyTool::signalGroup(int number)
+void FtpProxyTool::signalProcessGroup(int signal)
 {
     const auto leader = static_cast<pid_t>(m_process.processId());
-    // Just started, it may not have its group yet.
-    if (leader > 0 && ::kill(-leader, number) != 0)
-        ::kill(leader, number);
+    // A tool that has just started may not lead its group yet.
+    if (leader > 0 && ::kill(-leader, signal) != 0)
+        ::kill(leader, signal);
 }
 
-/// It may write until it has ended.
+/// Waits for the end: until then the tool may still write.
 void FtpProxyTool::kill()
 {
     if (m_process.state() == QProcess::NotRunning)
         return;
-    signalGroup(SIGKILL);
+    signalProcessGroup(SIGKILL);
     m_process.waitForFinished();
-    FirmwareImage::closeToTool(false);
+    FirmwareImage::finishTool(false);
 }
 
 void FtpProxyTool::abortFtpProxy()
 {
-    qCWarning(lcFtpProxy) << "the tool has fallen silent";
-    letGo();
-    signalGroup(SIGTERM);
+    qCWarning(lcFtpProxy) << "the tool prints nothing any more";
+    stopWatching();
+    signalProcessGroup(SIGTERM);
     if (m_process.waitForFinished(terminationMs))
-        FirmwareImage::closeToTool(false);
+        FirmwareImage::finishTool(false);
     else
         kill();
     emit ended(false);
@@ -134,9 +134,9 @@ void FtpProxyTool::abortFtpProxy()
 
 void FtpProxyTool::finishedUpdateProcess(int exitCode, QProcess::ExitStatus status)
 {
-    letGo();
-    const bool succeeded = FirmwareImage::closeToTool(exitCode == 0 && status == QProcess::NormalExit);
+    stopWatching();
+    const bool succeeded = FirmwareImage::finishTool(exitCode == 0 && status == QProcess::NormalExit);
     if (!succeeded)
-        qCWarning(lcFtpProxy) << "the tool has ended with" << exitCode << "and no image";
+        qCWarning(lcFtpProxy) << "the tool ended with" << exitCode << "and without an image";
     emit ended(succeeded);
 }

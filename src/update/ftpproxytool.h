@@ -11,8 +11,8 @@
 class QNetworkProxy;
 class QUrl;
 
-/// The tool of the device that fetches an image from an FTP server through a proxy, and puts it in place. Of
-/// its progress nothing is known but that it prints dots; what is reported is an estimate by time.
+/// Runs the device's tool that fetches an image from an FTP server through a proxy and puts it in place. The
+/// tool prints only dots, so the reported progress is an estimate by time.
 class FtpProxyTool : public QObject
 {
     Q_OBJECT
@@ -21,12 +21,12 @@ public:
     static constexpr int progressMs = 3000;     ///< for each 5 %
     static constexpr int silenceLimitMs = 3000; ///< between two outputs
     static constexpr int startLimitMs = 30000;  ///< until the first output
-    static constexpr int terminationMs = 500;   ///< for an end on request
+    static constexpr int terminationMs = 500;   ///< between SIGTERM and SIGKILL
 
     explicit FtpProxyTool(QObject *parent = nullptr);
     ~FtpProxyTool() override;
 
-    /// False when the image cannot be made way for.
+    /// False when an earlier image cannot be removed.
     bool start(const QUrl &url, const QNetworkProxy &proxy);
 
 public slots:
@@ -37,11 +37,12 @@ public slots:
 
 signals:
     void progress(int percentage);
-    /// Whether the image is in place. Nothing unfinished is.
+    /// True when the complete image is in place; no incomplete one is ever left there.
     void ended(bool succeeded);
 
 private:
-    /// The tool leads a process group of its own, which holds whatever it starts.
+    /// The tool ends with this program, which alone knows whether its image is complete. The tool leads a
+    /// process group of its own, so that its children can be stopped too.
     class Process : public ChildProcess
     {
     public:
@@ -51,8 +52,8 @@ private:
         void setupChildProcess() override;
     };
 
-    void letGo();
-    void signalGroup(int number);
+    void stopWatching();
+    void signalProcessGroup(int signal);
     void kill();
 
     Process m_process;

@@ -7,7 +7,7 @@
 #include <QHostAddress>
 #include <QString>
 
-/// What a file transfer asks a Corvid server for: one block of one file.
+/// A request to a Corvid server for one block of a file.
 struct UdpFileRequest
 {
     UdpFileRequest() = default;
@@ -17,11 +17,11 @@ struct UdpFileRequest
     { }
 
     QHostAddress server;
-    QString fileName;     ///< at most 127 Latin-1 characters go on the wire
+    QString fileName;     ///< at most 127 Latin-1 characters are sent
     quint32 position = 0; ///< of the block in the file, in bytes
 };
 
-/// One block of a file, as a Corvid server sent it.
+/// One block of a file, as received from a Corvid server.
 struct UdpFileReply
 {
     UdpFileReply(const QHostAddress &senderAddress, unsigned long blockPosition, unsigned long totalSize,

@@ -14,7 +14,7 @@ UdpFileModule::UdpFileModule(QObject *parent)
 {
     m_stepTimer.setSingleShot(true);
     m_stepTimer.setInterval(0);
-    connect(&m_stepTimer, &QTimer::timeout, this, &UdpFileModule::takeStep);
+    connect(&m_stepTimer, &QTimer::timeout, this, &UdpFileModule::runStep);
     m_dataTimer.setSingleShot(true);
     m_dataTimer.setInterval(dataTimeoutMs);
     m_progressTimer.setInterval(progressMs);
@@ -46,7 +46,7 @@ void UdpFileModule::post(void (UdpFileModule::*step)())
     m_stepTimer.start();
 }
 
-void UdpFileModule::takeStep()
+void UdpFileModule::runStep()
 {
     (this->*m_step)();
 }
@@ -67,7 +67,7 @@ void UdpFileModule::fsm_StartTransfer(const UdpFileRequest &request, bool report
     m_request = request;
     m_previous = m_current;
     m_current = {request, 0, {}};
-    m_stragglers = triesLimit - 1;
+    m_lateRepliesLeft = triesLimit - 1;
     m_file = FirmwareImage::stage();
     if (!m_file) {
         end(Error::LocalFile);
@@ -86,13 +86,13 @@ void UdpFileModule::fsm_RequestData()
     if (m_state != State::Request)
         return;
     if (m_tries == triesLimit) {
-        qCWarning(lcUdpFile) << "no answer for the block at" << m_request.position;
+        qCWarning(lcUdpFile) << "no reply for the block at" << m_request.position;
         emit downloadFinished(tr("Download error: File not found"));
         end(Error::Transfer);
         return;
     }
     int error = 0;
-    // Before the request, which a server in this process may answer at once.
+    // Set before the request: a server in this process may reply at once.
     m_state = State::WaitForData;
     ++m_tries;
     m_dataTimer.start();
@@ -109,13 +109,13 @@ void UdpFileModule::fsm_DataTimeOut()
     post(&UdpFileModule::fsm_RequestData);
 }
 
-bool UdpFileModule::isStraggler(const UdpFileReply &reply)
+bool UdpFileModule::isLateReply(const UdpFileReply &reply)
 {
     const bool same = reply.position == 0 && reply.total == m_previous.total
         && m_previous.request.server == m_request.server && m_previous.request.fileName != m_request.fileName
         && reply.data == m_previous.firstBlock;
-    // Two files may begin alike after all. More late answers than repeated questions there are none.
-    return same && m_stragglers-- > 0;
+    // Two files may have the same start. There are at most as many late replies as retries.
+    return same && m_lateRepliesLeft-- > 0;
 }
 
 UdpFileModule::Error UdpFileModule::checkTotal(const UdpFileReply &reply)
@@ -123,14 +123,14 @@ UdpFileModule::Error UdpFileModule::checkTotal(const UdpFileReply &reply)
     if (reply.position != 0) {
         if (reply.total == m_total)
             return Error::None;
-        qCWarning(lcUdpFile) << "the file's size changes from" << m_total << "to" << reply.total;
+        qCWarning(lcUdpFile) << "the file's size changed from" << m_total << "to" << reply.total;
         return Error::Transfer;
     }
     m_total = reply.total;
     m_current.total = reply.total;
     m_current.firstBlock = reply.data;
     if (m_sizeLimit > 0 && m_total > m_sizeLimit) {
-        qCWarning(lcUdpFile) << m_total << "bytes are too many";
+        qCWarning(lcUdpFile) << "the file is too large:" << m_total << "bytes";
         return Error::Transfer;
     }
     return FirmwareImage::fits(m_total) ? Error::None : Error::LocalFile;
@@ -139,11 +139,11 @@ UdpFileModule::Error UdpFileModule::checkTotal(const UdpFileReply &reply)
 void UdpFileModule::fsm_SaveData(const UdpFileReply &reply)
 {
     if (m_state != State::WaitForData || reply.position != m_request.position
-        || !reply.sender.isEqual(m_request.server, QHostAddress::ConvertV4MappedToIPv4) || isStraggler(reply))
+        || !reply.sender.isEqual(m_request.server, QHostAddress::ConvertV4MappedToIPv4) || isLateReply(reply))
         return;
-    const Error unfit = checkTotal(reply);
-    if (unfit != Error::None) {
-        end(unfit);
+    const Error error = checkTotal(reply);
+    if (error != Error::None) {
+        end(error);
         return;
     }
     const qint64 received = qint64(m_request.position) + reply.data.size();
@@ -177,7 +177,7 @@ void UdpFileModule::fsm_CleanUp()
     m_sizeLimit = 0;
     if (m_error != Error::None)
         m_file.reset();
-    m_state = State::Idle; // whoever is told may start the next one
+    m_state = State::Idle; // the receiver may start the next transfer
     emit ready_TransferDone(m_file.release());
 }
 

@@ -11,10 +11,10 @@
 
 #include <memory>
 
-/// Fetches one file from a Corvid server, block by block: asks for a block, waits for it, asks again after a
-/// while, and gives up after the third time. One transfer at a time; a start while one runs is ignored.
+/// Fetches one file from a Corvid server, block by block. It requests a block up to three times and then
+/// fails. One transfer runs at a time; a start during a transfer is ignored.
 ///
-/// Each step runs from the event loop, and only in the state that it belongs to.
+/// Each step runs from the event loop, and only in its own state.
 class UdpFileModule : public QObject
 {
     Q_OBJECT
@@ -22,9 +22,9 @@ class UdpFileModule : public QObject
 public:
     enum class State {
         Idle = 0,
-        Request = 1,     ///< a block is about to be asked for
-        WaitForData = 2, ///< for its arrival, or the end of the data timer
-        CleanUp = 3,     ///< over, one way or the other
+        Request = 1,     ///< before a request for a block
+        WaitForData = 2, ///< until the block arrives or the data timer ends
+        CleanUp = 3,     ///< after success or failure
     };
     static constexpr int dataTimeoutMs = 5000;
     static constexpr int progressMs = 1000;
@@ -34,45 +34,45 @@ public:
     ~UdpFileModule() override;
 
     State state() const;
-    /// The next file may not be larger; 0 leaves that to the room on the disk.
+    /// Limits the size of the next file; 0 for no limit but the disk.
     void setSizeLimit(qint64 bytes);
-    /// For tests that have no seconds to spare.
+    /// For tests: shortens the data timer.
     void setTimeout(int milliseconds);
 
 public slots:
     void fsm_StartTransfer(const UdpFileRequest &request, bool reportProgress);
     void fsm_RequestData();
     void fsm_DataTimeOut();
-    /// A block has arrived. Any but the one that is waited for is passed over.
+    /// Handles a block; ignores every block except the requested one.
     void fsm_SaveData(const UdpFileReply &reply);
     void fsm_CleanUp();
     void fsm_ReportProgress1();
     void fsm_ReportProgress2();
 
 signals:
-    /// A block is to be asked for; -1 in `error` ends the transfer.
+    /// Requests a block; a receiver ends the transfer by setting `error` to -1.
     void ask_WantUdpFileData(const UdpFileRequest &request, int &error);
     void ask_DownloadProgress(const QString &what, qint64 received, qint64 total);
-    /// The end of every transfer: the file, which now belongs to the receiver, or null.
+    /// Ends every transfer: with the file, which the receiver owns, or null.
     void ready_TransferDone(QTemporaryFile *file);
-    /// What to tell the user of a transfer that has failed.
+    /// A transfer has failed; the message is for the user.
     void downloadFinished(const QString &message);
 
 private:
     enum class Error { None = 0, LocalFile = 1, Transfer = 2 };
 
     void post(void (UdpFileModule::*step)());
-    void takeStep();
+    void runStep();
     void end(Error error);
     void reportProgress();
-    bool isStraggler(const UdpFileReply &reply);
+    bool isLateReply(const UdpFileReply &reply);
     Error checkTotal(const UdpFileReply &reply);
 
     State m_state = State::Idle;
     UdpFileRequest m_request; ///< its position is the number of bytes received
     std::unique_ptr<QTemporaryFile> m_file;
     quint32 m_total = 0;
-    /// Of no time, and kept: a file has tens of thousands of blocks, and a posted event costs more.
+    /// Has a zero interval and is reused: for tens of thousands of blocks, posted events would cost more.
     QTimer m_stepTimer;
     void (UdpFileModule::*m_step)() = nullptr;
     QTimer m_dataTimer;
@@ -81,15 +81,15 @@ private:
     Error m_error = Error::None;
     qint64 m_sizeLimit = 0;
 
-    /// A block does not say of which file it is. What still arrives of the file before, from the same server,
-    /// must not be taken for the beginning of this one.
-    struct Previous
+    /// A block does not name its file. A late reply for the previous file, from the same server, must not be
+    /// mistaken for the start of this one.
+    struct TransferStart
     {
         UdpFileRequest request;
         quint32 total = 0;
         QByteArray firstBlock;
     };
-    Previous m_current;
-    Previous m_previous;
-    int m_stragglers = 0;
+    TransferStart m_current;
+    TransferStart m_previous;
+    int m_lateRepliesLeft = 0;
 };

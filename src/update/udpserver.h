@@ -11,13 +11,13 @@
 
 class QTemporaryFile;
 
-/// A Corvid server that a discovery has found, and the newest firmware that its index offers.
+/// A Corvid server found by discovery, and the newest firmware in its index.
 class UdpServer : public QObject
 {
     Q_OBJECT
 
 public:
-    /// An index that is larger is none.
+    /// A larger index is ignored.
     static constexpr qint64 indexLimit = 4 * 1024 * 1024;
 
     UdpServer(const QHostAddress &address, const QString &name, QObject *parent = nullptr);
@@ -25,16 +25,15 @@ public:
 
     QHostAddress address() const;
     QString name() const;
-    QString version() const;  ///< "0.0" until an index was read
-    QString fileName() const; ///< of the firmware of that version
+    QString version() const;  ///< "0.0" until an index is read
+    QString fileName() const; ///< the firmware file of that version
 
-    /// Asks for the transfer of a file from this server. The text that names both to the user.
+    /// Requests a file from this server. Returns a text for the user that names both.
     QString startTransfer(const QString &file, bool reportProgress);
-    /// 1 when this server's version is greater than another, or as long as they go alike and one is longer;
-    /// 0 when they are equal; -1 when the other is greater.
+    /// 1 when this server's version is greater, or when one version is the beginning of the other; 0 when
+    /// they are equal; -1 when the other is greater.
     int compareVersion(const QString &other) const;
-    /// Takes the newest firmware out of the server's index, a JSON document. One that does not parse offers
-    /// none.
+    /// Finds the newest firmware in the server's index, a JSON document. An invalid index offers none.
     void setRxUpdateJson(QTemporaryFile *index);
 
 signals:

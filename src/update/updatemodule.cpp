@@ -45,7 +45,7 @@ void UpdateModule::connectTransfers()
     connect(&m_udp, &UdpFileModule::ask_DownloadProgress, this, &UpdateModule::do_ReportDownloadProgress);
     connect(&m_udp, &UdpFileModule::ask_WantUdpFileData, this, &UpdateModule::ask_WantUdpFileData);
     connect(&m_udp, &UdpFileModule::ready_TransferDone, this, [this](QTemporaryFile *file) {
-        // Each acts, and owns the file, only in its own state.
+        // Each handler owns the file only in its own state.
         if (m_state == State::IndexTransfer)
             fsm_TakeIndexFile(file);
         else if (m_state == State::ImageTransfer)
@@ -132,7 +132,7 @@ void UpdateModule::startUpdate()
 {
     if (!ifUpdateIdle())
         return;
-    qCInfo(lcUpdate) << "start an update by method" << static_cast<int>(m_method);
+    qCInfo(lcUpdate) << "starting an update with method" << static_cast<int>(m_method);
     FirmwareImage::removeStale();
     if (m_method == UpdateMethod::Url)
         urlUpdate();
@@ -162,7 +162,7 @@ void UpdateModule::getRXUpdateFiles()
 
 void UpdateModule::setServerList(const QMap<QString, QHostAddress> &servers)
 {
-    // A failure leaves the state as it is; what others search for meanwhile is not for us.
+    // After a failure the state stays; later server lists belong to other searches.
     if (m_state != State::WaitForServers || !m_serversAwaited)
         return;
     m_serversAwaited = false;
@@ -170,14 +170,14 @@ void UpdateModule::setServerList(const QMap<QString, QHostAddress> &servers)
         emit downloadFinished(tr("Download error: No Corvid Servers found"));
         return;
     }
-    takeServers(servers);
+    replaceServers(servers);
     if (m_method == UpdateMethod::Latest)
         getRXUpdateFiles();
     else
         selectNamedServer();
 }
 
-void UpdateModule::takeServers(const QMap<QString, QHostAddress> &servers)
+void UpdateModule::replaceServers(const QMap<QString, QHostAddress> &servers)
 {
     clearServerList();
     for (auto it = servers.begin(); it != servers.end(); ++it) {
@@ -239,7 +239,7 @@ void UpdateModule::fsm_SelectImageFile()
     m_bestVersion = m_currentVersion;
     m_selected = nullptr;
     for (UdpServer *server : qAsConst(m_servers)) {
-        // One without an index has version 0.0 and no file.
+        // A server without an index has version 0.0 and no file.
         if (!server->fileName().isEmpty() && server->compareVersion(m_bestVersion) > 0) {
             m_selected = server;
             m_bestVersion = server->version();

@@ -14,16 +14,16 @@
 
 class UdpServer;
 
-/// Where firmware comes from.
+/// The source of firmware.
 enum class UpdateMethod {
-    Latest = 0,       ///< the newest image of any Corvid server in the subnet
+    Latest = 0,       ///< the newest image of all Corvid servers in the subnet
     CorvidServer = 1, ///< a file on one named Corvid server
     Url = 2,
 };
 
-/// Runs one firmware update: finds servers and reads their indexes where need be, fetches the image, puts it
-/// in place, and ends with `downloadFinished`. Its state also says that a remote-desktop session holds the
-/// device: neither begins while the other runs.
+/// Runs one firmware update: finds servers and reads their indexes if needed, fetches the image, puts it in
+/// place, and ends with `downloadFinished`. Its state also covers a running remote-desktop session, because
+/// an update and a session exclude each other.
 class UpdateModule : public QObject
 {
     Q_OBJECT
@@ -31,16 +31,16 @@ class UpdateModule : public QObject
 public:
     enum class State {
         Idle = 0,
-        WaitForServers = 1,   ///< for the outcome of a discovery
-        NextIndex = 2,        ///< the next server's index is about to be asked for
-        IndexTransfer = 3,    ///< for the end of an index's transfer
-        SelectImage = 4,      ///< all indexes are read
-        RequestImage = 5,     ///< the image is chosen
-        UrlDownload = 6,      ///< for the end of a download
-        ImageTransfer = 7,    ///< for the image, from a Corvid server or by the device's tool
+        WaitForServers = 1,   ///< until a discovery ends
+        NextIndex = 2,        ///< before the request for the next server's index
+        IndexTransfer = 3,    ///< until an index is transferred
+        SelectImage = 4,      ///< after all indexes are read
+        RequestImage = 5,     ///< after the image is selected
+        UrlDownload = 6,      ///< until a download ends
+        ImageTransfer = 7,    ///< until the image arrives, from a Corvid server or through the device's tool
         ImageInPlace = 8,     ///< the installer may run; left by `setIdleState`
         SessionConnected = 9, ///< a remote-desktop session is running; left when its client ends
-        Failed = 10,          ///< the user is told; left by `setIdleState`
+        Failed = 10,          ///< the user sees the error; left by `setIdleState`
     };
 
     explicit UpdateModule(QObject *parent = nullptr);
@@ -55,16 +55,16 @@ public:
     void setMethod(UpdateMethod method);
     void setURL(const QUrl &url);
     void setCorvidServerUpdate(const QString &server, const QString &file);
-    /// The version of the installed firmware: only a greater one is newer.
+    /// The version of the installed firmware; only a greater one is newer.
     void setCurrentVersion(const QString &version);
-    /// Starts an update by the method set. Nothing happens unless idle.
+    /// Starts an update with the current method. Does nothing unless idle.
     void startUpdate();
     void clearServerList();
-    /// For tests that have no seconds to spare.
+    /// For tests: shortens the waits.
     void setTimeouts(int blockMs, int silenceMs);
 
 public slots:
-    /// The servers that a discovery has found.
+    /// Sets the servers found by discovery.
     void setServerList(const QMap<QString, QHostAddress> &servers);
     void fsm_RequestIndex();
     void fsm_TakeIndexFile(QTemporaryFile *file);
@@ -76,11 +76,11 @@ public slots:
     void updateProxyFtp();
 
 signals:
-    /// A discovery is to be started.
+    /// Requests a discovery.
     void getServerList();
-    /// -1 of -1: nothing is known yet.
+    /// Both numbers are -1 while the progress is unknown.
     void forwardProgress(const QString &what, qint64 received, qint64 total);
-    /// Empty when the image is in place, else what to tell the user.
+    /// The error for the user; empty when the image is in place.
     void downloadFinished(const QString &message);
     void ask_WantUdpFileData(const UdpFileRequest &request, int &error);
     void ask_HasUdpFileData(const UdpFileReply &reply);
@@ -93,14 +93,14 @@ private:
     void getRXUpdateFiles();
     void fail(const QString &message);
     void endUrlUpdate(const QString &message);
-    void takeServers(const QMap<QString, QHostAddress> &servers);
+    void replaceServers(const QMap<QString, QHostAddress> &servers);
     void selectNamedServer();
 
     State m_state = State::Idle;
     UpdateMethod m_method = UpdateMethod::Latest;
     UrlFileModule m_url;
     UdpFileModule m_udp;
-    int m_index = 0; ///< of the next server whose index is to be read
+    int m_index = 0; ///< of the next server to read an index from
     bool m_serversAwaited = false;
     QList<UdpServer *> m_servers;
     QUrl m_address;

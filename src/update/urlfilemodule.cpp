@@ -22,14 +22,14 @@ const QString notFound()
     return UrlFileModule::tr("Download error: File not found");
 }
 
-/// Texts about a URL repeat it as it stands.
+/// Error texts may contain the whole URL.
 QString withoutCredentials(QString text)
 {
     static const QRegularExpression userInfo(QStringLiteral("//[^/\\s]*@"));
     return text.replace(userInfo, QStringLiteral("//"));
 }
 
-/// No scheme means FTP. A user's name that was put in front of a path leaves a slash too many.
+/// FTP is the default scheme. A user name put in front of a path leaves "@/".
 QString normalised(const QUrl &url)
 {
     QString text = url.toString(QUrl::FullyEncoded);
@@ -38,7 +38,7 @@ QString normalised(const QUrl &url)
     return text.replace(QLatin1String("@/"), QLatin1String("@"));
 }
 
-/// Of what the network layer could open, files of this device and the like are not for a download.
+/// The network layer also opens local files and other schemes, which are no downloads.
 bool isFetchable(const QUrl &url)
 {
     static const QStringList schemes{QStringLiteral("ftp"), QStringLiteral("http"), QStringLiteral("https")};
@@ -145,9 +145,9 @@ void UrlFileModule::startDownload(bool reportProgress)
     connect(m_manager, &QNetworkAccessManager::proxyAuthenticationRequired, this,
             &UrlFileModule::fsm_ProxyAuthenticate);
 
-    // Of HTTP, the network layer would answer the first question for a password by itself.
+    // With HTTP the network layer would send the user information by itself, before the first attempt counts.
     QNetworkRequest request(isFtp(m_url) ? m_url : m_url.adjusted(QUrl::RemoveUserInfo));
-    request.setRawHeader("Accept-Encoding", "identity"); // an image goes to the disk as it comes
+    request.setRawHeader("Accept-Encoding", "identity"); // the image is written unchanged
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     request.setMaximumRedirectsAllowed(redirectsLimit);
     m_reply = m_manager->get(request);
@@ -200,7 +200,7 @@ void UrlFileModule::fsm_DownloadProgress(qint64 received, qint64 total)
     fsm_ReportProgress();
 }
 
-/// What has no room is refused before it has come.
+/// Refuses a file that does not fit on the disk before it is downloaded.
 void UrlFileModule::checkLength()
 {
     const qint64 length = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
@@ -220,9 +220,9 @@ void UrlFileModule::fsm_Authenticate(QNetworkReply *reply, QAuthenticator *authe
     if (m_state != State::Started)
         return;
     ++m_attempts;
-    // Where a redirection has led to another host the password is not for it.
+    // A redirection may lead to another host, which must not get the password.
     if (m_attempts < attemptsLimit && reply->url().host() == m_url.host()) {
-        // Only what differs from the refused answer is sent as another one.
+        // The authenticator sends credentials again only if they have changed.
         authenticator->setUser(m_url.userName(QUrl::FullyDecoded) + QLatin1Char(' '));
         authenticator->setUser(m_url.userName(QUrl::FullyDecoded));
         authenticator->setPassword(m_url.password(QUrl::FullyDecoded));
@@ -249,7 +249,7 @@ void UrlFileModule::fsm_Finished(QNetworkReply *reply)
     qCDebug(lcUrl) << withoutCredentials(reply->errorString());
 }
 
-/// What has an end without an error may still be the page that a server sends in a file's place, or cut off.
+/// A reply without an error may still be an error page, or incomplete.
 bool UrlFileModule::isComplete() const
 {
     const QVariant status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
@@ -257,13 +257,14 @@ bool UrlFileModule::isComplete() const
     const bool complete
         = size > 0 && (m_total <= 0 || m_total == size) && (!status.isValid() || status.toInt() == 200);
     if (!complete)
-        qCCritical(lcUrl) << "not the file: status" << status.toInt() << size << "of" << m_total << "bytes";
+        qCCritical(lcUrl) << "not a complete file: status" << status.toInt() << size << "of" << m_total
+                          << "bytes";
     return complete;
 }
 
 void UrlFileModule::fsm_TransferFinished()
 {
-    // Without data nothing has come and nothing will: an error, or an empty file.
+    // In Started no data has arrived: the reply is an error or an empty file.
     if (m_state != State::Started && m_state != State::Receiving)
         return;
     m_abortTimer.stop();

@@ -17,11 +17,11 @@ class QAuthenticator;
 class QNetworkProxy;
 class QNetworkReply;
 
-/// Downloads a firmware image from an FTP or HTTP URL and puts it in place. An FTP URL of a device with a
-/// proxy is left to a tool of the device, whose output is followed. Either way ends with `downloadFinished`,
-/// or, where a file of our own could not be written, with `ready_TransferDone` of null.
+/// Downloads a firmware image from an FTP or HTTP URL and puts it in place. If the device has a proxy, its
+/// tool fetches FTP URLs instead. Both end with `downloadFinished`, or with `ready_TransferDone(nullptr)`
+/// when a local file cannot be written.
 ///
-/// Each step of a download runs from the event loop, and only in the state that it belongs to.
+/// Each step of a download runs from the event loop, and only in its own state.
 class UrlFileModule : public QObject
 {
     Q_OBJECT
@@ -30,12 +30,12 @@ public:
     enum class State {
         Idle = 0,
         Started = 1,   ///< waiting for the first data
-        Receiving = 2, ///< data has come
-        CleanUp = 3,   ///< over, one way or the other
+        Receiving = 2, ///< after the first data
+        CleanUp = 3,   ///< after success or failure
     };
     static constexpr int silenceLimitMs = 10000;
     static constexpr int progressMs = 300;
-    static constexpr int attemptsLimit = 5; ///< questions for a password
+    static constexpr int attemptsLimit = 5; ///< requests for a password
     static constexpr int redirectsLimit = 5;
     static constexpr qint64 readBufferSize = 1024 * 1024;
 
@@ -43,11 +43,11 @@ public:
     ~UrlFileModule() override;
 
     State state() const;
-    /// For tests that have no seconds to spare.
+    /// For tests: shortens the time without data.
     void setSilenceLimit(int milliseconds);
 
 public slots:
-    /// Begins a download; a start while one runs is ignored. A URL without a scheme is one of FTP.
+    /// Starts a download; ignored while one runs. A URL without a scheme is an FTP URL.
     void fsm_StartTransfer(const QUrl &url, bool reportProgress);
 
     void fsm_SkipAuthentication();
@@ -63,11 +63,11 @@ public slots:
 
 signals:
     void ask_DownloadProgress(const QString &what, qint64 received, qint64 total);
-    /// Null: a file of our own could not be written.
+    /// Always null: a local file could not be written.
     void ready_TransferDone(QTemporaryFile *file);
-    /// Empty when the image is in place, else the text of the error.
+    /// The error for the user; empty when the image is in place.
     void downloadFinished(const QString &message);
-    /// The device's tool has taken over.
+    /// The device's tool does the download.
     void updateProxyFtp();
 
 private:

@@ -95,7 +95,7 @@ std::optional<ServerList> decodeServerList(const QByteArray &datagram)
     for (int entry = 0; entry < count; ++entry) {
         const int offset = entriesOffset + entry * entrySize;
         list.names += readName(datagram, offset);
-        // The address alone is in network byte order.
+        // Only the address is in network byte order.
         list.addresses
             += QHostAddress(qFromBigEndian<quint32>(datagram.constData() + offset + nameUnits * 2));
     }

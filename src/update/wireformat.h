@@ -10,7 +10,7 @@
 
 #include <optional>
 
-/// The datagrams that the device and Corvid servers exchange, as pure functions on bytes. Integers are
+/// Encodes and decodes the datagrams between the device and Corvid servers. Integers are
 /// little-endian; docs/console-protocol.md has the byte tables.
 namespace WireFormat {
 
@@ -20,32 +20,32 @@ constexpr int receiveLimit = 4500;   ///< a longer datagram is cut
 constexpr int blockSize = 1024;      ///< data bytes of every block but a file's last
 constexpr int longestFileName = 127; ///< Latin-1 characters
 
-/// One answer to a discovery: names and addresses, pairwise and in datagram order.
+/// One reply to a discovery: names and addresses in pairs, in datagram order.
 struct ServerList
 {
     QStringList names;
     QList<QHostAddress> addresses;
 };
 
-/// The 140 bytes that ask every Corvid server of a subnet for its name.
+/// The 140-byte request that asks every Corvid server of a subnet for its name.
 QByteArray discoveryRequest();
 
-/// One block of a file. `data` is cut to what the block can hold of the file.
+/// One block of a file.
 struct FileBlock
 {
     quint32 position = 0; ///< in bytes from the file's start
     quint32 total = 0;    ///< the file's size in bytes, not zero
-    QByteArray data;      ///< at most `blockSize` bytes
+    QByteArray data;      ///< at most `blockSize` bytes, and none beyond the file's end
 };
 
-/// The 140 bytes that ask a Corvid server for one block; at most `longestFileName` characters of the name.
+/// The 140-byte request for one block; contains at most `longestFileName` characters of the name.
 QByteArray fileBlockRequest(const QString &fileName, quint32 position);
 
-/// Nothing when the datagram is not a block of a file: another length, a command's magic, a total of zero.
+/// Returns nothing if the datagram is not a block: wrong length, a command's magic, or a total of zero.
 std::optional<FileBlock> decodeFileBlock(const QByteArray &datagram);
 
-/// Nothing when the datagram is not a server list. The entry count it states is bounded by the entries it
-/// carries.
+/// Returns nothing if the datagram is not a server list. Reads no more entries than the datagram contains,
+/// whatever count it states.
 std::optional<ServerList> decodeServerList(const QByteArray &datagram);
 
 } // namespace WireFormat

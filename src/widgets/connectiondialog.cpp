@@ -51,7 +51,7 @@ int ConnectionDialog::exec()
 
 void ConnectionDialog::reject()
 {
-    // Escape must not hide what is still going on.
+    // Escape must not hide the box while the client starts.
 }
 
 void ConnectionDialog::closeEvent(QCloseEvent *event)

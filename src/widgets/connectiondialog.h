@@ -12,8 +12,8 @@ namespace Ui {
 class ConnectionDialog;
 }
 
-/// The animated box that names what is being connected to while a client starts. The user cannot dismiss it;
-/// its owner hides it.
+/// The animated box that is shown while a client starts, with the name or address of the server. The user
+/// cannot close it; its owner hides it.
 class ConnectionDialog : public QDialog
 {
     Q_OBJECT
@@ -27,9 +27,9 @@ public:
     int exec() override;
     void reject() override;
 
-    /// A name or an address; one that is wider than the box is shortened in the middle.
+    /// A name or an address; the middle of a wide one is elided.
     void setAddress(const QString &address);
-    /// Shows a line of progress; "Done connecting..." is the last of them.
+    /// Shows a progress message; "Done connecting..." is the last one.
     void setStatus(const QString &text, bool statusShown);
     QString checkStatus() const;
     bool getConnectionStatus() const;

@@ -40,8 +40,8 @@ bool endsLine(QChar character)
         || character == QChar::ParagraphSeparator;
 }
 
-/// A label wraps between words only: an invisible break is put into words that no line could hold. What
-/// would not fit on a screen is cut.
+/// A label wraps only between words, so words wider than a line get zero-width spaces. Text that would not
+/// fit on a screen is cut.
 QString breakable(const QString &text, const QLabel *label, int widestWord)
 {
     label->ensurePolished();
@@ -157,7 +157,7 @@ bool GeneralDialog::added() const
 void GeneralDialog::showEvent(QShowEvent *event)
 {
     QDialog::showEvent(event);
-    // Without a window manager nobody else gives a new window the keyboard, or gives it back.
+    // Without a window manager, the window itself must take the keyboard focus and give it back.
     activateWindow();
 }
 

@@ -13,7 +13,7 @@ namespace Ui {
 class GeneralDialog;
 }
 
-/// The one message, question and input box of the program. Accepting it makes `exec()` answer 1.
+/// The message, question and input box of the program. `exec()` returns 1 if it was accepted.
 class GeneralDialog : public QDialog
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
         Question = 3,
         Input = 4,
         Overwrite = 5,
-        OverwriteSeries = 6, ///< with "Skip" and a box to tick for all that follow
+        OverwriteSeries = 6, ///< with "Skip", and a check box for all that follow
         BareInput = 7,       ///< an input line without a message
         Password = 8
     };
@@ -34,21 +34,20 @@ public:
     ~GeneralDialog() override;
 
     void setTitle(const QString &title);
-    /// Plain text; overlong words are broken and a text beyond a page is cut, so that the box stays on the
-    /// screen.
+    /// Plain text. Long words are wrapped and very long texts are cut, so that the box fits on the screen.
     void setMessage(const QString &message);
     void setTitleVisible(bool visible);
     void setPasswordMode();
-    /// What the input line starts with, selected so that typing replaces it.
+    /// The initial input, selected so that typing replaces it.
     void setInput(const QString &input);
     QString getInput() const;
     bool checked() const;
-    /// The box was left through its "Add" button.
+    /// Whether the "Add" button closed the box.
     bool added() const;
 
-    /// Shows an error until it is acknowledged.
+    /// Shows an error until the user confirms it.
     static void showError(QWidget *parent, const QString &title, const QString &message);
-    /// Asks a question; true when it was accepted.
+    /// Asks a question; true if the user accepts.
     static bool ask(QWidget *parent, const QString &title, const QString &message,
                     DialogMode mode = Question);
 

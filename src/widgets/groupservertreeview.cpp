@@ -12,7 +12,7 @@ namespace {
 
 const QColor selectedRow(0xE6, 0xF1, 0xD5);
 
-/// Every row has the same height, which the frame around the selected one counts on.
+/// All rows have the same height, as the frame around the selected row requires.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -46,7 +46,7 @@ int GroupServerTreeView::visualRow(const QModelIndex &index) const
 {
     if (!index.isValid() || visualRect(index).isNull())
         return -1;
-    // One row is one step of the scroll bar, so the first visible row's number is its value.
+    // One row is one step of the scroll bar, so its value is the number of the first visible row.
     const int top = visualRect(index).top();
     return verticalScrollBar()->value() + (top >= 0 ? top / rowHeight : (top - rowHeight + 1) / rowHeight);
 }
@@ -67,7 +67,7 @@ void GroupServerTreeView::drawBranches(QPainter *painter, const QRect &rect, con
 void GroupServerTreeView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                                   const QModelIndex &index) const
 {
-    // The whole row takes the colour, its indentation too.
+    // The indentation has the colour of the row too.
     if (selectionModel() && selectionModel()->isSelected(index))
         painter->fillRect(QRect(0, option.rect.y(), viewport()->width(), option.rect.height()), selectedRow);
     QTreeView::drawRow(painter, option, index);
@@ -75,7 +75,8 @@ void GroupServerTreeView::drawRow(QPainter *painter, const QStyleOptionViewItem 
 
 void GroupServerTreeView::keyPressEvent(QKeyEvent *event)
 {
-    // A view that gets the keyboard stands on its first row without selecting it. The first arrow does.
+    // A view that gets the focus makes its first row current without selecting it; the first arrow key
+    // selects it.
     const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
     if (arrow && currentIndex().flags().testFlag(Qt::ItemIsSelectable)
         && selectionModel()->selectedIndexes().isEmpty())

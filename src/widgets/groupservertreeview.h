@@ -5,7 +5,7 @@
 
 #include <QTreeView>
 
-/// Draws groups of servers: groups with an arrow to unfold them, their servers indented below.
+/// A tree of server groups: each group has an arrow to expand it, and its servers are indented below it.
 class GroupServerTreeView : public QTreeView
 {
     Q_OBJECT
@@ -15,15 +15,15 @@ public:
 
     explicit GroupServerTreeView(QWidget *parent = nullptr);
 
-    /// Draws the diagonal of the region's bounding rectangle and nothing else: it shows which part of the
-    /// view would be repainted. Painting the view does not go through it.
+    /// Draws only the diagonal of the region's bounding rectangle, to show which part would be repainted. The
+    /// view itself never calls it.
     void drawTree(QPainter *painter, const QRegion &region) const;
 
-    /// How many rows, unfolded ones included, stand above this one; -1 for an index that is not shown.
+    /// The number of rows above this one, including expanded ones; -1 for an index that is not shown.
     int visualRow(const QModelIndex &index) const;
 
 signals:
-    /// The rows have moved under whatever marks them.
+    /// The rows have moved; their owner updates its marks.
     void updateParent();
 
 protected:

@@ -35,7 +35,7 @@ void ListContainer::setModel(ItemModel *model)
     watchSelection();
 }
 
-/// A view gets its selection model with its model, so this waits until both are there.
+/// Waits for both view and model, because a view has no selection model without a model.
 void ListContainer::watchSelection()
 {
     if (!m_view || !m_model)
@@ -137,7 +137,7 @@ bool ListContainer::mayRemove(const QModelIndex &index) const
 
 void ListContainer::removeItem()
 {
-    // While the question is asked the rows may change.
+    // The rows may change while the question is open.
     const QPersistentModelIndex row = current();
     if (!m_model || !row.isValid() || !mayRemove(row) || !m_model || !row.isValid())
         return;

@@ -12,7 +12,8 @@ class ItemModel;
 class QAbstractItemView;
 class QPushButton;
 
-/// Lets the buttons beside a list view move and remove its rows, and enables them as the current row allows.
+/// Connects the buttons beside a list view: they move and remove its rows, and are enabled for the current
+/// row.
 class ListContainer : public QObject
 {
     Q_OBJECT
@@ -22,15 +23,15 @@ public:
 
     void setView(QAbstractItemView *view);
     void setModel(ItemModel *model);
-    /// The button is enabled while there is a model; its owner decides what it adds.
+    /// Enables the button while there is a model; its owner handles clicks.
     void setAddButton(QPushButton *button);
-    /// The button is enabled while a row is chosen; its owner decides what it edits.
+    /// Enables the button while a row is current; its owner handles clicks.
     void setEditButton(QPushButton *button);
     void setUpButton(QPushButton *button);
     void setDownButton(QPushButton *button);
-    /// With a warning, removing the guarded row asks first.
+    /// With a warning, removing the guarded row asks for confirmation.
     void setRemoveButton(QPushButton *button, const QString &warning);
-    /// The name of the row that is not removed without a question; empty for none.
+    /// The name of the guarded row; empty for none.
     void setGuardedName(const QString &name);
 
 public slots:

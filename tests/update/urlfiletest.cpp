@@ -220,7 +220,7 @@ private slots:
 
     void forgetsWhatTheToolHadNotFinished()
     {
-        QVERIFY(FirmwareImage::openToTool());
+        QVERIFY(FirmwareImage::prepareForTool());
         m_device->write(imagePath, "half an im");
         m_device->write(imagePath + ".AbCdEf", "half an im");
         FirmwareImage::removeStale(); // the next start of the program
