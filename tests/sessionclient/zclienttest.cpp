@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "session/reasonwindow.h"
+#include "session/endreason.h"
 #include "runningprocess.h"
 #include "standin.h"
 #include "testtable.h"
 
 #include <QtTest>
-#include <QtWidgets>
 
 #include <csignal>
 
@@ -137,18 +136,6 @@ private slots:
         QVERIFY(m_client->readAll().contains("cannot write the status"));
     }
 
-    void windowCountsDownAndCloses()
-    {
-        ReasonWindow window({EndReason::LogonRejected, "xfreerdp ended with <b>exit</b> code 134", {}});
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QVERIFY(window.findChild<QLabel *>("reasonLabel")->text().contains("rejected"));
-        auto *timer = window.findChild<QTimer *>("closeTimer");
-        QVERIFY(timer != nullptr && timer->isActive());
-        timer->setInterval(1);
-        QTRY_VERIFY(!window.isVisible());
-    }
-
 private:
     void start(const StandIn &standIn, const QByteArray &address = "ts1", bool inGroup = true)
     {
@@ -169,5 +156,5 @@ private:
     std::unique_ptr<QProcess> m_client;
 };
 
-QTEST_MAIN(ZClientTest)
+QTEST_GUILESS_MAIN(ZClientTest)
 #include "zclienttest.moc"

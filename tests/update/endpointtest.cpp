@@ -104,16 +104,6 @@ class EndpointTest : public QObject
 private slots:
     void initTestCase() { Log::install(); }
 
-    void answersWithTheStatus()
-    {
-        Device device;
-        Console console;
-        const auto info = decodeDeviceInfo(console.ask(request(Command::DeviceInfo, 0x55)));
-        QVERIFY(info && info->version == 0x55);
-        const QJsonObject status = QJsonDocument::fromJson(info->status).object();
-        QCOMPARE(status.value("network info").toObject().value("IP address"), QJsonValue("10.77.0.10"));
-    }
-
     void answersWithTheDocument()
     {
         Device device;
