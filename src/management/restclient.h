@@ -38,6 +38,7 @@ public:
     /// Whether requests can be sent to a URL.
     static bool isSupported(const QUrl &url);
     MessageDispatcher &dispatcher();
+    /// For tests: shortens the time limit of a reply.
     void setReplyTime(int milliseconds);
 
 public slots:
