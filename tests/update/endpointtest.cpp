@@ -201,9 +201,11 @@ private slots:
         console.tell(QByteArray(reset).replace(12, 1, "\3"));
         QTRY_COMPARE(lists.size(), 1);
         QVERIFY(device.asked.isEmpty() && !console.hasPendingDatagrams());
-        // With a total of zero it is no block.
+        // A command as long as a block is a command, whatever stands where a block has its total.
         device.endpoint.enableComunication(true);
         QVERIFY(decodeActionReply(console.ask(reset.leftJustified(1036, '\0'))));
+        QVERIFY(
+            decodeActionReply(console.ask(QByteArray(reset).replace(4, 1, "x").leftJustified(1036, '\0'))));
     }
 
     /// What the endpoint sends to itself comes from a device's port, and so do its answers.
@@ -250,7 +252,6 @@ private slots:
         QTRY_VERIFY(others);
         QVERIFY(handled < most);
     }
-
 };
 
 QTEST_GUILESS_MAIN(EndpointTest)
