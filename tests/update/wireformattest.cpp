@@ -7,6 +7,7 @@
 #include "testtable.h"
 
 #include <QTest>
+#include <QtEndian>
 
 namespace {
 
@@ -17,6 +18,14 @@ QByteArray twoServers()
 {
     return serverListReply(
         {{"Reception", QHostAddress("10.77.0.21")}, {QString(32, QChar(0x17b)), QHostAddress("200.1.2.3")}});
+}
+
+QByteArray block(quint32 position, quint32 total)
+{
+    QByteArray datagram(1036, 'd');
+    qToLittleEndian(position, datagram.data());
+    qToLittleEndian(total, datagram.data() + 4);
+    return datagram;
 }
 
 } // namespace
@@ -43,6 +52,17 @@ private slots:
         QCOMPARE(list->names, QStringList({"Reception", QString(32, QChar(0x17b))}));
         QCOMPARE(list->addresses,
                  QList<QHostAddress>({QHostAddress("10.77.0.21"), QHostAddress("200.1.2.3")}));
+    }
+
+    void readsABlockOfAFile()
+    {
+        const auto last = WireFormat::decodeFileBlock(block(1024, 1030));
+        QVERIFY(last && last->position == 1024 && last->total == 1030 && last->data == "dddddd");
+        const auto beyond = WireFormat::decodeFileBlock(block(2048, 1030));
+        QVERIFY(beyond && beyond->data.isEmpty());
+        QVERIFY(!WireFormat::decodeFileBlock(block(0, 0)));
+        QVERIFY(!WireFormat::decodeFileBlock(block(0, 1030).chopped(1)));
+        QVERIFY(!WireFormat::decodeFileBlock(block(0, 1030).replace(12, 4, QByteArray("\3\0\x55\xaa", 4))));
     }
 
     void believesNoCount_data()
