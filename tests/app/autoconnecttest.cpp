@@ -23,13 +23,6 @@ QList<Launcher::Setting> toServer(const QString &name)
              QJsonObject{{Key::serverName, name}, {Key::serverAddress, "10.0.0.1"}}}};
 }
 
-QList<Launcher::Setting> toGroup(const QString &name, const QJsonArray &groups)
-{
-    return {{autoconnect + QStringList{Key::enabled}, true},
-            {autoconnect + QStringList{Key::group}, name},
-            {{Key::serverGroups}, groups}};
-}
-
 } // namespace
 
 /// A device that connects by itself.
@@ -49,9 +42,6 @@ private slots:
         QCOMPARE(text(launcher, "autoConnectInfoLabel"),
                  "This device is configured for automatic connection to server:  <i>Main</i> ");
         QCOMPARE(launcher.part<QLabel>("autoConnectInfoLabel")->textFormat(), Qt::PlainText);
-        QVERIFY(launcher.part<QWidget>("autoConnectButton")->isVisible());
-        QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isVisible());
-        QVERIFY(!launcher.part<QWidget>("autoConnectAgainButton")->isVisible());
         QTRY_VERIFY(launcher.window->sessionLauncher().isRunning());
         QCOMPARE(shown.size(), 6);
         for (int tick = 0; tick < 6; ++tick)
@@ -99,11 +89,10 @@ private slots:
         QTRY_VERIFY(!countdown(launcher).isRunning());
         QCOMPARE(elapsed.count(), 0);
         QVERIFY(!launcher.window->sessionLauncher().isRunning());
-        QTEST(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), "page");
-        QVERIFY(launcher.part<QWidget>("autoConnectButton")->isHidden()
-                == (button == "autoConnectCancelButton"));
-        QVERIFY(launcher.part<QWidget>("autoConnectAgainButton")->isHidden()
-                != (button == "autoConnectCancelButton"));
+        QTEST(launcher.page(), "page");
+        const bool cancelled = button == "autoConnectCancelButton";
+        QCOMPARE(launcher.part<QWidget>("autoConnectButton")->isHidden(), cancelled);
+        QCOMPARE(launcher.part<QWidget>("autoConnectAgainButton")->isHidden(), !cancelled);
 
         launcher.tellClient({success});
         launcher.click("CorvidProButton");
@@ -121,33 +110,23 @@ private slots:
         QTRY_VERIFY(launcher.ended->count() >= 3);
         launcher.part<AutoConnectPage>("autoConnectPage")->stop();
         QCOMPARE(answer.titles, QStringList{"Connection Error"});
-        QCOMPARE(launcher.part<QStackedWidget>("mainStackedWidget")->currentIndex(), 2);
+        QCOMPARE(launcher.page(), 2);
         for (const QWidget *widget : QApplication::topLevelWidgets())
             QCOMPARE(widget->isVisible(), widget == launcher.window.get());
     }
 
     void walksItsGroupAsItIsNow()
     {
-        Launcher launcher(toGroup("Office", oneGroup("Office", {})));
+        Launcher launcher({{autoconnect + QStringList{Key::enabled}, true},
+                           {autoconnect + QStringList{Key::group}, "Office"},
+                           {{Key::serverGroups}, oneGroup("Office", {})}});
         launcher.tellClient({failure, success});
         open(launcher, 60000);
-        QJsonObject document = launcher.device.document();
-        document.insert(Key::serverGroups, oneGroup("Office", {"10.0.0.1", "10.0.0.2"}));
-        launcher.device.setDocument(document);
+        launcher.device.store({Key::serverGroups}, oneGroup("Office", {"10.0.0.1", "10.0.0.2"}));
         launcher.window->refreshServerGroups();
         launcher.click("autoConnectButton");
         QVERIFY(launcher.ended->wait());
         QCOMPARE(launcher.addresses(), QStringList({"10.0.0.1", "10.0.0.2"}));
-    }
-
-    void saysThatItsGroupIsEmpty()
-    {
-        Launcher launcher(toGroup("Gone", {}));
-        const DialogAnswer answer(true);
-        open(launcher);
-        QTRY_COMPARE(answer.messages, QStringList{"Group Gone is empty. Connection aborted!"});
-        QVERIFY(!countdown(launcher).isRunning());
-        QVERIFY(launcher.window->isVisible());
     }
 
     void declinesTheQuestionThatStandsOpen()
@@ -177,32 +156,6 @@ private slots:
         QVERIFY(!countdown(launcher).isRunning());
         launcher.window->showLauncher();
         QVERIFY(launcher.window->focusWidget()->objectName() != "autoConnectAgainButton");
-    }
-
-    void cancelComesTooLate()
-    {
-        Launcher launcher(toServer("Main"));
-        launcher.tellClient({success});
-        connect(&countdown(launcher), &Countdown::elapsed, this,
-                [&] { launcher.click("autoConnectCancelButton"); });
-        open(launcher);
-        QVERIFY(launcher.ended->wait());
-        QVERIFY(launcher.part<QWidget>("autoConnectCancelButton")->isVisible()); // it counts anew
-        launcher.click("autoConnectCancelButton");
-        QVERIFY(!countdown(launcher).isRunning());
-        QCOMPARE(launcher.runs(), 1);
-    }
-
-    void keepsItsButtonsInSight()
-    {
-        Launcher launcher(toServer(QString("word ").repeated(2000)));
-        open(launcher, 60000);
-        const auto *card = launcher.part<QWidget>("autoConnectCard");
-        for (const char *name : {"autoConnectButton", "autoConnectCancelButton"}) {
-            const auto *button = launcher.part<QWidget>(name);
-            QVERIFY2(card->rect().contains(QRect(button->mapTo(card, QPoint()), button->size())), name);
-            QVERIFY(button->height() >= 40);
-        }
     }
 
 private:

@@ -4,7 +4,7 @@
 #include "launcher/corvidpage.h"
 #include "app/resources.h"
 #include "config/keys.h"
-#include "testtable.h"
+#include "parts.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -55,35 +55,19 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
     }
 
-    void framesTheChosenRow_data()
-    {
-        // -1 while the row is out of sight
-        const TestTable<int, int, int> table("chosen", "scrolled", "top");
-        table.row("first", 0, 0, 46);
-        table.row("third", 2, 0, 94);
-        table.row("last in sight", 13, 0, 358);
-        table.row("below", 14, 0, -1);
-        table.row("scrolled", 14, 10, 142);
-        table.row("scrolled to the top", 14, 14, 46);
-        table.row("above", 14, 15, -1);
-    }
-
     void framesTheChosenRow()
     {
-        QFETCH(int, chosen);
-        QFETCH(int, scrolled);
-        QFETCH(int, top);
         m_page->setGroups(groups(40));
         groupView()->setFocus(); // takes two pixels of height
-        groupView()->setCurrentIndex(row(chosen));
-        QTRY_VERIFY(groupView()->verticalScrollBar()->maximum() > scrolled);
-        groupView()->verticalScrollBar()->setValue(scrolled);
-        QCOMPARE(frame()->isVisible(), top >= 0);
-        if (top >= 0) {
-            QCOMPARE(frame()->y(), top);
-            const int rowTop = groupView()->visualRect(row(chosen)).top();
-            QCOMPARE(frame()->mapToGlobal(QPoint()).y(),
-                     groupView()->viewport()->mapToGlobal(QPoint(0, rowTop)).y());
+        const struct
+        {
+            int chosen, scrolled, top; ///< -1 while the row is out of sight
+        } cases[] = {{0, 0, 46}, {13, 0, 358}, {14, 0, -1}, {14, 10, 142}, {14, 14, 46}, {14, 15, -1}};
+        for (const auto &now : cases) {
+            groupView()->setCurrentIndex(row(now.chosen));
+            QTRY_VERIFY(groupView()->verticalScrollBar()->maximum() > now.scrolled);
+            groupView()->verticalScrollBar()->setValue(now.scrolled);
+            QCOMPARE(frame()->isVisible() ? frame()->y() : -1, now.top);
         }
     }
 
@@ -117,20 +101,17 @@ private slots:
         m_page->setGroups(groups(2));
         m_page->setServerList(found({"a", "b"}));
         QCOMPARE(target(), "a");
-        const auto press = [this](int key) {
-            QTest::keyClick(m_page->focusWidget(), Qt::Key(key));
-        };
         groupView()->setFocus(Qt::TabFocusReason);
         QCOMPARE(target(), "a");
-        press(Qt::Key_Down);
+        QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
         QCOMPARE(target(), "0");
-        press(Qt::Key_Right);
-        press(Qt::Key_Down);
+        QTest::keyClick(m_page->focusWidget(), Qt::Key_Right);
+        QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
         QCOMPARE(target(), "server 1");
-        press(Qt::Key_Tab);
+        QTest::keyClick(m_page->focusWidget(), Qt::Key_Tab);
         QCOMPARE(m_page->focusWidget(), foundView());
         QCOMPARE(target(), "server 1");
-        press(Qt::Key_Down);
+        QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
         QCOMPARE(target(), "a");
         QVERIFY(!frame()->isVisible());
         m_page->setAutoDetectedShown(false);
@@ -174,9 +155,10 @@ private slots:
     void takesTheAddressAsTyped()
     {
         m_page->setHistory({"10.0.0.21"});
-        m_page->findChild<QPushButton *>("manuallyDesktopButton")->click();
+        press(*m_page, "manuallyDesktopButton");
+        QCOMPARE(m_page->focusWidget()->objectName(), "manualServerComboBox");
         QCOMPARE(target(), "10.0.0.21");
-        auto *box = m_page->findChild<QComboBox *>("manualServerComboBox");
+        auto *box = part<QComboBox>(*m_page, "manualServerComboBox");
         box->clearEditText();
         QVERIFY(!m_page->target());
         QTest::keyClicks(box, "10.0.0.2");
@@ -190,42 +172,10 @@ private slots:
         QVERIFY(!m_page->manualEntryShown());
     }
 
-    void choosesFromTheHistoryByKeys()
-    {
-        m_page->setHistory({"10.0.0.1", "10.0.0.2"});
-        m_page->findChild<QPushButton *>("manuallyDesktopButton")->click();
-        QCOMPARE(m_page->focusWidget()->objectName(), "manualServerComboBox");
-        QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
-        QCOMPARE(target(), "10.0.0.2");
-    }
-
-    void copesWithWhatIsMuch()
-    {
-        QMap<QString, QHostAddress> servers;
-        for (int number = 0; number < 5000; ++number)
-            servers.insert(QString::number(number), QHostAddress(static_cast<quint32>(number)));
-        const QString longName(10000, 'W');
-        servers.insert(longName, QHostAddress());
-        m_page->setServerList(servers);
-        m_page->setGroups({group(longName, 5000)});
-        groupView()->expand(row(0));
-        groupView()->setCurrentIndex(row(0, 4999));
-        QCOMPARE(target(), "server 5000");
-        m_page->grab();
-        QCOMPARE(m_page->width(), 832);
-        foundView()->setFocus();
-        QTest::keyClick(foundView(), Qt::Key_Down);
-        QTest::keyClick(foundView(), Qt::Key_End);
-        QCOMPARE(target(), longName);
-        m_page->grab();
-        QVERIFY(foundView()->visualRect(foundView()->currentIndex()).top() >= 0);
-    }
-
 private:
-    QTreeView *view(const char *name) const { return m_page->findChild<QTreeView *>(QLatin1String(name)); }
-    QTreeView *groupView() const { return view("groupServerTreeView"); }
-    QTreeView *foundView() const { return view("detectedView"); }
-    QFrame *frame() const { return m_page->findChild<QFrame *>("greenFrame"); }
+    QTreeView *groupView() const { return part<QTreeView>(*m_page, "groupServerTreeView"); }
+    QTreeView *foundView() const { return part<QTreeView>(*m_page, "detectedView"); }
+    QFrame *frame() const { return part<QFrame>(*m_page, "greenFrame"); }
     QModelIndex row(int number, int child = -1) const
     {
         const QModelIndex top = groupView()->model()->index(number, 0);

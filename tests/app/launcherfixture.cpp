@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QJsonDocument>
+#include <QStackedWidget>
 
 namespace {
 
@@ -56,6 +57,11 @@ void Launcher::click(const char *button) const
     part<QAbstractButton>(button)->click();
 }
 
+int Launcher::page() const
+{
+    return part<QStackedWidget>("mainStackedWidget")->currentIndex();
+}
+
 void Launcher::tellClient(const QStringList &outcomes) const
 {
     device.write("/lab/outcomes", (outcomes.join('\n') + '\n').toUtf8());
@@ -74,8 +80,7 @@ int Launcher::runs() const
 QJsonObject Launcher::session(int run, const QString &object) const
 {
     const QByteArray text = device.read(QString("/lab/session.%1").arg(run));
-    const QJsonObject root = QJsonDocument::fromJson(text).object();
-    return root.value("zClient").toObject().value(object).toObject();
+    return QJsonDocument::fromJson(text)["zClient"][object].toObject();
 }
 
 QStringList Launcher::addresses() const
@@ -95,7 +100,7 @@ bool Launcher::connectAndWait()
 
 QJsonArray Launcher::history() const
 {
-    return device.document().value(Key::mainWindow).toObject().value(Key::manualServerHistory).toArray();
+    return device.stored({Key::mainWindow, Key::manualServerHistory}).toArray();
 }
 
 ConnectionDialog *Launcher::connectingBox()

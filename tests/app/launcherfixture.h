@@ -5,6 +5,7 @@
 
 #include "launcher/settingsapp.h"
 #include "config/jsonmodule.h"
+#include "onlyinnamespace.h"
 #include "testdevice.h"
 
 #include <QJsonArray>
@@ -35,6 +36,7 @@ public:
     }
 
     void click(const char *button) const;
+    int page() const;
     void tellClient(const QStringList &outcomes) const;
     void letGo() const;
     /// How often the client was started.

@@ -1,29 +1,27 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "launcher/settingsapp.h"
-#include "app/settingscontroller.h"
 #include "app/unixsignalhandler.h"
-#include "testdevice.h"
+#include "programfixture.h"
 #include "testtable.h"
+#include "update/consoleformat.h"
 
+#include <QLabel>
 #include <QNetworkProxy>
+#include <QUdpSocket>
 #include <QtTest>
 
 #include <csignal>
-#include <memory>
 
 namespace {
 
-const QString documentPath = "/var/lib/kt964/config.json";
-const QString messagePath = "/tmp/msg.json";
+constexpr int patienceMs = 30000; ///< the links are looked at every few seconds
 
-/// The program's two big objects. The window searches for servers: in the lab's network namespace only.
-struct Program
+QByteArray message(const char *type, const char *content)
 {
-    SettingsApp window;
-    SettingsController controller{&window};
-};
+    return QJsonDocument(QJsonObject{{"type", type}, {type, QJsonDocument::fromJson(content).object()}})
+        .toJson();
+}
 
 } // namespace
 
@@ -33,20 +31,8 @@ class SettingsControllerTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        if (qgetenv("KT_LAB_NAMESPACE") != "inside")
-            QSKIP("the window searches for servers in the lab's network namespace only");
-        UnixSignalHandler::install();
-    }
-
-    void init()
-    {
-        m_device = std::make_unique<TestDevice>();
-        QVERIFY(m_device->isValid());
-    }
-
-    void cleanup() { m_device.reset(); }
+    void initTestCase() { UnixSignalHandler::install(); }
+    void init() { m_device = std::make_unique<TestDevice>(); }
 
     void writesTheDocumentAtTheFirstStart()
     {
@@ -71,60 +57,41 @@ private slots:
     void doesNothingOnABrokenMessage_data()
     {
         const TestTable<QByteArray> table("message");
-        const QByteArray whole
-            = R"({"type": "dual monitor status", "dual monitor status": {"status": "add"}})";
+        const QByteArray whole = message("dual monitor status", R"({"status": "add"})");
         table.row("missing", {});
         table.row("empty", "");
         table.row("half", whole.left(whole.size() / 2));
         table.row("huge", whole + QByteArray(70000, ' '));
         table.row("not JSON", QByteArray("dual monitor status\0add", 23));
         table.row("array", "[" + whole + "]");
-        table.row("no type", R"({"dual monitor status": {"status": "add"}})");
-        table.row("content of another kind", R"({"type": "dual monitor status",
-                                                               "dual monitor status": "add"})");
-        table.row("unknown word", R"({"type": "dual monitor status",
-                                                    "dual monitor status": {"status": "Add"}})");
-        table.row("unknown type", R"({"type": "reboot", "reboot": {}})");
+        table.row("content of another kind",
+                  R"({"type": "dual monitor status", "dual monitor status": "add"})");
+        table.row("unknown word", message("dual monitor status", R"({"status": "Add"})"));
+        table.row("unknown type", message("reboot", "{}"));
         table.row("type is no text", R"({"type": ["refresh audio"]})");
     }
 
     void doesNothingOnABrokenMessage()
     {
-        QFETCH(const QByteArray, message);
-        Program program;
-        const QSignalSpy display(&program.controller, &SettingsController::dualMonitorChanged);
-        const QSignalSpy audio(&program.controller, &SettingsController::audioRefreshRequested);
-        const QSignalSpy wired(&program.controller.networkStatus(), &NetworkStatus::wiredStatus);
-        if (!message.isNull())
-            m_device->write(messagePath, message);
-        program.controller.getRemoteMessage();
-        QCOMPARE(display.size() + audio.size() + wired.size(), 0);
+        QFETCH(QByteArray, message);
+        const Told told = tell({message});
+        QVERIFY(told.displays.isEmpty() && told.audio == 0 && told.wired.isEmpty());
     }
 
     void doesWhatAMessageSays()
     {
-        Program program;
-        const QSignalSpy display(&program.controller, &SettingsController::dualMonitorChanged);
-        const QSignalSpy audio(&program.controller, &SettingsController::audioRefreshRequested);
-        const QSignalSpy wired(&program.controller.networkStatus(), &NetworkStatus::wiredStatus);
-        const auto tell = [&](const QByteArray &message) {
-            m_device->write(messagePath, message);
-            program.controller.getRemoteMessage();
-        };
-        tell(R"({"type": "dual monitor status", "dual monitor status": {"status": "add"}})");
-        tell(R"({"type": "dual monitor status", "dual monitor status": {"status": "remove"}})");
-        QCOMPARE(display.size(), 2);
-        QCOMPARE(display.at(0).at(0).toBool(), true);
-        QCOMPARE(display.at(1).at(0).toBool(), false);
-        tell(R"({"type": "refresh audio"})");
-        QCOMPARE(audio.size(), 1);
-        tell(R"({"type": "network status", "network status": {"interface": "eth0", "message": "no link"}})");
-        QCOMPARE(wired.at(0).at(0).toString(), "no link");
+        const Told told
+            = tell({message("dual monitor status", R"({"status": "add"})"),
+                    message("dual monitor status", R"({"status": "remove"})"), message("refresh audio", "{}"),
+                    message("network status", R"({"interface": "eth0", "message": "no link"})")});
+        QCOMPARE(told.displays, QVariantList({true, false}));
+        QCOMPARE(told.audio, 1);
+        QCOMPARE(told.wired, "no link");
     }
 
     void hearsTheSignal()
     {
-        m_device->write(messagePath, R"({"type": "refresh audio"})");
+        m_device->write("/tmp/msg.json", message("refresh audio", "{}"));
         UnixSignalHandler *handler = UnixSignalHandler::instance();
         const QSignalSpy told(handler, &UnixSignalHandler::notifyController);
         {
@@ -142,20 +109,15 @@ private slots:
         QCOMPARE(audio.size(), 1);
     }
 
-    void answersTheWindow()
+    void readsTheProxyAnew()
     {
         Program program;
-        program.controller.configuration().setJsonString(R"({"network settings": {"proxy": {"port": 1}}})");
-        program.controller.configuration().setJsonString(
-            R"({"management settings": {"qmd address": "10.1.1.5"}})");
-        QCOMPARE(program.controller.setQMDaddress(), "http://10.1.1.5:8080");
-        // The proxy is what the file says now.
-        m_device->write(documentPath, R"({"network settings": {"proxy": {"port": 2}}})");
         QJsonObject proxy;
+        m_device->store({"network settings", "proxy", "port"}, 2);
         emit program.window.getProxyParameters(proxy);
         QCOMPARE(proxy.value("port").toInt(), 2);
-        m_device->write(documentPath, "{");
-        emit program.window.getProxyParameters(proxy); // or, where it says nothing, what it said
+        m_device->write("/var/lib/kt964/config.json", "{");
+        emit program.window.getProxyParameters(proxy); // or, where the file says nothing, what it said
         QCOMPARE(proxy.value("port").toInt(), 2);
     }
 
@@ -182,7 +144,75 @@ private slots:
         QCOMPARE(QNetworkProxy::applicationProxy(), QNetworkProxy(QNetworkProxy::NoProxy));
     }
 
+    void keepsSilentWhereConsolesAreSwitchedOff()
+    {
+        Program(); // writes the document
+        for (const bool allowed : {true, false}) {
+            m_device->store({"management settings", "corvid console management"}, allowed);
+            Program program;
+            const QSignalSpy lists(&program.window.endpoint(), &TerminalServerModule::hasTsFindReplies);
+            QUdpSocket console;
+            QVERIFY(console.bind(QHostAddress::LocalHost));
+            const QByteArray request = ConsoleFormat::request(ConsoleFormat::Command::GetJson);
+            // An empty list of servers comes after the request, and is taken in either case.
+            for (const QByteArray &datagram : {request, QByteArray(request).replace(12, 1, "\3")})
+                console.writeDatagram(datagram, QHostAddress::LocalHost, WireFormat::devicePort);
+            QTRY_COMPARE(lists.size(), 1);
+            QCOMPARE(console.hasPendingDatagrams(), allowed);
+        }
+    }
+
+    void watchesTheLinksByItself()
+    {
+        m_device->setState("cable", "unplugged");
+        m_device->setState("wireless-ssid", "Visitors");
+        m_device->setState("wireless-address", "");
+        Program program;
+        m_device->write("/tmp/msg.json",
+                        message("network status", R"({"interface": "wlan0", "message": "link"})"));
+        program.controller.getRemoteMessage();
+        const auto wiredShows = [&program](const char *colour) {
+            return program.part<QLabel>("wiredStatusLabel")->styleSheet().contains(colour);
+        };
+        QVERIFY(wiredShows("red"));
+        m_device->setState("cable", "plugged");
+        m_device->setState("wireless-address", "10.77.1.10");
+        const QString connected = "kt-network-config connect-ethernet A";
+        QTRY_VERIFY_WITH_TIMEOUT(m_device->calls().contains(connected), patienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(wiredShows("green"), patienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            program.part<QLabel>("wirelessStatusLabel")->toolTip().contains("10.77.1.10"), patienceMs);
+        m_device->setState("cable", "unplugged");
+        QTRY_VERIFY_WITH_TIMEOUT(wiredShows("red"), patienceMs);
+    }
+
 private:
+    struct Told
+    {
+        QVariantList displays;
+        int audio = 0;
+        QString wired;
+    };
+    /// What the program makes of messages of the device's scripts.
+    Told tell(const QByteArrayList &messages) const
+    {
+        Program program;
+        QSignalSpy displays(&program.controller, &SettingsController::dualMonitorChanged);
+        const QSignalSpy audio(&program.controller, &SettingsController::audioRefreshRequested);
+        QSignalSpy wired(&program.controller.networkStatus(), &NetworkStatus::wiredStatus);
+        for (const QByteArray &message : messages) {
+            if (!message.isNull())
+                m_device->write("/tmp/msg.json", message);
+            program.controller.getRemoteMessage();
+        }
+        Told told;
+        for (const QVariantList &display : displays)
+            told.displays += display;
+        told.audio = audio.size();
+        told.wired = wired.value(0).value(0).toString();
+        return told;
+    }
+
     std::unique_ptr<TestDevice> m_device;
 };
 

@@ -1,12 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "launcher/settingsapp.h"
-#include "app/settingscontroller.h"
 #include "dialoganswer.h"
 #include "fulldisk.h"
 #include "pages/settingspage.h"
-#include "testdevice.h"
+#include "programfixture.h"
 #include "testtable.h"
 
 #include <QtTest>
@@ -94,8 +92,7 @@ class SettingsWalkTest : public QObject
 private slots:
     void init()
     {
-        m_controller.reset();
-        m_window.reset();
+        m_program.reset();
         m_device = std::make_unique<TestDevice>();
         // The only sound device is the one that needs no writing down.
         m_device->setState("sound-cards.json",
@@ -110,7 +107,7 @@ private slots:
         for (auto entry = ownedSections.constBegin(); entry != ownedSections.constEnd(); ++entry) {
             enter();
             QVERIFY2(settingsShown(), qPrintable(entry.key()));
-            SettingsPage *changed = page(entry.key().toLatin1());
+            SettingsPage *changed = page(entry.key());
             QVERIFY2(changed, qPrintable(entry.key()));
             const QJsonObject before = m_device->document();
             QVariantList expected;
@@ -120,7 +117,7 @@ private slots:
                 expected += shown(field);
 
             DialogAnswer answer(true);
-            part<QPushButton>("applyButton")->click();
+            apply();
             QVERIFY2(!settingsShown(), qPrintable(entry.key() + QString(": ") + answer.messages.join('|')));
             const QJsonObject after = m_device->document();
             QCOMPARE(without(after, entry.value()), without(before, entry.value()));
@@ -129,7 +126,7 @@ private slots:
 
             restart();
             enter();
-            for (QWidget *field : fields(page(entry.key().toLatin1())))
+            for (QWidget *field : fields(page(entry.key())))
                 QVERIFY2(shown(field) == expected.takeFirst(),
                          qPrintable(entry.key() + QString(": ") + field->objectName()));
         }
@@ -138,36 +135,54 @@ private slots:
     void asksForThePassword()
     {
         enter();
+        const auto type = [this](const char *line, const char *text) {
+            part<QLineEdit>(line)->clear();
+            QTest::keyClicks(part<QLineEdit>(line), text);
+        };
         part<QCheckBox>("passwordCheckBox")->click();
-        QTest::keyClicks(part<QLineEdit>("enterPasswordLineEdit"), "secret");
-        QTest::keyClicks(part<QLineEdit>("confirmPasswordLineEdit"), "secreT");
+        type("enterPasswordLineEdit", "secret");
+        type("confirmPasswordLineEdit", "secreT");
         {
-            DialogAnswer refused(true);
-            part<QPushButton>("applyButton")->click();
+            const DialogAnswer refused(true);
+            apply();
             QCOMPARE(refused.messages, QStringList("The two passwords differ."));
         }
-        part<QLineEdit>("confirmPasswordLineEdit")->clear();
-        QTest::keyClicks(part<QLineEdit>("confirmPasswordLineEdit"), "secret");
-        part<QPushButton>("applyButton")->click();
+        type("confirmPasswordLineEdit", "secret");
+        apply();
         QVERIFY(!settingsShown());
-        const QJsonObject general = m_device->document().value("general settings").toObject();
-        QCOMPARE(general.value("setup GUI password hash").toString(), "5ebe2294ecd0e0f08eab7690d2a6ee69");
-        QVERIFY(!m_device->read("/var/lib/kt964/config.json").contains("\"secret\""));
-        {
-            DialogAnswer wrong(true, "Secret");
+        const QJsonValue hash = m_device->stored({"general settings", "setup GUI password hash"});
+        QCOMPARE(hash.toString(), "5ebe2294ecd0e0f08eab7690d2a6ee69");
+        QVERIFY(!m_device->read(configuration).contains("\"secret\""));
+        const QPair<bool, QString> refused[] = {{true, "Secret"}, {false, "secret"}, {true, ""}};
+        for (const auto &[accept, input] : refused) {
+            const DialogAnswer answer(accept, input);
             enter();
             QVERIFY(!settingsShown());
-            QCOMPARE(wrong.messages.last(), "Wrong password");
+            QCOMPARE(answer.messages.last(), accept ? "Wrong password" : "Administrator password:");
         }
-        DialogAnswer right(true, "secret");
+        const DialogAnswer right(true, "secret");
         enter();
         QVERIFY(settingsShown());
         QCOMPARE(part<QLineEdit>("enterPasswordLineEdit")->text(), "********");
         // What stands there for the password is not taken for one.
         part<QLineEdit>("deviceNameLineEdit")->setText("TC7");
-        part<QPushButton>("applyButton")->click();
-        QCOMPARE(m_device->document().value("general settings").toObject().value("setup GUI password hash"),
-                 general.value("setup GUI password hash"));
+        apply();
+        QCOMPARE(m_device->stored({"general settings", "setup GUI password hash"}), hash);
+    }
+
+    void switchesToTheDesktop()
+    {
+        for (const bool accept : {false, true}) {
+            const DialogAnswer answer(accept);
+            enter();
+            m_device->forgetCalls();
+            for (auto *button : m_program->window.findChildren<QAbstractButton *>()) {
+                if (button->text() == "Desktop mode")
+                    button->click();
+            }
+            QCOMPARE(answer.titles, QStringList("Desktop mode"));
+            QCOMPARE(m_device->calls(), accept ? QStringList("kt-switch -d") : QStringList());
+        }
     }
 
     void asksBeforeChangesAreLost()
@@ -191,21 +206,40 @@ private slots:
         QVERIFY(!part<QPushButton>("applyButton")->isEnabled());
     }
 
+    void showsThePageThatRefuses_data()
+    {
+        // What is clicked, and what stands in the document before.
+        const TestTable<QString, QString, QString> table("click", "server", "message");
+        table.row(
+            "Kiosk mode", "autostartCheckBox", {},
+            "Application auto-start has been enabled, but no auto-start application has been specified");
+        table.row("Firmware update", "urlRadioButton", {}, "Enter the address of the firmware file.");
+        table.row("Firmware update: server", "corvidRadioButton", {},
+                  "Enter the Corvid server and the file name.");
+        table.row("Management", "autodiscoverCheckBox", "two words",
+                  "The server address must not contain blanks.");
+    }
+
     void showsThePageThatRefuses()
     {
+        QFETCH(QString, click);
+        QFETCH(QString, server);
+        m_device->store({"management settings", "qmd address"}, server);
+        restart();
         enter();
         part<QLineEdit>("deviceNameLineEdit")->setText("saved");
-        part<QCheckBox>("autostartCheckBox")->click();
-        part<QCheckBox>("numLockCheckBox")->click();
-        const QJsonValue keyboard = m_device->document().value("keyboard settings");
-        DialogAnswer answer(true);
-        part<QPushButton>("applyButton")->click();
+        m_program->click(qPrintable(click));
+        const QJsonObject before = m_device->document();
+        m_device->forgetCalls();
+        const DialogAnswer answer(true);
+        apply();
         QVERIFY(settingsShown());
-        QCOMPARE(answer.titles, QStringList("Error"));
-        QCOMPARE(part<QListWidget>("settingsListWidget")->currentItem()->text(), "Kiosk mode");
-        QCOMPARE(m_device->calls("kt-set-hostname").join(QString()), "kt-set-hostname -j");
-        QCOMPARE(m_device->document().value("keyboard settings"), keyboard);
-        QVERIFY(page("KeyboardPage")->isChanged());
+        QTEST(answer.messages.join('|'), "message");
+        QCOMPARE(part<QListWidget>("settingsListWidget")->currentItem()->text(),
+                 QString(QTest::currentDataTag()).section(':', 0, 0));
+        // The pages before it are applied.
+        QCOMPARE(m_device->calls("kt-set-hostname"), QStringList("kt-set-hostname -j"));
+        QCOMPARE(without(m_device->document(), {"general settings"}), without(before, {"general settings"}));
     }
 
     void runsTheToolsOfTheClockAndTheKeyboard()
@@ -216,7 +250,7 @@ private slots:
         part<QCheckBox>("ntpCheckBox")->setChecked(false);
         part<QDateTimeEdit>("dateTimeEdit")->setDateTime({QDate(2024, 3, 5), QTime(7, 8, 9)});
         m_device->forgetCalls();
-        part<QPushButton>("applyButton")->click();
+        apply();
         const QStringList expected = {"kt-set-keyboard DE de",
                                       "kt-set-timezone US/Pacific",
                                       "sudo systemctl disable ntp.service",
@@ -230,7 +264,7 @@ private slots:
         enter();
         part<QCheckBox>("ntpCheckBox")->setChecked(true);
         m_device->forgetCalls();
-        part<QPushButton>("applyButton")->click();
+        apply();
         QVERIFY(m_device->calls().contains("sudo systemctl enable ntp.service"));
         QCOMPARE(m_device->calls("kt-set-ntp-server").size(), 1);
     }
@@ -239,9 +273,7 @@ private slots:
     {
         // before the screen saver's service
         const TestTable<QString, QString, QStringList> table("stored", "shown", "calls");
-        const QStringList mode = {"kt-set-resolution DMT 58"};
-        table.row("text", "1680x1050 60Hz", "1680x1050 60Hz", mode);
-        table.row("size", "1680x1050", "1680x1050 60Hz", mode);
+        table.row("size", "1680x1050", "1680x1050 60Hz", {"kt-set-resolution DMT 58"});
         table.row("automatic", "Automatic", "Automatic", {"kt-set-resolution"});
         table.row("another monitor's", "2048x1536 60Hz", "2048x1536 60Hz", {});
     }
@@ -254,25 +286,20 @@ private slots:
                         QJsonObject{{"primary", QJsonObject{{"resolution", stored}, {"orientation", "o"}}}});
         enter();
         QTEST(part<QComboBox>("primaryResolutionComboBox")->currentText(), "shown");
-        const QString alone = part<QLabel>("dualDisplayLabel")->text();
-        m_window->setDualDisplay(true);
-        QVERIFY(part<QLabel>("dualDisplayLabel")->text() != alone);
+        m_program->window.setDualDisplay(true);
         QVERIFY(!page("DisplayPage")->isChanged());
-        part<QRadioButton>("bottomRadioButton")->click();
-        part<QCheckBox>("mirrorCheckBox")->click();
+        m_program->click("bottomRadioButton");
+        m_program->click("mirrorCheckBox");
         m_device->forgetCalls();
-        part<QPushButton>("applyButton")->click();
+        apply();
         calls += {QString("sudo %1 restart").arg(m_device->path("/etc/init.d/kt964-sleep")),
                   "kt964-sleep restart"};
-        QCOMPARE(m_device->calls().mid(0, calls.size()), calls);
-        const QJsonObject display = m_device->document().value("display settings").toObject();
-        QCOMPARE(display.value("multi monitor mode").toString(), "mirror");
-        QCOMPARE(display.value("screen saver timeout").toInt(), 20);
-        QCOMPARE(display.value("primary").toObject().value("orientation").toString(), "o");
+        QTRY_COMPARE(m_device->calls().mid(0, calls.size()), calls);
+        QCOMPARE(m_device->stored({"display settings", "primary", "orientation"}).toString(), "o");
         QString resolution;
         int atLeft = 1;
         int bottomAligned = 0;
-        m_controller->fillSecondaryParameter(resolution, atLeft, bottomAligned);
+        m_program->controller.fillSecondaryParameter(resolution, atLeft, bottomAligned);
         QCOMPARE(resolution + QString::number(atLeft) + QString::number(bottomAligned), "Automatic01");
     }
 
@@ -288,17 +315,16 @@ private slots:
         part<QCheckBox>("numLockCheckBox")->click();
         part<QLineEdit>("ntpServerLineEdit")->setText(hostile);
         DialogAnswer refused(true);
-        part<QPushButton>("applyButton")->click();
+        apply();
         QCOMPARE(refused.messages.size(), 1);
         part<QLineEdit>("ntpServerLineEdit")->setText("time.example");
         part<QComboBox>("timezoneComboBox")->setCurrentIndex(0);
         part<QComboBox>("layoutComboBox")->setCurrentIndex(0);
-        part<QPushButton>("applyButton")->click();
+        apply();
         QVERIFY(!settingsShown());
         QVERIFY(!m_device->exists("/owned"));
         QVERIFY(!QFile::exists("owned"));
-        QCOMPARE(m_device->document().value("date time settings").toObject().value("timezone").toString(),
-                 "Etc/$(touch owned);'\"");
+        QCOMPARE(m_device->stored({"date time settings", "timezone"}).toString(), "Etc/$(touch owned);'\"");
     }
 
     void savesNothingWhereNothingCanBeRead()
@@ -310,7 +336,7 @@ private slots:
             m_device->write(configuration, content);
             m_device->forgetCalls();
             DialogAnswer answer(true);
-            part<QPushButton>("applyButton")->click();
+            apply();
             QVERIFY(settingsShown());
             QCOMPARE(answer.messages.size(), 1);
             QCOMPARE(m_device->read(configuration), QByteArray(content));
@@ -321,7 +347,7 @@ private slots:
             m_device->setDocument(document);
             m_device->store({"general settings", "device name"}, "elsewhere");
             document = m_device->document();
-            part<QPushButton>("applyButton")->click();
+            apply();
             QVERIFY(!settingsShown());
             QCOMPARE(without(m_device->document(), {"keyboard settings"}),
                      without(document, {"keyboard settings"}));
@@ -346,29 +372,16 @@ private slots:
         DialogAnswer answer(true);
         {
             const FullDisk full(static_cast<rlim_t>(before.size()));
-            part<QPushButton>("applyButton")->click();
+            apply();
         }
         QVERIFY(settingsShown());
         QCOMPARE(answer.messages.size(), 1);
         QVERIFY(page("GeneralPage")->isChanged());
         QCOMPARE(m_device->read(configuration), before);
-        QCOMPARE(m_controller->configuration().getDocument().object(), m_device->document());
+        QCOMPARE(m_program->controller.configuration().getDocument().object(), m_device->document());
         QVERIFY(m_device->calls("kt-set-hostname").isEmpty());
-        part<QPushButton>("applyButton")->click();
+        apply();
         QVERIFY(!settingsShown());
-    }
-
-    void oneEmptyNameHindersNoOtherPage()
-    {
-        m_device->store({"general settings", "device name"}, 5);
-        const QJsonValue general = m_device->document().value("general settings");
-        restart();
-        enter();
-        part<QCheckBox>("numLockCheckBox")->click();
-        QVERIFY(part<QPushButton>("applyButton")->isEnabled());
-        part<QPushButton>("applyButton")->click();
-        QVERIFY(!settingsShown());
-        QCOMPARE(m_device->document().value("general settings"), general);
     }
 
     void wrongTypesAndLongListsAreNoTrouble()
@@ -393,7 +406,7 @@ private slots:
             QVERIFY(settingsShown());
             QCOMPARE(part<QComboBox>("layoutComboBox")->count(), 10001);
             part<QCheckBox>("numLockCheckBox")->click();
-            part<QPushButton>("applyButton")->click();
+            apply();
             QVERIFY(!settingsShown());
             const QStringList changed = {"keyboard settings", "security settings"};
             QCOMPARE(without(m_device->document(), changed), without(before, changed));
@@ -403,15 +416,15 @@ private slots:
     void isUsedWithTheKeyboard()
     {
         enter();
-        m_window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        m_program->window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&m_program->window));
         auto *list = part<QListWidget>("settingsListWidget");
         QCOMPARE(QApplication::focusWidget(), list);
         for (int row = 0; row < list->count(); ++row) {
             list->setCurrentRow(row);
             list->setFocus();
             SettingsPage *current = nullptr;
-            for (auto *candidate : m_window->findChildren<SettingsPage *>())
+            for (auto *candidate : m_program->window.findChildren<SettingsPage *>())
                 current = candidate->isVisible() ? candidate : current;
             QVERIFY(current);
             bool pageSeen = false;
@@ -433,38 +446,32 @@ private slots:
     }
 
 private:
-    template <typename Widget>
-    Widget *part(const char *name) const
+    template <typename Part>
+    Part *part(const char *name) const
     {
-        return m_window->findChild<Widget *>(QLatin1String(name));
+        return m_program->part<Part>(name);
     }
-    SettingsPage *page(const char *className) const
+    SettingsPage *page(const QString &className) const
     {
-        for (auto *candidate : m_window->findChildren<SettingsPage *>()) {
-            if (QByteArray(candidate->metaObject()->className()) == className)
+        for (auto *candidate : m_program->window.findChildren<SettingsPage *>()) {
+            if (candidate->metaObject()->className() == className)
                 return candidate;
         }
         return nullptr;
     }
-
-    bool settingsShown() const
-    {
-        return part<QStackedWidget>("mainStackedWidget")->currentIndex() == SettingsApp::SettingsPage;
-    }
-
-    void enter() { part<QToolButton>("settingsButton")->click(); }
+    bool settingsShown() const { return m_program->settingsShown(); }
+    void enter() const { m_program->openSettings(); }
+    void apply() const { m_program->apply(); }
 
     void restart()
     {
-        m_controller.reset();
-        m_window = std::make_unique<SettingsApp>();
-        m_controller = std::make_unique<SettingsController>(m_window.get());
-        m_window->show();
+        m_program.reset();
+        m_program = std::make_unique<Program>();
+        m_program->window.show();
     }
 
     std::unique_ptr<TestDevice> m_device;
-    std::unique_ptr<SettingsController> m_controller;
-    std::unique_ptr<SettingsApp> m_window;
+    std::unique_ptr<Program> m_program;
 };
 
 QTEST_MAIN(SettingsWalkTest)

@@ -47,13 +47,6 @@ private slots:
                 QFAIL("the handler changes errno under the code that it interrupts");
         }
     }
-
-    void tellsOrdinaryCodeAtOnce()
-    {
-        const QSignalSpy told(UnixSignalHandler::instance(), &UnixSignalHandler::notifyController);
-        UnixSignalHandler::instance()->updateController();
-        QCOMPARE(told.size(), 1);
-    }
 };
 
 int main(int argc, char *argv[])

@@ -80,6 +80,14 @@ void TestDevice::store(const QStringList &keys, const QJsonValue &value) const
     setDocument(with(document(), keys, value).toObject());
 }
 
+QJsonValue TestDevice::stored(const QStringList &keys) const
+{
+    QJsonValue value = document();
+    for (const QString &key : keys)
+        value = value[key];
+    return value;
+}
+
 void TestDevice::setTool(const QString &devicePath, const QByteArray &script) const
 {
     removeTool(devicePath); // a stand-in is a link to the lab's program: writing would go through it

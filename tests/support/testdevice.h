@@ -31,6 +31,8 @@ public:
     void setDocument(const QJsonObject &document) const;
     /// Changes one value of the document, by the keys on the way to it.
     void store(const QStringList &keys, const QJsonValue &value) const;
+    /// The value that the document holds there.
+    QJsonValue stored(const QStringList &keys) const;
 
     /// Replaces a tool ("/usr/bin/kt-lulling") by a shell script.
     void setTool(const QString &devicePath, const QByteArray &script) const;
