@@ -100,10 +100,10 @@ void NetworkController::disconnect()
     m_commands.add(DeviceTools::disconnectWired());
 }
 
-void NetworkController::disconnectWifi()
+void NetworkController::disconnectWifi(const ToolDone &done)
 {
     ++m_join; // a join under way is abandoned
-    m_commands.add(DeviceTools::disconnectWifi());
+    m_commands.add(DeviceTools::disconnectWifi(), done);
 }
 
 void NetworkController::autoconnect()

@@ -60,7 +60,8 @@ public:
     void disableWiredInterface();
     void enableWiredInterface();
     void disconnect();
-    void disconnectWifi();
+    /// `done` is called when the tool has ended.
+    void disconnectWifi(const ToolDone &done = nullptr);
     void autoconnect();
     void setRoutingTable();
     /// Adds an address to an interface or, with `add` false, takes it off. `broadcast` may be empty.

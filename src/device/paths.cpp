@@ -46,6 +46,11 @@ QString recoveryMarker()
     return stateDirectory() + QLatin1String("RECOVERY");
 }
 
+QString appliedRecord()
+{
+    return stateDirectory() + QLatin1String("applied.json");
+}
+
 QString message()
 {
     return onDevice(QStringLiteral("/tmp/msg.json"));

@@ -19,6 +19,7 @@ QString program(const QString &name);
 QString stateDirectory(); ///< with a closing slash
 QString configuration();
 QString recoveryMarker();
+QString appliedRecord();    ///< what was last carried out of the document
 QString message();          ///< device scripts write it before they send SIGUSR1
 QString connection();       ///< describes a session to the client
 QString connectionStatus(); ///< the client's verdict

@@ -3,6 +3,8 @@
 
 #include "device/resolutioncontainer.h"
 
+#include "device/devicetools.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -11,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 Q_LOGGING_CATEGORY(lcResolution, "kt.device.resolution")
 
@@ -21,6 +24,7 @@ constexpr int slowestRate = 60;
 /// Monitors have some dozens of modes; what has more is no list of a monitor.
 constexpr std::size_t modeLimit = 1000;
 constexpr int damagedLimit = 256 * 1024;
+constexpr int longestMode = 200;
 
 const QString resolutionTool = QStringLiteral("/usr/bin/kt-set-resolution");
 const QString cea = QStringLiteral("CEA");
@@ -65,6 +69,74 @@ ResolutionContainer::ResolutionContainer(int toolLimitMs)
     , m_resolutionTool(resolutionTool, toolLimitMs)
 { }
 
+void ResolutionContainer::getResolutions(QObject *context, const ModesDone &done)
+{
+    m_waiting.push_back({context, done});
+    if (m_waiting.size() > 1)
+        return;
+    m_readModes.assign(1, Item(automatic));
+    readGroups({QStringLiteral("DMT"), cea});
+}
+
+void ResolutionContainer::readGroups(const QStringList &groups)
+{
+    if (groups.isEmpty())
+        return finishReading();
+    ToolRun::start(DeviceTools::displayModes(groups.first()), this, [this, groups](const ToolResult &result) {
+        addModes(result.output, groups.first());
+        // Firmware that hangs once would keep us as long for every group.
+        readGroups(result.ended() ? groups.mid(1) : QStringList());
+    });
+}
+
+void ResolutionContainer::finishReading()
+{
+    std::stable_sort(m_readModes.begin(), m_readModes.end(), compare_name);
+    m_modes = m_readModes;
+    qCInfo(lcResolution) << m_modes.size() - 1 << "modes";
+    const std::vector<Waiter> ready = std::exchange(m_waiting, {});
+    for (const Waiter &waiter : ready) {
+        if (waiter.context)
+            waiter.done(m_modes);
+    }
+}
+
+const std::vector<Item> &ResolutionContainer::resolutions() const
+{
+    return m_modes;
+}
+
+void ResolutionContainer::getActualMode(QObject *context, const ModeDone &done)
+{
+    ToolRun::start(DeviceTools::currentMode(), context, [done](const ToolResult &result) {
+        done(QString::fromUtf8(result.output.left(longestMode)).trimmed());
+    });
+}
+
+int ResolutionContainer::rowIn(const std::vector<Item> &modes, const QString &stored)
+{
+    for (const bool sizeAlone : {false, true}) {
+        const auto found = std::find_if(modes.begin(), modes.end(), [&](const Item &mode) {
+            const QString text = mode.getValue(Text);
+            return (sizeAlone ? text.section(QLatin1Char(' '), 0, 0) : text) == stored;
+        });
+        if (found != modes.end())
+            return static_cast<int>(found - modes.begin());
+    }
+    return -1;
+}
+
+std::optional<ToolCall> ResolutionContainer::callFor(const std::vector<Item> &modes, const QString &stored)
+{
+    if (stored == automatic) // needs no monitor to be asked
+        return DeviceTools::setAutomaticMode();
+    const int row = rowIn(modes, stored);
+    if (row < 0)
+        return std::nullopt;
+    const Item &mode = modes.at(static_cast<std::size_t>(row));
+    return DeviceTools::setMode(mode.getValue(Group), mode.getValue(Code));
+}
+
 const std::vector<Item> &ResolutionContainer::getResolutions()
 {
     m_modes.assign(1, Item(automatic));
@@ -78,7 +150,13 @@ const std::vector<Item> &ResolutionContainer::getResolutions()
 
 void ResolutionContainer::readModes(const QString &group)
 {
-    const QByteArray output = m_firmware.ask({QStringLiteral("-j"), QStringLiteral("-m"), group});
+    m_readModes.clear();
+    addModes(m_firmware.ask({QStringLiteral("-j"), QStringLiteral("-m"), group}), group);
+    m_modes.insert(m_modes.end(), m_readModes.begin(), m_readModes.end());
+}
+
+void ResolutionContainer::addModes(const QByteArray &output, const QString &group)
+{
     for (const QJsonObject &object : objectsIn(output)) {
         const int width = number(object, "width");
         const int height = number(object, "height");
@@ -87,11 +165,11 @@ void ResolutionContainer::readModes(const QString &group)
             = group == cea && object.value(QLatin1String("scan")).toString() != QLatin1String("p");
         if (width < smallestWidth || height < 1 || rate < slowestRate || interlaced)
             continue;
-        if (m_modes.size() > modeLimit)
+        if (m_readModes.size() > modeLimit)
             return;
-        m_modes.emplace_back(QStringLiteral("%1x%2 %3Hz").arg(width).arg(height).arg(rate));
-        m_modes.back().setValue(Code, QString::number(number(object, "code")));
-        m_modes.back().setValue(Group, group);
+        m_readModes.emplace_back(QStringLiteral("%1x%2 %3Hz").arg(width).arg(height).arg(rate));
+        m_readModes.back().setValue(Code, QString::number(number(object, "code")));
+        m_readModes.back().setValue(Group, group);
     }
 }
 
@@ -102,15 +180,7 @@ bool ResolutionContainer::compare_name(const Item &left, const Item &right)
 
 int ResolutionContainer::getCurrentPrimaryResolution(const QString &stored) const
 {
-    for (const bool sizeAlone : {false, true}) {
-        const auto found = std::find_if(m_modes.begin(), m_modes.end(), [&](const Item &mode) {
-            const QString text = mode.getValue(Text);
-            return (sizeAlone ? text.section(QLatin1Char(' '), 0, 0) : text) == stored;
-        });
-        if (found != m_modes.end())
-            return static_cast<int>(found - m_modes.begin());
-    }
-    return -1;
+    return rowIn(m_modes, stored);
 }
 
 int ResolutionContainer::rowOf(const QString &stored)

@@ -22,6 +22,11 @@ bool ToolQueue::isIdle() const
     return m_entries.isEmpty();
 }
 
+void ToolQueue::setLimit(int milliseconds)
+{
+    m_limitMs = milliseconds;
+}
+
 void ToolQueue::append(const Entry &entry)
 {
     m_entries.enqueue(entry);
@@ -35,7 +40,9 @@ void ToolQueue::startNext()
         emit idle();
         return;
     }
-    const Entry entry = m_entries.head();
+    Entry entry = m_entries.head();
+    if (m_limitMs > 0)
+        entry.call.limitMs = m_limitMs;
     const auto finish = [this, entry](const ToolResult &result) {
         if (entry.step)
             entry.step();

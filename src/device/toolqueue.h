@@ -22,6 +22,8 @@ public:
     /// Appends a step of our own, which runs when all before it have ended.
     void add(const std::function<void()> &step);
     bool isIdle() const;
+    /// Gives every call at most this long. For tests, which have no half a minute to spare.
+    void setLimit(int milliseconds);
 
 signals:
     /// The last call has ended.
@@ -39,4 +41,5 @@ private:
     void startNext();
 
     QQueue<Entry> m_entries; ///< the first one is under way
+    int m_limitMs = 0;       ///< 0: each call's own
 };

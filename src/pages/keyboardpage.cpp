@@ -5,8 +5,6 @@
 
 #include "config/keys.h"
 #include "device/commands.h"
-#include "device/listfile.h"
-#include "device/paths.h"
 
 #include "ui_keyboardpage.h"
 
@@ -24,10 +22,9 @@ KeyboardPage::~KeyboardPage() = default;
 
 void KeyboardPage::loadKeyboardLayouts()
 {
-    for (const QStringList &fields : ListFile::read(Paths::keyboardLayouts())) {
-        m_layouts += {fields.value(0), fields.value(1), fields.value(2, fields.value(0))};
-        m_ui->layoutComboBox->addItem(m_layouts.last().name);
-    }
+    m_layouts = KeyboardLayouts::read();
+    for (const KeyboardLayout &layout : qAsConst(m_layouts))
+        m_ui->layoutComboBox->addItem(layout.name);
 }
 
 void KeyboardPage::load(const QJsonObject &root)

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "device/keyboardlayouts.h"
 #include "pages/settingspage.h"
 
 #include <QVector>
@@ -12,14 +13,6 @@
 namespace Ui {
 class KeyboardPage;
 }
-
-/// One line of the device's list of keyboard layouts.
-struct KeyboardLayout
-{
-    QString code;    ///< stored in the document; first argument of the keyboard tool
-    QString variant; ///< second argument of the keyboard tool
-    QString name;    ///< shown to the user
-};
 
 /// Sets the keyboard layout and NumLock.
 class KeyboardPage : public SettingsPage

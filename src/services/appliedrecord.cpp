@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "services/appliedrecord.h"
+
+#include "device/durablefile.h"
+#include "device/paths.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcRecord, "kt.services.record")
+
+namespace {
+constexpr qint64 sizeLimit = 64 * 1024;
+} // namespace
+
+bool AppliedRecord::load()
+{
+    QFile file(Paths::appliedRecord());
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QJsonObject root = QJsonDocument::fromJson(file.read(sizeLimit)).object();
+    if (root.isEmpty()) {
+        qCWarning(lcRecord).noquote() << "not a record of applied settings:" << file.fileName();
+        return false;
+    }
+    for (const SettingsSections::Section section : SettingsSections::all())
+        m_fingerprints.insert(section, root.value(SettingsSections::name(section)).toString().toLatin1());
+    m_saved = true;
+    return true;
+}
+
+void AppliedRecord::save()
+{
+    if (m_saved)
+        return;
+    QJsonObject root;
+    for (auto entry = m_fingerprints.cbegin(); entry != m_fingerprints.cend(); ++entry)
+        root.insert(SettingsSections::name(entry.key()), QString::fromLatin1(entry.value()));
+    const QString error = DurableFile::write(Paths::appliedRecord(), QJsonDocument(root).toJson(), 0600);
+    m_saved = error.isEmpty();
+    if (!m_saved)
+        qCCritical(lcRecord).noquote() << "cannot write" << Paths::appliedRecord() << ':' << error;
+}
+
+QByteArray AppliedRecord::fingerprint(SettingsSections::Section section) const
+{
+    return m_fingerprints.value(section);
+}
+
+void AppliedRecord::set(SettingsSections::Section section, const QByteArray &fingerprint)
+{
+    if (m_fingerprints.value(section) == fingerprint)
+        return;
+    m_fingerprints.insert(section, fingerprint);
+    m_saved = false;
+}

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "services/settingssections.h"
+
+#include <QByteArray>
+#include <QMap>
+
+/// What was last carried out of the document: a fingerprint for each section, in a file beside the document.
+class AppliedRecord
+{
+public:
+    /// Reads the file. False when there is none to use.
+    bool load();
+    /// Writes the file, unless it holds the same already. Where that fails, the next call tries again.
+    void save();
+
+    QByteArray fingerprint(SettingsSections::Section section) const;
+    void set(SettingsSections::Section section, const QByteArray &fingerprint);
+
+private:
+    QMap<SettingsSections::Section, QByteArray> m_fingerprints;
+    bool m_saved = false;
+};
