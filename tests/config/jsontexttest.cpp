@@ -39,7 +39,7 @@ void JsonTextTest::findsRepeatedKeys_data()
     row(R"([{"b":[{"a":1,"c":{"a":2},"a":[]}]}])", true);
     row(R"({"a":{},"\u0061":{}})", true);
     row(R"({"a\"":1, "a\"" :2})", true);
-    row(R"({"a":{"a":{"a":"a"}},"b":["a","a",{"a":1}]})", false);
+    row(R"({"a":{"a":{"a":"a"}},"b":["a","a","a",{"a":1}]})", false);
     row(R"({"a":"\",\"a\":1","b":"{\"a\":1,\"a\":"})", false);
     row(R"([{"a":1},{"a":1}])", false);
     row(R"(]}]}"a","a)", false);

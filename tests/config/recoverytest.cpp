@@ -87,6 +87,19 @@ private slots:
         m_device.setFault("kt-set-hostname", "none");
     }
 
+    void leavesOtherDocumentsAlone()
+    {
+        const QString other = "/var/lib/kt964/other.json";
+        m_device.write(other, "{}");
+        m_device.write(marker, "");
+        JsonModule module("other.json", true);
+        module.getParameters(factoryDocument());
+        QVERIFY(module.isConfigCorrect());
+        QCOMPARE(m_device.read(other), QByteArray("{}"));
+        QVERIFY(m_device.exists(marker));
+        QVERIFY(m_device.calls().isEmpty());
+    }
+
     void triesAgainWhenItCouldNotWrite()
     {
         QFile::remove(m_device.path(file));
