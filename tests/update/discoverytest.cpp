@@ -84,7 +84,7 @@ private slots:
         QCOMPARE(found(endpoint), ServerMap({{office, first}, {ward, second}}));
     }
 
-    void forgetsWhatAnEarlierDiscoveryFound()
+    void countsTheRepliesOfOneDiscovery()
     {
         TerminalServerModule endpoint;
         const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
@@ -95,6 +95,9 @@ private slots:
         QTRY_COMPARE(ended.size(), 1);
         QCOMPARE(ended.at(0).at(0).value<ServerMap>(), ServerMap({{ward, second}}));
         QCOMPARE(found(endpoint), ServerMap());
+        endpoint.takeTsFindReplies({office}, {first}); // too late
+        endpoint.takeServer();
+        QCOMPARE(ended.last().at(0).value<ServerMap>(), ServerMap());
     }
 
     void failsWithoutABroadcastAddress()
