@@ -215,7 +215,7 @@ private slots:
         const QByteArray many
             = QByteArray(R"({"version": "1.0", "filename": "f"},)").repeated(10000) + R"({"version": "1.1"})";
         table.row("10,000 entries", entries(many), "1.1", QString());
-        table.row("too large", entries(many + QByteArray(UdpServer::indexLimit, ' ')), none, QString());
+        table.row("too large", entries(many) + QByteArray(UdpServer::indexLimit, ' '), none, QString());
     }
 
     void readsTheIndex()
