@@ -267,7 +267,7 @@ SessionLauncher &SettingsApp::sessionLauncher()
 DeviceAgent &SettingsApp::deviceAgent()
 {
     if (!m_agent) {
-        m_agent = std::make_unique<DeviceAgent>();
+        m_agent = std::make_unique<DeviceAgent>(m_status);
         ManagementActions::connectTo(m_agent->dispatcher(), *this);
     }
     return *m_agent;
