@@ -7,7 +7,6 @@
 #include "figures.h"
 
 #include "management/deviceagent.h"
-#include "management/devicestatus.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -88,8 +87,7 @@ int openSockets()
 struct Month
 {
     Server server;
-    DeviceStatus status;
-    DeviceAgent agent(status);
+    DeviceAgent agent;
     int answered = 0;
     int mostSockets = 0;
 

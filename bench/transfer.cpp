@@ -13,7 +13,6 @@
 
 #include "blockloop.h"
 #include "update/firmwareimage.h"
-#include "management/devicestatus.h"
 #include "update/terminalservermodule.h"
 #include "update/udpfilemodule.h"
 #include "update/urlfilemodule.h"
@@ -37,8 +36,7 @@ void finish(bool succeeded)
 
 int fetchFromServer(const QString &address, const QString &name)
 {
-    DeviceStatus status;
-    TerminalServerModule endpoint(status);
+    TerminalServerModule endpoint;
     UdpFileModule transfer;
     qint64 asked = -1;
     QObject::connect(&transfer, &UdpFileModule::ask_WantUdpFileData, &endpoint,

@@ -88,8 +88,6 @@ SettingsController::SettingsController(SettingsApp *window, QObject *parent)
     loadConfiguration();
     setupProxy();
     m_networkStatus.initNetworkStatus();
-    m_networkStatus.checkPluggedEthernet();
-    m_networkStatus.initNetworkIcons();
 }
 
 SettingsController::~SettingsController() = default;
@@ -165,7 +163,6 @@ void SettingsController::connectNetworkStatus()
     connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, bar, &TopBar::setWirelessIconShown);
     connect(&m_networkStatus, &NetworkStatus::wiredToolTip, bar, &TopBar::setWiredToolTip);
     connect(&m_networkStatus, &NetworkStatus::wirelessToolTip, bar, &TopBar::setWirelessToolTip);
-    connect(&m_networkStatus, &NetworkStatus::busy, m_window, &SettingsApp::setBusy);
     connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
             &SettingsApp::refreshServerGroups);
 }

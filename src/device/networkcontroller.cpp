@@ -122,6 +122,11 @@ void NetworkController::setIpConfigure(const QString &interface, const QString &
     m_commands.add(DeviceTools::setAddress(interface, address, prefixLength, add, broadcast));
 }
 
+void NetworkController::logBroadcast(const QString &line)
+{
+    m_commands.add(DeviceTools::logBroadcast(line));
+}
+
 void NetworkController::setQueryLimit(int milliseconds)
 {
     m_queryLimitMs = milliseconds;

@@ -68,6 +68,9 @@ public:
     void setIpConfigure(const QString &interface, const QString &address, int prefixLength, bool add,
                         const QString &broadcast);
 
+    /// Appends a line to the log of addresses that were taken off.
+    void logBroadcast(const QString &line);
+
     /// For tests that have no half a minute to spare.
     void setQueryLimit(int milliseconds);
     /// Calls `step` when all commands so far have ended, unless `context` is gone by then.

@@ -47,6 +47,12 @@ ToolRun::ToolRun(const ToolCall &call)
     connect(&m_limit, &QTimer::timeout, this, [this] { giveUp(ToolResult::End::TimedOut); });
 }
 
+ToolRun::~ToolRun()
+{
+    // At the program's end the process ends with its object, which then must not be told of it.
+    m_process.disconnect(this);
+}
+
 void ToolRun::start(const ToolCall &call, QObject *context, const ToolDone &done)
 {
     auto *run = new ToolRun(call);

@@ -74,6 +74,7 @@ private:
     };
 
     explicit ToolRun(const ToolCall &call);
+    ~ToolRun() override;
     void begin();
     void readOutput();
     void handleError(QProcess::ProcessError error);

@@ -10,7 +10,7 @@
 #include "launcher/windowsettings.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
-#include "device/devicetools.h"
+#include "device/commands.h"
 #include "management/deviceagent.h"
 #include "widgets/generaldialog.h"
 
@@ -37,6 +37,11 @@ SettingsApp::ClientMode modeOf(const QString &word)
     if (word == QLatin1String("solva"))
         return SettingsApp::ClientMode::Solva;
     return word == QLatin1String("rdp") ? SettingsApp::ClientMode::Rdp : SettingsApp::ClientMode::Corvid;
+}
+
+void runPowerTool(const char *option)
+{
+    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-lulling"), QLatin1String(option)));
 }
 
 } // namespace
@@ -262,7 +267,7 @@ SessionLauncher &SettingsApp::sessionLauncher()
 DeviceAgent &SettingsApp::deviceAgent()
 {
     if (!m_agent) {
-        m_agent = std::make_unique<DeviceAgent>(m_status);
+        m_agent = std::make_unique<DeviceAgent>();
         ManagementActions::connectTo(m_agent->dispatcher(), *this);
     }
     return *m_agent;
@@ -542,7 +547,7 @@ void SettingsApp::checkResetPossible(int *result) const
 
 void SettingsApp::resetDevice()
 {
-    ToolRun::start(DeviceTools::reboot());
+    runPowerTool("-r");
 }
 
 void SettingsApp::updateFirmware()
@@ -582,18 +587,18 @@ bool SettingsApp::confirmed(const QString &title, const QString &message)
 void SettingsApp::on_actionShutdown_triggered()
 {
     if (confirmed(tr("Device shutdown"), tr("Shutdown device?")))
-        ToolRun::start(DeviceTools::shutDown());
+        runPowerTool("-s");
 }
 
 void SettingsApp::on_actionReboot_triggered()
 {
     if (confirmed(tr("Device reboot"), tr("Reboot device?")))
-        ToolRun::start(DeviceTools::reboot());
+        runPowerTool("-r");
 }
 
 void SettingsApp::on_actionSleep_triggered()
 {
-    ToolRun::start(DeviceTools::sleep());
+    runPowerTool("-S");
 }
 
 void SettingsApp::closeEvent(QCloseEvent *event)

@@ -8,7 +8,6 @@
 #include "services/connecttarget.h"
 #include "launcher/sessionlauncher.h"
 #include "launcher/updatelauncher.h"
-#include "management/devicestatus.h"
 #include "update/terminalservermodule.h"
 #include "update/updatemodule.h"
 
@@ -159,8 +158,7 @@ private:
     bool confirmed(const QString &title, const QString &message);
 
     std::unique_ptr<Ui::SettingsApp> m_ui;
-    DeviceStatus m_status;
-    TerminalServerModule m_endpoint{m_status};
+    TerminalServerModule m_endpoint;
     UpdateModule m_update;
     SessionLauncher m_launcher;
     std::unique_ptr<DeviceAgent> m_agent;

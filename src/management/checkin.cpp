@@ -8,8 +8,9 @@
 #include <QJsonDocument>
 #include <QVariantMap>
 
-QByteArray CheckInDocument::text(const QString &serial, const JSONStatus &status)
+QByteArray CheckInDocument::text(const QString &serial)
 {
+    const JSONStatus status;
     const QVariantMap firmware{{QStringLiteral("firmwareVer"), status.getFWVersion()},
                                {QStringLiteral("receiverVer"), QStringLiteral("2.0.0")},
                                {QStringLiteral("configVer"), status.getConfigVersion()}};

@@ -6,12 +6,10 @@
 #include <QByteArray>
 #include <QString>
 
-class JSONStatus;
-
 /// The document that describes the device to a management server.
 namespace CheckInDocument {
 
-/// As JSON text.
-QByteArray text(const QString &serial, const JSONStatus &status);
+/// Reads the current values from the device and its tools; returns JSON text.
+QByteArray text(const QString &serial);
 
 } // namespace CheckInDocument

@@ -5,7 +5,9 @@
 
 #include "config/jsonmodule.h"
 #include "config/keys.h"
+#include "device/commands.h"
 #include "device/identity.h"
+#include "device/networkcontroller.h"
 #include "device/paths.h"
 
 #include <QFile>
@@ -34,12 +36,12 @@ QString typeOf(const NetworkProperty &interface)
 
 } // namespace
 
-JSONStatus::JSONStatus(const InterfaceFacts &interfaces)
+JSONStatus::JSONStatus()
 {
     ReadFWVersion();
     GetDeviceSN();
     GetDataFromConfig();
-    GetNetworkStatus(interfaces);
+    GetNetworkStatus();
     GetConnectionStatus();
     CreateBaseJSON();
 }
@@ -72,10 +74,14 @@ void JSONStatus::GetDataFromConfig()
     m_configVersion = root.value(Key::firmwareInfo).toObject().value(Key::configurationVersion).toInt();
 }
 
-void JSONStatus::GetNetworkStatus(const InterfaceFacts &interfaces)
+void JSONStatus::GetNetworkStatus()
 {
-    const NetworkProperty &wired = interfaces.wired;
-    const NetworkProperty &wireless = interfaces.wireless;
+    NetworkController controller;
+    controller.limitQueries(Commands::timeLimitMs);
+    NetworkProperty wired;
+    NetworkProperty wireless;
+    controller.getNetworkByInterface(QStringLiteral("eth0"), wired);
+    controller.getNetworkByInterface(QStringLiteral("wlan0"), wireless);
     m_wiredIp = known(wired.ip());
     m_wiredMac = wired.mac();
     m_wirelessIp = known(wireless.ip());

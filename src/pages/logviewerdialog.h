@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include "config/supportarchive.h"
-
 #include <QDialog>
 #include <QTimer>
 
@@ -42,7 +40,6 @@ private:
     void showCurrentLine();
     void saveArchive();
     void writeArchive(const QString &folder, const QString &stick);
-    void showSaved(const SupportArchive::Result &result, const QString &stick);
     void showStatus(const QString &text);
 
     std::unique_ptr<Ui::LogViewerDialog> m_ui;

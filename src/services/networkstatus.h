@@ -3,47 +3,35 @@
 
 #pragma once
 
-#include <QObject>
-#include <QString>
-#include <QTimer>
+#include "services/wiredlink.h"
+#include "services/wirelesslink.h"
 
 class JsonModule;
-class NetworkController;
-class NetworkProperty;
 
-/// Watches the wired and the wireless link and says what the screen should show of them.
+/// The wired and the wireless link, and what the screen should show of them.
 ///
-/// Two small state machines, one a link, are driven by three timers, by the outcome of joining a Wi-Fi
-/// network and by the messages of the device's scripts. The queries block, as `NetworkController` says.
+/// Two small state machines, one a link, are driven by timers, by the outcome of joining a Wi-Fi network, by
+/// the messages of the device's scripts and by what the settings put in force. Nothing here waits for a tool.
 class NetworkStatus : public QObject
 {
     Q_OBJECT
 
 public:
-    enum class Link {
-        Present = 1,   ///< "link": a cable or an access point, no usable address yet
-        Connected = 2, ///< "connected"
-        Absent = 3,    ///< "no link"
-    };
-
-    static constexpr int pollMs = 5000;
-    static constexpr int firstCableCheckMs = 3000;
-    static constexpr int cableWatchMs = 5000;
-    static constexpr int reconnectMs = 3000;
+    using Link = LinkState;
 
     NetworkStatus(NetworkController &network, JsonModule &configuration, QObject *parent = nullptr);
 
     Link wiredState() const;
     Link wirelessState() const;
+    /// Whether "eth0" or "wlan0" is connected, by what is known of it now.
+    bool isConnected(const QString &interface) const;
 
-    /// Reads both links at start.
+    /// Reads both links at start, when the document is there.
     void initNetworkStatus();
-    /// Once at start, after `initNetworkStatus`: without a cable it begins to wait for one.
-    void checkPluggedEthernet();
-    /// Once at start: the indicators of the enabled interfaces.
-    void initNetworkIcons();
     /// What a device script says of a link: "eth0" or "wlan0", and "link", "connected" or "no link".
     void takeMessage(const QString &interface, const QString &message);
+    /// For tests that have no seconds to spare: all timers.
+    void setInterval(int milliseconds);
 
     /// Says again what was said last of the addresses and the indicators: for a screen that was not there.
     void sayAgain();
@@ -78,25 +66,10 @@ signals:
     void wifiTurnedOff();
     /// Servers may be reachable again, or no longer.
     void serverGroupsAffected();
-    /// The screen does not answer meanwhile.
-    void busy(bool busy);
 
 private:
     bool isEnabled(QLatin1String interface) const;
-    void applyWired(const QString &word);
-    void applyWireless(const QString &word);
-    void takeWiredMessage(const QString &message);
-    void takeWirelessMessage(const QString &message);
-    NetworkProperty readWireless();
-    void showWireless(const NetworkProperty &property);
-    void showWirelessAbsent();
-    /// False when the interface has no address after all.
-    bool showWiredConnected();
-    void cablePresent();
-    void showCable();
-    void cableAbsent();
-    void takeAddressOff();
-    void putAddressBack();
+    void passOn();
     void remember();
 
     struct Address
@@ -105,25 +78,13 @@ private:
         bool enabled = false;
     };
 
-    NetworkController &m_network;
     JsonModule &m_configuration;
-    QTimer m_statusTimer;
-    QTimer m_cableWatchTimer;
-    QTimer m_reconnectTimer;
-    Link m_wiredState = Link::Absent;
-    Link m_wirelessState = Link::Absent;
+    WiredLink m_wired;
+    WirelessLink m_wireless;
 
     // What was said last.
     Address m_ethernetAddress;
     Address m_wifiAddress;
-    QString m_ethernetIndicator;
-    QString m_wifiIndicator;
-
-    // While the cable is out its address is off the interface, so that nothing keeps routing through a dead
-    // link.
-    QString m_configuredIpAddress;
-    QString m_configuredBroadcastAddress;
-    int m_configuredPrefix = 0;
-    bool m_pluggedCorrect = false; ///< the address has been taken off
-    bool m_checkGroupList = false; ///< the launcher's list is due for a refresh when the cable is back
+    QString m_ethernetIndicator = LinkImage::red;
+    QString m_wifiIndicator = LinkImage::red;
 };

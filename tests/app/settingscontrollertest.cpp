@@ -174,7 +174,7 @@ private slots:
         const auto wiredShows = [&program](const char *colour) {
             return program.part<QLabel>("wiredStatusLabel")->styleSheet().contains(colour);
         };
-        QVERIFY(wiredShows("red"));
+        QTRY_VERIFY_WITH_TIMEOUT(wiredShows("red"), patienceMs);
         m_device->setState("cable", "plugged");
         m_device->setState("wireless-address", "10.77.1.10");
         const QString connected = "kt-network-config connect-ethernet A";

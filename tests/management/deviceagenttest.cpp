@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "management/deviceagent.h"
-#include "management/devicestatus.h"
 
 #include "device/log.h"
 #include "lab-peers/qmdserver.h"
@@ -25,7 +24,6 @@ const QByteArray configuration = R"({"general settings": {"device name": "Ward 3
 class Agent : public DeviceAgent
 {
 public:
-    using DeviceAgent::DeviceAgent;
     int replies() { return manager().findChildren<QNetworkReply *>().size(); }
 };
 
@@ -171,7 +169,7 @@ private:
         QVERIFY2(m_server->start(QHostAddress::LocalHost, 0), qPrintable(m_server->fault()));
         m_url = QUrl(
             QString("%1://127.0.0.1:%2").arg(encrypted ? "https" : "http").arg(m_server->serverPort()));
-        m_agent = std::make_unique<Agent>(m_status);
+        m_agent = std::make_unique<Agent>();
     }
 
     bool sent(const QString &request, int times = 1) const
@@ -191,7 +189,6 @@ private:
 
     std::unique_ptr<TestDevice> m_device;
     std::unique_ptr<QmdServer> m_server;
-    DeviceStatus m_status;
     std::unique_ptr<Agent> m_agent;
     QUrl m_url;
 };

@@ -5,7 +5,6 @@
 #include "onlyinnamespace.h"
 #include "testdevice.h"
 #include "update/consoleformat.h"
-#include "management/devicestatus.h"
 #include "update/terminalservermodule.h"
 #include "testtable.h"
 
@@ -85,8 +84,7 @@ struct Device
     }
 
     TestDevice device;
-    DeviceStatus status;
-    TerminalServerModule endpoint{status};
+    TerminalServerModule endpoint;
     int result;
     QByteArrayList asked;
 };
