@@ -7,6 +7,7 @@
 #include "figures.h"
 
 #include "management/deviceagent.h"
+#include "management/devicestatus.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -87,7 +88,8 @@ int openSockets()
 struct Month
 {
     Server server;
-    DeviceAgent agent;
+    DeviceStatus status;
+    DeviceAgent agent(status);
     int answered = 0;
     int mostSockets = 0;
 

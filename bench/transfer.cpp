@@ -13,6 +13,7 @@
 
 #include "blockloop.h"
 #include "update/firmwareimage.h"
+#include "management/devicestatus.h"
 #include "update/terminalservermodule.h"
 #include "update/udpfilemodule.h"
 #include "update/urlfilemodule.h"
@@ -36,7 +37,8 @@ void finish(bool succeeded)
 
 int fetchFromServer(const QString &address, const QString &name)
 {
-    TerminalServerModule endpoint;
+    DeviceStatus status;
+    TerminalServerModule endpoint(status);
     UdpFileModule transfer;
     qint64 asked = -1;
     QObject::connect(&transfer, &UdpFileModule::ask_WantUdpFileData, &endpoint,

@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QSysInfo>
 #include <QTemporaryDir>
@@ -65,16 +66,16 @@ QString stage(const QDir &folder, const QVector<LogEntry> &log, const QJsonObjec
 /// The archive of the files in the folder; empty if it could not be made.
 QByteArray pack(const QDir &folder)
 {
-    // A query returns the output but no status.
-    const QString script = QStringLiteral("cd \"$1\" && shift && tar -czf \"$@\" && echo made");
-    QStringList arguments{QStringLiteral("-c"), script, QStringLiteral("sh"), folder.path(),
-                          QLatin1String(archiveName)};
-    arguments += memberNames;
+    QProcess tar;
+    tar.setWorkingDirectory(folder.path());
+    tar.setProcessEnvironment(Commands::environment());
+    tar.setStandardInputFile(QProcess::nullDevice());
+    tar.start(Paths::program(QStringLiteral("tar")),
+              QStringList{QStringLiteral("-czf"), QLatin1String(archiveName)} + memberNames);
     QFile archive(folder.filePath(QLatin1String(archiveName)));
-    if (Commands::query(QStringLiteral("sh"), arguments, Commands::timeLimitMs) != "made\n"
-        || !archive.open(QIODevice::ReadOnly))
-        return QByteArray();
-    return archive.readAll();
+    const bool made = tar.waitForFinished(Commands::timeLimitMs) && tar.exitStatus() == QProcess::NormalExit
+        && tar.exitCode() == 0;
+    return made && archive.open(QIODevice::ReadOnly) ? archive.readAll() : QByteArray();
 }
 
 } // namespace

@@ -21,7 +21,8 @@ struct Result
 /// The name of the archive for a device and a time.
 QString fileName(const QString &deviceName, const QDateTime &time);
 
-/// Writes the archive into a folder. When this returns, the complete archive is on the medium, or nothing.
+/// Writes the archive into a folder, where it is on the medium when this returns, or nothing at all. A slow
+/// medium takes its time: this is for a thread that may wait.
 Result save(const QString &folder, const QVector<LogEntry> &log, const QJsonObject &document);
 
 } // namespace SupportArchive

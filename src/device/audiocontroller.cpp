@@ -3,14 +3,17 @@
 
 #include "device/audiocontroller.h"
 
+#include "device/devicetools.h"
 #include "device/diagnostics.h"
 
 #include <QLoggingCategory>
 
 #include <alsa/asoundlib.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 Q_LOGGING_CATEGORY(lcAudio, "kt.device.audio")
 
@@ -19,6 +22,7 @@ namespace {
 /// Higher than the kernel's own limits.
 constexpr int cardLimit = 64;
 constexpr int deviceLimit = 256;
+const QString hdmi = QStringLiteral("HDMI");
 
 struct Deleter
 {
@@ -83,6 +87,11 @@ bool probe(snd_ctl_t *control, snd_pcm_info_t *info, int card, snd_pcm_stream_t 
     return error >= 0;
 }
 
+bool isHdmi(const AudioDevice &device)
+{
+    return device.devType() == hdmi;
+}
+
 AudioDevice::AUDIO_TYPE typeOf(bool plays, bool records)
 {
     if (plays)
@@ -94,7 +103,6 @@ AudioDevice::AUDIO_TYPE typeOf(bool plays, bool records)
 
 AudioController::AudioController(QObject *parent)
     : QObject(parent)
-    , m_firmware(QStringLiteral("tvservice"))
 { }
 
 const QList<AudioDevice> &AudioController::devices() const
@@ -102,18 +110,37 @@ const QList<AudioDevice> &AudioController::devices() const
     return m_devices;
 }
 
-bool AudioController::checkHDMIAudioAvailable()
+void AudioController::checkHDMIAudioAvailable(const std::function<void(bool)> &done)
 {
-    return !m_firmware.ask({QStringLiteral("-a")}).isEmpty();
+    ToolRun::start(DeviceTools::hdmiAudio(), this,
+                   [done](const ToolResult &result) { done(!result.output.isEmpty()); });
 }
 
 void AudioController::readDevices()
 {
-    m_devices.clear();
-    m_hdmiAvailable.reset();
+    if (m_reading) {
+        m_readAgain = true;
+        return;
+    }
+    m_reading = true;
+    m_found.clear();
     hwDeviceList();
+    if (std::any_of(m_found.cbegin(), m_found.cend(), isHdmi))
+        checkHDMIAudioAvailable([this](bool available) { finishReading(available); });
+    else
+        finishReading(false);
+}
+
+void AudioController::finishReading(bool withHdmi)
+{
+    if (!withHdmi)
+        m_found.erase(std::remove_if(m_found.begin(), m_found.end(), isHdmi), m_found.end());
+    m_devices = m_found;
+    m_reading = false;
     qCInfo(lcAudio) << m_devices.size() << "sound devices";
     emit sendAudioDevices(m_devices);
+    if (std::exchange(m_readAgain, false))
+        readDevices();
 }
 
 void AudioController::hwDeviceList()
@@ -165,16 +192,12 @@ void AudioController::addCard(const QString &name, const QString &longname, int 
     if (pcmName == QLatin1String("bcm2835 ALSA")) {
         shown = devType = QStringLiteral("Analog");
     } else if (pcmName == QLatin1String("bcm2835 IEC958/HDMI")) {
-        if (!m_hdmiAvailable)
-            m_hdmiAvailable = checkHDMIAudioAvailable();
-        if (!*m_hdmiAvailable)
-            return;
-        shown = devType = QStringLiteral("HDMI");
+        shown = devType = hdmi;
     } else if (pcmName == QLatin1String("USB Audio")) {
         devType = QStringLiteral("USB");
     } else if (name == QLatin1String("Bluetooth")) {
         devType = name;
     }
     const QString number = QStringLiteral("%1,%2").arg(card).arg(device);
-    m_devices += AudioDevice(shown.isEmpty() ? number : shown, longname, number, type, devType);
+    m_found += AudioDevice(shown.isEmpty() ? number : shown, longname, number, type, devType);
 }

@@ -4,11 +4,10 @@
 #pragma once
 
 #include "device/audiodevice.h"
-#include "device/quicktool.h"
 
 #include <QObject>
 
-#include <optional>
+#include <functional>
 
 /// Reads the sound cards through ALSA. Errors of one card are printed; the other cards are still read.
 class AudioController : public QObject
@@ -20,11 +19,12 @@ public:
 
     /// The devices as last read.
     const QList<AudioDevice> &devices() const;
-    /// Queries the board's firmware.
-    bool checkHDMIAudioAvailable();
+    /// Asks the board's firmware whether the monitor takes sound, and calls `done` from the event loop.
+    void checkHDMIAudioAvailable(const std::function<void(bool)> &done);
 
 public slots:
-    /// Reads the devices again and emits them.
+    /// Reads the devices anew and passes them on, when the firmware has told of HDMI where there is such a
+    /// device. Asked for during a reading, it follows that one.
     void readDevices();
 
 signals:
@@ -36,7 +36,10 @@ private:
     void addCard(const QString &name, const QString &longname, int card, int device, const QString &pcmName,
                  AudioDevice::AUDIO_TYPE type);
 
-    QuickTool m_firmware;
+    void finishReading(bool withHdmi);
+
     QList<AudioDevice> m_devices;
-    std::optional<bool> m_hdmiAvailable; ///< read at most once per `readDevices`, for an HDMI device
+    QList<AudioDevice> m_found; ///< by the reading under way
+    bool m_reading = false;
+    bool m_readAgain = false;
 };

@@ -10,7 +10,7 @@
 #include "launcher/windowsettings.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
-#include "device/commands.h"
+#include "device/devicetools.h"
 #include "management/deviceagent.h"
 #include "widgets/generaldialog.h"
 
@@ -37,11 +37,6 @@ SettingsApp::ClientMode modeOf(const QString &word)
     if (word == QLatin1String("solva"))
         return SettingsApp::ClientMode::Solva;
     return word == QLatin1String("rdp") ? SettingsApp::ClientMode::Rdp : SettingsApp::ClientMode::Corvid;
-}
-
-void runPowerTool(const char *option)
-{
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-lulling"), QLatin1String(option)));
 }
 
 } // namespace
@@ -267,7 +262,7 @@ SessionLauncher &SettingsApp::sessionLauncher()
 DeviceAgent &SettingsApp::deviceAgent()
 {
     if (!m_agent) {
-        m_agent = std::make_unique<DeviceAgent>();
+        m_agent = std::make_unique<DeviceAgent>(m_status);
         ManagementActions::connectTo(m_agent->dispatcher(), *this);
     }
     return *m_agent;
@@ -547,7 +542,7 @@ void SettingsApp::checkResetPossible(int *result) const
 
 void SettingsApp::resetDevice()
 {
-    runPowerTool("-r");
+    ToolRun::start(DeviceTools::reboot());
 }
 
 void SettingsApp::updateFirmware()
@@ -587,18 +582,18 @@ bool SettingsApp::confirmed(const QString &title, const QString &message)
 void SettingsApp::on_actionShutdown_triggered()
 {
     if (confirmed(tr("Device shutdown"), tr("Shutdown device?")))
-        runPowerTool("-s");
+        ToolRun::start(DeviceTools::shutDown());
 }
 
 void SettingsApp::on_actionReboot_triggered()
 {
     if (confirmed(tr("Device reboot"), tr("Reboot device?")))
-        runPowerTool("-r");
+        ToolRun::start(DeviceTools::reboot());
 }
 
 void SettingsApp::on_actionSleep_triggered()
 {
-    runPowerTool("-S");
+    ToolRun::start(DeviceTools::sleep());
 }
 
 void SettingsApp::closeEvent(QCloseEvent *event)

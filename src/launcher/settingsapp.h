@@ -8,6 +8,7 @@
 #include "services/connecttarget.h"
 #include "launcher/sessionlauncher.h"
 #include "launcher/updatelauncher.h"
+#include "management/devicestatus.h"
 #include "update/terminalservermodule.h"
 #include "update/updatemodule.h"
 
@@ -158,7 +159,8 @@ private:
     bool confirmed(const QString &title, const QString &message);
 
     std::unique_ptr<Ui::SettingsApp> m_ui;
-    TerminalServerModule m_endpoint;
+    DeviceStatus m_status;
+    TerminalServerModule m_endpoint{m_status};
     UpdateModule m_update;
     SessionLauncher m_launcher;
     std::unique_ptr<DeviceAgent> m_agent;

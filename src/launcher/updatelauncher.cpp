@@ -5,7 +5,7 @@
 
 #include "launcher/updatepage.h"
 #include "config/keys.h"
-#include "device/commands.h"
+#include "device/devicetools.h"
 #include "device/identity.h"
 #include "update/updatemodule.h"
 
@@ -168,7 +168,7 @@ void UpdateLauncher::runInstaller()
 {
     qCInfo(lcUpdateLauncher) << "start the installer";
     m_installerTimer.start();
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/update-ui")));
+    ToolRun::start(DeviceTools::installFirmware());
 }
 
 void UpdateLauncher::leave()

@@ -8,9 +8,8 @@
 #include <QJsonDocument>
 #include <QVariantMap>
 
-QByteArray CheckInDocument::text(const QString &serial)
+QByteArray CheckInDocument::text(const QString &serial, const JSONStatus &status)
 {
-    const JSONStatus status;
     const QVariantMap firmware{{QStringLiteral("firmwareVer"), status.getFWVersion()},
                                {QStringLiteral("receiverVer"), QStringLiteral("2.0.0")},
                                {QStringLiteral("configVer"), status.getConfigVersion()}};

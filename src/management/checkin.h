@@ -6,10 +6,12 @@
 #include <QByteArray>
 #include <QString>
 
+class JSONStatus;
+
 /// The document that describes the device to a management server.
 namespace CheckInDocument {
 
-/// Reads the current values from the device and its tools; returns JSON text.
-QByteArray text(const QString &serial);
+/// As JSON text.
+QByteArray text(const QString &serial, const JSONStatus &status);
 
 } // namespace CheckInDocument

@@ -5,15 +5,19 @@
 
 #include "device/diagnostics.h"
 #include "management/checkin.h"
+#include "management/devicestatus.h"
 
 #include <QTimerEvent>
+
+#include <utility>
 
 namespace {
 const QString devices = QStringLiteral("/qmd/api/da/v1/devices/");
 }
 
-DeviceAgent::DeviceAgent(QObject *parent)
+DeviceAgent::DeviceAgent(DeviceStatus &status, QObject *parent)
     : RestClient(parent)
+    , m_status(status)
 {
     connect(&dispatcher(), &MessageDispatcher::getConfiguration, this, &DeviceAgent::getConfiguration);
     connect(&dispatcher(), &MessageDispatcher::getProfile, this, &DeviceAgent::getProfile);
@@ -71,8 +75,21 @@ void DeviceAgent::checkIn()
 {
     abort(CheckIn);
     // Without a server, the device's tools need not be queried.
-    if (m_enabled && isSupported(m_baseUrl))
-        m_replies[CheckIn] = PUT(m_baseUrl, CheckInDocument::text(m_serial));
+    if (!m_enabled || !isSupported(m_baseUrl))
+        return sendCheckIn(QByteArray());
+    if (m_gathering)
+        return;
+    m_gathering = true;
+    m_status.request(this, [this](const JSONStatus &status) {
+        if (std::exchange(m_gathering, false))
+            sendCheckIn(CheckInDocument::text(m_serial, status));
+    });
+}
+
+void DeviceAgent::sendCheckIn(const QByteArray &document)
+{
+    if (!document.isEmpty())
+        m_replies[CheckIn] = PUT(m_baseUrl, document);
     putConfiguration();
     if (m_heartbeatTimer == 0)
         m_heartbeatTimer = startTimer(heartbeatMs, Qt::CoarseTimer);
@@ -122,7 +139,7 @@ void DeviceAgent::fetch(Kind kind, const char *name)
 
 bool DeviceAgent::isBusy() const
 {
-    bool busy = false;
+    bool busy = m_gathering;
     for (int kind = 0; kind < KindCount; ++kind)
         busy = busy || isPending(static_cast<Kind>(kind));
     return busy;
@@ -157,6 +174,7 @@ void DeviceAgent::stop()
     if (m_heartbeatTimer != 0)
         killTimer(m_heartbeatTimer);
     m_heartbeatTimer = 0;
+    m_gathering = false;
     m_repeat.fill(false);
     for (int kind = 0; kind < KindCount; ++kind)
         abort(static_cast<Kind>(kind));

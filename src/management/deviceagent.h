@@ -11,6 +11,8 @@
 
 #include <array>
 
+class DeviceStatus;
+
 /// Reports this device to a management server: checks in, sends heartbeats and the configuration, and fetches
 /// documents on the server's request. docs/management-protocol.md describes the resources.
 ///
@@ -23,7 +25,8 @@ class DeviceAgent : public RestClient
 public:
     static constexpr int heartbeatMs = 30000;
 
-    explicit DeviceAgent(QObject *parent = nullptr);
+    /// `status` outlives the agent.
+    explicit DeviceAgent(DeviceStatus &status, QObject *parent = nullptr);
 
     void setURL(const QUrl &url);
     void setDeviceSerial(const QString &serial);
@@ -35,7 +38,7 @@ public:
     /// After a relevant change, checks in again, or stops if communication is disabled. Returns whether it
     /// has checked in.
     bool initConnection();
-    /// Sends the device's description, which queries the device's tools, and starts the heartbeat.
+    /// Sends the device's description, once the device's tools have replied, and starts the heartbeat.
     void checkIn();
     /// Aborts the previous heartbeat if it has no reply yet.
     void heartbeat();
@@ -54,12 +57,15 @@ protected:
 private:
     enum Kind { CheckIn, Heartbeat, Upload, Configuration, Profile, KindCount };
 
+    void sendCheckIn(const QByteArray &document);
     void fetch(Kind kind, const char *name);
     QUrl resource(const char *name) const;
     bool isPending(Kind kind) const;
     void abort(Kind kind);
     void stop();
 
+    DeviceStatus &m_status;
+    bool m_gathering = false; ///< the description is awaited
     QUrl m_baseUrl; ///< with the path of this device once connected
     int m_heartbeatTimer = 0;
     QString m_serial;

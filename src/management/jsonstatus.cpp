@@ -5,9 +5,7 @@
 
 #include "config/jsonmodule.h"
 #include "config/keys.h"
-#include "device/commands.h"
 #include "device/identity.h"
-#include "device/networkcontroller.h"
 #include "device/paths.h"
 
 #include <QFile>
@@ -36,12 +34,12 @@ QString typeOf(const NetworkProperty &interface)
 
 } // namespace
 
-JSONStatus::JSONStatus()
+JSONStatus::JSONStatus(const InterfaceFacts &interfaces)
 {
     ReadFWVersion();
     GetDeviceSN();
     GetDataFromConfig();
-    GetNetworkStatus();
+    GetNetworkStatus(interfaces);
     GetConnectionStatus();
     CreateBaseJSON();
 }
@@ -74,14 +72,10 @@ void JSONStatus::GetDataFromConfig()
     m_configVersion = root.value(Key::firmwareInfo).toObject().value(Key::configurationVersion).toInt();
 }
 
-void JSONStatus::GetNetworkStatus()
+void JSONStatus::GetNetworkStatus(const InterfaceFacts &interfaces)
 {
-    NetworkController controller;
-    controller.limitQueries(Commands::timeLimitMs);
-    NetworkProperty wired;
-    NetworkProperty wireless;
-    controller.getNetworkByInterface(QStringLiteral("eth0"), wired);
-    controller.getNetworkByInterface(QStringLiteral("wlan0"), wireless);
+    const NetworkProperty &wired = interfaces.wired;
+    const NetworkProperty &wireless = interfaces.wireless;
     m_wiredIp = known(wired.ip());
     m_wiredMac = wired.mac();
     m_wirelessIp = known(wireless.ip());

@@ -10,17 +10,22 @@
 #include <QString>
 #include <QStringList>
 
-/// What the device tells of itself, gathered when the object is made: firmware, identity, the interface in
-/// use, whether a session runs. What cannot be read keeps its starting value.
+/// What the network tools say of the two interfaces.
+struct InterfaceFacts
+{
+    NetworkProperty wired;
+    NetworkProperty wireless;
+};
+
+/// What the device tells of itself when the object is made: firmware, identity, the interface in use, whether
+/// a session runs. What cannot be read keeps its starting value.
 ///
 /// Of two interfaces with an address the report shows the wired one, of none too; mask and gateway are those
 /// of the interface that is shown.
 class JSONStatus
 {
 public:
-    /// Asks the network's tools and waits for all of them together no longer than for any one,
-    /// `Commands::timeLimitMs`.
-    JSONStatus();
+    explicit JSONStatus(const InterfaceFacts &interfaces);
 
     /// The report as compact JSON text.
     QByteArray get() const;
@@ -44,7 +49,7 @@ private:
     void ReadFWVersion();
     void GetDeviceSN();
     void GetDataFromConfig();
-    void GetNetworkStatus();
+    void GetNetworkStatus(const InterfaceFacts &interfaces);
     void GetConnectionStatus();
     void CreateBaseJSON();
     bool isWired() const;

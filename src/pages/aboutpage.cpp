@@ -4,7 +4,7 @@
 #include "pages/aboutpage.h"
 
 #include "config/keys.h"
-#include "device/commands.h"
+#include "device/devicetools.h"
 #include "device/identity.h"
 #include "device/networkcontroller.h"
 
@@ -93,22 +93,29 @@ void AboutPage::load(const QJsonObject &root)
     setFact("modelLabel", orUnknown(info.value(Key::deviceModel).toString()));
     setFact("familyLabel", orUnknown(info.value(Key::deviceFamily).toString()));
     setFact("serialLabel", orUnknown(Identity::serialNumber()));
-    setFact("hostNameLabel",
-            orUnknown(QString::fromLocal8Bit(Commands::query(QStringLiteral("hostname"), {})).trimmed()));
     setFact("firmwareVersionLabel", firmware.version);
     setFact("firmwareNameLabel", orUnknown(firmware.name));
     setFact("configurationVersionLabel", QString::number(info.value(Key::configurationVersion).toInt()));
-    showInterface(QStringLiteral("eth0"), "ethernetAddressLabel", "ethernetMacLabel");
-    showInterface(QStringLiteral("wlan0"), "wifiAddressLabel", "wifiMacLabel");
     setFact("uptimeLabel", uptime());
+    askHostName();
+    askInterface(QStringLiteral("eth0"), "ethernetAddressLabel", "ethernetMacLabel");
+    askInterface(QStringLiteral("wlan0"), "wifiAddressLabel", "wifiMacLabel");
 }
 
-void AboutPage::showInterface(const QString &interface, const char *address, const char *mac)
+void AboutPage::askHostName()
 {
-    NetworkProperty property;
-    m_network.getNetworkByInterface(interface, property);
-    setFact(address, property.ip().isEmpty() ? tr("not connected") : property.ip());
-    setFact(mac, property.mac().isEmpty() ? tr("not present") : property.mac());
+    ToolRun::start(DeviceTools::hostName(), this, [this](const ToolResult &result) {
+        setFact("hostNameLabel", orUnknown(QString::fromLocal8Bit(result.output).trimmed()));
+    });
+}
+
+void AboutPage::askInterface(const QString &interface, const char *address, const char *mac)
+{
+    m_network.getNetworkByInterface(
+        interface, this, [this, address, mac](bool, const NetworkProperty &property) {
+            setFact(address, property.ip().isEmpty() ? tr("not connected") : property.ip());
+            setFact(mac, property.mac().isEmpty() ? tr("not present") : property.mac());
+        });
 }
 
 QString AboutPage::uptime()

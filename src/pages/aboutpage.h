@@ -30,7 +30,8 @@ protected:
 private:
     void addFact(const QString &name, const char *objectName);
     void setFact(const char *objectName, const QString &value);
-    void showInterface(const QString &interface, const char *address, const char *mac);
+    void askHostName();
+    void askInterface(const QString &interface, const char *address, const char *mac);
     static QString uptime();
 
     NetworkController &m_network;

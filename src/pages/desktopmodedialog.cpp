@@ -3,7 +3,7 @@
 
 #include "pages/desktopmodedialog.h"
 
-#include "device/commands.h"
+#include "device/devicetools.h"
 #include "pages/administratorpassword.h"
 #include "widgets/generaldialog.h"
 
@@ -28,7 +28,7 @@ bool ask(QWidget *parent, const QJsonObject &root)
         = Texts::tr("Switch this device to its desktop?\n\nThe Raspbian desktop replaces the launcher.");
     if (!GeneralDialog::ask(parent, Texts::tr("Desktop mode"), question))
         return false;
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-switch"), QStringLiteral("-d")));
+    ToolRun::start(DeviceTools::switchToDesktop());
     return true;
 }
 

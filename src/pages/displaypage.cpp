@@ -8,6 +8,8 @@
 
 #include "ui_displaypage.h"
 
+#include <QSignalBlocker>
+
 namespace {
 
 constexpr int defaultTimeout = 20;
@@ -33,29 +35,40 @@ void DisplayPage::discard()
 
 void DisplayPage::load(const QJsonObject &root)
 {
-    getDisplayAvailable();
+    showModes(m_resolutions.resolutions());
     setDisplayTab(root.value(Key::display).toObject());
+    getDisplayAvailable();
 }
 
 void DisplayPage::getDisplayAvailable()
 {
-    m_modes = m_resolutions.getResolutions();
+    m_resolutions.getResolutions(this, [this](const std::vector<Item> &modes) { showModes(modes); });
+    m_resolutions.getActualMode(this, [this](const QString &mode) {
+        m_ui->actualModeLabel->setText(mode.isEmpty() ? QString() : tr("Now: %1").arg(mode.simplified()));
+    });
+}
+
+/// Another list changes no choice, be it stored or made by the user meanwhile.
+void DisplayPage::showModes(const std::vector<Item> &modes)
+{
+    m_modes = modes;
     for (QComboBox *box : {m_ui->primaryResolutionComboBox, m_ui->secondaryResolutionComboBox}) {
+        const QString chosen = box->currentText();
+        const QSignalBlocker quiet(box);
         box->clear();
         for (const Item &mode : m_modes) {
             box->addItem(mode.getValue(ResolutionContainer::Text));
             box->setItemData(box->count() - 1, mode.getValue(ResolutionContainer::Group), Qt::ToolTipRole);
         }
+        select(*box, chosen);
     }
-    const QString actual = m_resolutions.getActualMode();
-    m_ui->actualModeLabel->setText(actual.isEmpty() ? QString() : tr("Now: %1").arg(actual.simplified()));
 }
 
 /// Keeps a stored resolution that the monitor does not offer until the user chooses another.
 void DisplayPage::select(QComboBox &box, const QString &stored) const
 {
     const QString wanted = stored.isEmpty() ? ResolutionContainer::automatic : stored;
-    const int row = m_resolutions.getCurrentPrimaryResolution(wanted);
+    const int row = ResolutionContainer::rowIn(m_modes, wanted);
     if (row < 0)
         box.addItem(wanted);
     box.setCurrentIndex(row < 0 ? box.count() - 1 : row);
@@ -114,8 +127,9 @@ void DisplayPage::saveDisplayTab(QJsonObject &display) const
 
 void DisplayPage::runTools(const QJsonObject &)
 {
-    const auto row = static_cast<std::size_t>(m_ui->primaryResolutionComboBox->currentIndex());
-    m_resolutions.setPrimaryResolution(row < m_modes.size() ? &m_modes.at(row) : nullptr);
+    if (const auto call
+        = ResolutionContainer::callFor(m_modes, m_ui->primaryResolutionComboBox->currentText()))
+        Commands::runShell(call->commandLine);
     Commands::runShell(
         Commands::line(QStringLiteral("/etc/init.d/kt964-sleep"), QStringLiteral("restart"), true));
 }

@@ -37,8 +37,9 @@ protected:
     void runTools(const QJsonObject &root) override;
 
 private:
-    /// Fills the boxes with the monitor's modes.
+    /// Asks what the monitor offers and which mode is set, and shows it when the tools have replied.
     void getDisplayAvailable();
+    void showModes(const std::vector<Item> &modes);
     void setDisplayTab(const QJsonObject &display);
     void saveDisplayTab(QJsonObject &display) const;
     void select(QComboBox &box, const QString &stored) const;

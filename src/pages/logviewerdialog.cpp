@@ -4,7 +4,6 @@
 #include "pages/logviewerdialog.h"
 
 #include "config/jsonmodule.h"
-#include "config/supportarchive.h"
 #include "device/usbsticks.h"
 #include "pages/logfiltermodel.h"
 #include "pages/logmodel.h"
@@ -16,7 +15,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QFutureWatcher>
 #include <QScrollBar>
+#include <QtConcurrent>
 
 #include <algorithm>
 
@@ -27,14 +28,6 @@ constexpr int rowHeight = 24;
 constexpr int timeWidth = 200;
 constexpr int severityWidth = 80;
 constexpr int categoryWidth = 180;
-
-class WaitCursor
-{
-public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    Q_DISABLE_COPY(WaitCursor)
-};
 
 } // namespace
 
@@ -188,15 +181,22 @@ void LogViewerDialog::saveArchive()
 
 void LogViewerDialog::writeArchive(const QString &folder, const QString &stick)
 {
-    SupportArchive::Result result;
-    {
-        const WaitCursor waiting;
-        showStatus(tr("Saving..."));
-        m_ui->statusLabel->repaint();
-        JsonModule document(m_configuration.filePath(), false);
-        document.readContent();
-        result = SupportArchive::save(folder, m_ring.since(0).entries, document.getDocument().object());
-    }
+    showStatus(tr("Saving..."));
+    m_ui->saveButton->setEnabled(false);
+    JsonModule document(m_configuration.filePath(), false);
+    document.readContent();
+    auto *saving = new QFutureWatcher<SupportArchive::Result>(this);
+    connect(saving, &QFutureWatcherBase::finished, this, [this, saving, stick] {
+        saving->deleteLater();
+        m_ui->saveButton->setEnabled(true);
+        showSaved(saving->result(), stick);
+    });
+    saving->setFuture(QtConcurrent::run(SupportArchive::save, folder, m_ring.since(0).entries,
+                                        document.getDocument().object()));
+}
+
+void LogViewerDialog::showSaved(const SupportArchive::Result &result, const QString &stick)
+{
     showStatus(result.error.isEmpty() ? tr("Saved on USB stick \"%1\" as %2.").arg(stick, result.fileName)
                                       : QString());
     if (!result.error.isEmpty())

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "config/supportarchive.h"
+
 #include <QDialog>
 #include <QTimer>
 
@@ -40,6 +42,7 @@ private:
     void showCurrentLine();
     void saveArchive();
     void writeArchive(const QString &folder, const QString &stick);
+    void showSaved(const SupportArchive::Result &result, const QString &stick);
     void showStatus(const QString &text);
 
     std::unique_ptr<Ui::LogViewerDialog> m_ui;

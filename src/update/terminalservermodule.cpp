@@ -5,7 +5,7 @@
 
 #include "config/jsontext.h"
 #include "device/diagnostics.h"
-#include "management/jsonstatus.h"
+#include "management/devicestatus.h"
 #include "update/consoleformat.h"
 #include "update/wireformat.h"
 
@@ -20,12 +20,15 @@ Q_LOGGING_CATEGORY(lcEndpoint, "kt.update.endpoint")
 namespace {
 
 const QString serverPrefix = QStringLiteral("CORVID://");
+/// The tools reply within half a minute; consoles ask again after seconds.
+constexpr int longestInfoQueue = 1000;
 
 } // namespace
 
-TerminalServerModule::TerminalServerModule(QObject *parent)
+TerminalServerModule::TerminalServerModule(DeviceStatus &status, QObject *parent)
     : QObject(parent)
     , m_configuration(QStringLiteral("config.json"), true)
+    , m_status(status)
 {
     m_discoveryWindow.setInterval(discoveryWindowMs);
     connect(this, &TerminalServerModule::hasTsFindReplies, this, &TerminalServerModule::takeTsFindReplies);
@@ -52,7 +55,7 @@ void TerminalServerModule::checkCommand()
     do {
         QByteArray datagram(WireFormat::receiveLimit, '\0');
         const qint64 size
-            = m_socket->readDatagram(datagram.data(), datagram.size(), &m_sender, &m_senderPort);
+            = m_socket->readDatagram(datagram.data(), datagram.size(), &m_sender.address, &m_sender.port);
         if (size < 0) {
             qCCritical(lcEndpoint, "%s: %s", Q_FUNC_INFO, qPrintable(m_socket->errorString()));
             continue;
@@ -65,18 +68,18 @@ void TerminalServerModule::checkCommand()
 void TerminalServerModule::takeDatagram(const QByteArray &datagram)
 {
     if (const auto block = WireFormat::decodeFileBlock(datagram))
-        emit ask_HasUdpFileData({m_sender, block->position, block->total, block->data});
+        emit ask_HasUdpFileData({m_sender.address, block->position, block->total, block->data});
     else if (const auto list = WireFormat::decodeServerList(datagram))
         emit hasTsFindReplies(list->names, list->addresses);
     // Most answers would do as requests: one forged datagram would set two devices to answering each other
     // for good. A device answers from its own port, as a console may ask from it.
-    else if (m_enabled && !(isFromADevicesPort() && ConsoleFormat::isAnswer(datagram)))
+    else if (m_enabled && !(isADevice(m_sender) && ConsoleFormat::isAnswer(datagram)))
         takeCommand(datagram);
 }
 
-bool TerminalServerModule::isFromADevicesPort() const
+bool TerminalServerModule::isADevice(const Peer &peer)
 {
-    return m_senderPort == WireFormat::devicePort;
+    return peer.port == WireFormat::devicePort;
 }
 
 void TerminalServerModule::takeCommand(const QByteArray &request)
@@ -105,13 +108,22 @@ void TerminalServerModule::enableComunication(bool enabled)
     m_enabled = enabled;
 }
 
+/// The reply waits for the device's tools; other requests are answered meanwhile.
 void TerminalServerModule::replyDeviceInfo(const QByteArray &request)
 {
     Diagnostics::print(QStringLiteral("GET INFO"));
-    const JSONStatus status;
-    reply(ConsoleFormat::deviceInfoReply(
-              {ConsoleFormat::decodeRequest(request).version, status.getSerialNumber(), status.get()}),
-          Q_FUNC_INFO);
+    if (m_awaitingInfo >= longestInfoQueue) {
+        qCWarning(lcEndpoint) << "too many consoles ask for the status at a time";
+        return;
+    }
+    ++m_awaitingInfo;
+    const Peer console = m_sender;
+    const quint16 version = ConsoleFormat::decodeRequest(request).version;
+    m_status.request(this, [this, console, version](const JSONStatus &status) {
+        --m_awaitingInfo;
+        replyTo(console, ConsoleFormat::deviceInfoReply({version, status.getSerialNumber(), status.get()}),
+                "replyDeviceInfo");
+    });
 }
 
 void TerminalServerModule::resetDevice(const QByteArray &request)
@@ -169,9 +181,14 @@ void TerminalServerModule::setJSONPartialConfiguration(const QByteArray &request
 
 void TerminalServerModule::reply(const QByteArray &datagram, const char *operation)
 {
-    if (isFromADevicesPort() && !ConsoleFormat::isAnswer(datagram))
+    replyTo(m_sender, datagram, operation);
+}
+
+void TerminalServerModule::replyTo(const Peer &peer, const QByteArray &datagram, const char *operation)
+{
+    if (isADevice(peer) && !ConsoleFormat::isAnswer(datagram))
         return; // another device would take it for a request
-    if (m_socket->writeDatagram(datagram, m_sender, m_senderPort) != datagram.size())
+    if (m_socket->writeDatagram(datagram, peer.address, peer.port) != datagram.size())
         qCCritical(lcEndpoint, "%s: %s", operation, qPrintable(m_socket->errorString()));
 }
 

@@ -15,6 +15,7 @@
 #include <QStringList>
 #include <QTimer>
 
+class DeviceStatus;
 class QUdpSocket;
 
 /// The device's one UDP endpoint.
@@ -33,7 +34,8 @@ public:
     static constexpr int discoveryWindowMs = 1000;
     static constexpr int turnMs = 20;
 
-    explicit TerminalServerModule(QObject *parent = nullptr);
+    /// `status` outlives the endpoint.
+    explicit TerminalServerModule(DeviceStatus &status, QObject *parent = nullptr);
 
     /// Fills what it is given a pointer for from the addresses of this machine that are IPv4 and not
     /// loopback: the first such address, its netmask and hardware address, and all broadcast addresses.
@@ -72,8 +74,14 @@ signals:
     void applyConfig();
 
 private:
+    struct Peer
+    {
+        QHostAddress address;
+        quint16 port = 0;
+    };
+
     void takeDatagram(const QByteArray &datagram);
-    bool isFromADevicesPort() const;
+    static bool isADevice(const Peer &peer);
     void takeCommand(const QByteArray &request);
     void replyDeviceInfo(const QByteArray &request);
     void resetDevice(const QByteArray &request);
@@ -82,13 +90,15 @@ private:
     void getJSONConfiguration(const QByteArray &request);
     void setJSONPartialConfiguration(const QByteArray &request);
     void reply(const QByteArray &datagram, const char *operation);
+    void replyTo(const Peer &peer, const QByteArray &datagram, const char *operation);
     bool sendToServer(const QByteArray &request, const QHostAddress &server, const char *operation);
 
     JsonModule m_configuration;
     QTimer m_discoveryWindow;
     QUdpSocket *m_socket = nullptr;
     QMap<QString, QHostAddress> m_servers;
-    QHostAddress m_sender; ///< of the datagram that is being handled
-    quint16 m_senderPort = 0;
+    DeviceStatus &m_status;
+    Peer m_sender;          ///< of the datagram that is being handled
+    int m_awaitingInfo = 0; ///< consoles whose request for the status waits for the device's tools
     bool m_enabled = true;
 };

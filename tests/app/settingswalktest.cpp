@@ -181,7 +181,7 @@ private slots:
                     button->click();
             }
             QCOMPARE(answer.titles, QStringList("Desktop mode"));
-            QCOMPARE(m_device->calls(), accept ? QStringList("kt-switch -d") : QStringList());
+            QTRY_COMPARE(m_device->calls("kt-switch"), accept ? QStringList("kt-switch -d") : QStringList());
         }
     }
 
@@ -281,20 +281,23 @@ private slots:
     void setsTheDisplay()
     {
         QFETCH(QString, stored);
+        QFETCH(QString, shown);
         QFETCH(QStringList, calls);
         m_device->store({"display settings"},
                         QJsonObject{{"primary", QJsonObject{{"resolution", stored}, {"orientation", "o"}}}});
         enter();
-        QTEST(part<QComboBox>("primaryResolutionComboBox")->currentText(), "shown");
+        QTRY_COMPARE(part<QComboBox>("primaryResolutionComboBox")->currentText(), shown);
         m_program->window.setDualDisplay(true);
         QVERIFY(!page("DisplayPage")->isChanged());
         m_program->click("bottomRadioButton");
         m_program->click("mirrorCheckBox");
         m_device->forgetCalls();
         apply();
-        calls += {QString("sudo %1 restart").arg(m_device->path("/etc/init.d/kt964-sleep")),
-                  "kt964-sleep restart"};
-        QTRY_COMPARE(m_device->calls().mid(0, calls.size()), calls);
+        QTRY_COMPARE(m_device->calls("kt964-sleep"), QStringList("kt964-sleep restart"));
+        calls += "kt964-sleep restart";
+        const QStringList configuring = m_device->calls().filter(
+            QRegularExpression("^(kt-set-resolution( [A-Z]+ [0-9]+)?|kt964-sleep restart)$"));
+        QCOMPARE(configuring, calls);
         QCOMPARE(m_device->stored({"display settings", "primary", "orientation"}).toString(), "o");
         QString resolution;
         int atLeft = 1;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "management/deviceagent.h"
+#include "management/devicestatus.h"
 
 #include "device/log.h"
 #include "lab-peers/qmdserver.h"
@@ -24,6 +25,7 @@ const QByteArray configuration = R"({"general settings": {"device name": "Ward 3
 class Agent : public DeviceAgent
 {
 public:
+    using DeviceAgent::DeviceAgent;
     int replies() { return manager().findChildren<QNetworkReply *>().size(); }
 };
 
@@ -169,7 +171,7 @@ private:
         QVERIFY2(m_server->start(QHostAddress::LocalHost, 0), qPrintable(m_server->fault()));
         m_url = QUrl(
             QString("%1://127.0.0.1:%2").arg(encrypted ? "https" : "http").arg(m_server->serverPort()));
-        m_agent = std::make_unique<Agent>();
+        m_agent = std::make_unique<Agent>(m_status);
     }
 
     bool sent(const QString &request, int times = 1) const
@@ -189,6 +191,7 @@ private:
 
     std::unique_ptr<TestDevice> m_device;
     std::unique_ptr<QmdServer> m_server;
+    DeviceStatus m_status;
     std::unique_ptr<Agent> m_agent;
     QUrl m_url;
 };

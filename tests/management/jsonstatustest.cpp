@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "management/jsonstatus.h"
+#include "management/devicestatus.h"
 
 #include "testdevice.h"
 #include "testtable.h"
@@ -12,6 +12,7 @@
 #include <QTest>
 
 #include <memory>
+#include <optional>
 
 /// What the device tells of itself, on a device of the test's own.
 class JSONStatusTest : public QObject
@@ -33,7 +34,7 @@ private slots:
     {
         const QByteArray mac = QNetworkInterface::interfaceFromName("eth0").hardwareAddress().toLatin1();
         QCOMPARE(
-            QString::fromUtf8(JSONStatus().get()),
+            QString::fromUtf8(status().get()),
             QString::fromUtf8(
                 R"({"connection info":{"Corvid Servers":[],"status":"disconnected"},)"
                 R"("device info":{"device name":"Ward 3","serial number":"",)"
@@ -51,7 +52,7 @@ private slots:
         m_device->setFault("kt-network-config", "garbage");
         m_device->setFault("route", "exit 3");
         m_device->write("/var/lib/kt964/config.json", "{\"general settings\": ");
-        const JSONStatus status;
+        const JSONStatus status = this->status();
         QCOMPARE(QStringList({status.getFWVersion(), status.getDeviceName(), status.getIpAddress(),
                               status.getWifiIpAddress(), status.getIpNetmask(), status.getGateway(),
                               status.getIPType()})
@@ -96,9 +97,17 @@ private slots:
     }
 
 private:
+    static JSONStatus status()
+    {
+        DeviceStatus gatherer;
+        std::optional<JSONStatus> found;
+        gatherer.request(&gatherer, [&found](const JSONStatus &status) { found = status; });
+        const bool replied = QTest::qWaitFor([&found] { return found.has_value(); }, 20000);
+        return replied ? *found : JSONStatus({});
+    }
     static QJsonObject part(const char *name)
     {
-        return QJsonDocument::fromJson(JSONStatus().get()).object().value(QLatin1String(name)).toObject();
+        return QJsonDocument::fromJson(status().get()).object().value(QLatin1String(name)).toObject();
     }
     std::unique_ptr<TestDevice> m_device;
 };

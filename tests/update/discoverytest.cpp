@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
+#include "management/devicestatus.h"
 #include "update/terminalservermodule.h"
 
 #include "lab-peers/corvidserver.h"
@@ -61,7 +62,8 @@ private slots:
         const QSignalSpy asked(&server, &CorvidServer::requestReceived);
         // No proxy carries datagrams; one that is in force for all else does not matter.
         QNetworkProxy::setApplicationProxy({QNetworkProxy::HttpProxy, "10.77.0.99", 3128});
-        TerminalServerModule endpoint;
+        DeviceStatus status;
+        TerminalServerModule endpoint{status};
         QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
         QCOMPARE(found(endpoint), ServerMap({{office, first}}));
         QCOMPARE(asked.size(), 1);
@@ -80,13 +82,15 @@ private slots:
             server.addRawReply(bytes);
         server.addServer(office, second); // the first answer for a name counts
         QVERIFY(server.listen());
-        TerminalServerModule endpoint;
+        DeviceStatus status;
+        TerminalServerModule endpoint{status};
         QCOMPARE(found(endpoint), ServerMap({{office, first}, {ward, second}}));
     }
 
     void countsTheRepliesOfOneDiscovery()
     {
-        TerminalServerModule endpoint;
+        DeviceStatus status;
+        TerminalServerModule endpoint{status};
         const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
         QCOMPARE(find(endpoint), 0);
         endpoint.takeTsFindReplies({office}, {first});
@@ -103,7 +107,8 @@ private slots:
     void failsWithoutABroadcastAddress()
     {
         QCOMPARE(QProcess::execute("ip", {"addr", "flush", "dev", "eth0"}), 0);
-        TerminalServerModule endpoint;
+        DeviceStatus status;
+        TerminalServerModule endpoint{status};
         const QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
         QCOMPARE(find(endpoint), 1);
         QTRY_COMPARE(ended.size(), 1); // whoever waits for the answer gets one

@@ -5,6 +5,7 @@
 #include "onlyinnamespace.h"
 #include "testdevice.h"
 #include "update/consoleformat.h"
+#include "management/devicestatus.h"
 #include "update/terminalservermodule.h"
 #include "testtable.h"
 
@@ -84,7 +85,8 @@ struct Device
     }
 
     TestDevice device;
-    TerminalServerModule endpoint;
+    DeviceStatus status;
+    TerminalServerModule endpoint{status};
     int result;
     QByteArrayList asked;
 };

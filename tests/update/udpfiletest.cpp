@@ -104,7 +104,7 @@ private slots:
         };
         transfer.answer = [&](const UdpFileRequest &request, int &error) {
             error = 1;
-            feed(block(file, request.position, QHostAddress("10.77.0.22")));
+            feed(block(QByteArray(size, 'x'), request.position, QHostAddress("10.77.0.22")));
             feed(block(file, request.position + 1024));
             feed(block(file, request.position, QHostAddress("::ffff:10.77.0.21")));
             feed(block(file, request.position));
