@@ -21,8 +21,11 @@ QString desktopName(const QByteArray &line)
 
 } // namespace
 
-QString completedAddress(const QString &address)
+QString completedAddress(const QString &given)
 {
+    QString address = given;
+    while (address.endsWith(QLatin1Char('/')))
+        address.chop(1);
     if (address.contains(schemeEnd))
         return address;
     const QString withScheme = QStringLiteral("https://") + address;

@@ -21,8 +21,7 @@ BrokerLauncher::BrokerLauncher(const Parts &parts, QObject *parent)
             &BrokerLauncher::on_connectSolvaButton_clicked);
     connect(&m_parts.desktops, &SolvaDesktopsPage::logoutRequested, this,
             &BrokerLauncher::on_logoutSolvaButton_clicked);
-    connect(&m_parts.autoLogon, &AutoConnectPage::connectRequested, this,
-            &BrokerLauncher::on_loginSolvaButton_clicked);
+    connect(&m_parts.autoLogon, &AutoConnectPage::connectRequested, this, [this] { logOn(true); });
 }
 
 void BrokerLauncher::setConfiguration(JsonModule *configuration)
@@ -58,6 +57,9 @@ void BrokerLauncher::loadConfiguration()
     const bool started = application.value(Key::enabled).toBool();
     m_parts.logon.setBroker(storedBroker(), settings().value(Key::allowCustomBrokers).toBool(),
                             section(Key::mainWindow).value(Key::solvaBrokerHistory).toArray());
+    m_parts.logon.setStoredLogon(
+        autoLogonEnabled() ? section(Key::autologon).value(Key::username).toString() : QString(),
+        autoLogonEnabled() ? section(Key::autologon).value(Key::domain).toString() : QString());
     m_manager.setAppAutostart(started ? application.value(Key::program).toString() : QString());
     m_manager.setAppAutostartDir(started ? application.value(Key::path).toString() : QString());
     m_manager.setKeyboardLayout(section(Key::keyboard).value(Key::layout).toString());
@@ -106,15 +108,25 @@ bool BrokerLauncher::complain()
     return true;
 }
 
+bool BrokerLauncher::usesStoredLogon() const
+{
+    return autoLogonEnabled() && !m_parts.logon.hasTypedLogon();
+}
+
 void BrokerLauncher::on_loginSolvaButton_clicked()
 {
-    if (m_manager.isBusy() || m_parts.session.isRunning() || (!autoLogonEnabled() && complain()))
+    logOn(usesStoredLogon());
+}
+
+void BrokerLauncher::logOn(bool stored)
+{
+    if (m_manager.isBusy() || m_parts.session.isRunning() || (!stored && complain()))
         return;
     setSolvaDefaultProtocol();
     setBusy(true);
     const QJsonObject autoconnect = settings().value(Key::autoconnect).toObject();
     const QString desktop = autoconnect.value(Key::desktop).toString();
-    if (autoLogonEnabled()) {
+    if (stored) {
         const QJsonObject logon = section(Key::autologon);
         m_manager.setDesktop(desktop);
         m_manager.setAutoconnect(!desktop.isEmpty());
@@ -138,8 +150,7 @@ void BrokerLauncher::solvaReply(const QString &reply)
         emit failed(tr("SOLVA Connection Broker error: ") + text);
         return;
     }
-    if (!m_parts.logon.typedBroker().isEmpty())
-        emit brokerUsed(m_manager.getAddress()); // the box may have been typed into since
+    emit brokerUsed(m_manager.getAddress()); // the box may have been typed into since
     m_parts.logon.showSignedIn(m_manager.getUser(), m_manager.getAddress());
     m_parts.desktops.setDesktops(m_manager.getDesktops(), m_manager.getDesktop());
     m_parts.desktops.setDesktopControlsEnabled(true);

@@ -69,6 +69,9 @@ private:
     void setSolvaDefaultProtocol();
     void startSolvaConnection();
     bool complain();
+    /// Auto-logon is configured, and the user has typed no other log-on.
+    bool usesStoredLogon() const;
+    void logOn(bool stored);
     void setBusy(bool asking);
 
     Parts m_parts;

@@ -34,8 +34,6 @@ SessionLauncher::SessionLauncher(QObject *parent)
     : QObject(parent)
     , m_client(SIGTERM)
 {
-    // A crash leaves the last session's description behind, with its password.
-    QFile::remove(Paths::connection());
     m_client.setProcessChannelMode(QProcess::MergedChannels);
     connect(&m_client, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &SessionLauncher::connectionFinished);
@@ -127,8 +125,6 @@ void SessionLauncher::startBrokerClient(const QStringList &arguments, const QStr
         return;
     m_group.clear();
     m_address.clear();
-    // The broker's client reads no description, but the status report takes the file for a running session.
-    ConnectionFile::write(Paths::connection(), {});
     qCInfo(lcSession).noquote() << "start the broker's client for" << desktop;
     launch(Paths::program(QStringLiteral("solva-client")), arguments, desktop);
 }

@@ -40,6 +40,23 @@ void SolvaPage::setBroker(const QString &address, bool customAllowed, const QJso
     m_ui->brokerAddressComboBox->setEditText(typed.isEmpty() ? address : typed);
 }
 
+void SolvaPage::setStoredLogon(const QString &user, const QString &domain)
+{
+    const bool typed = hasTypedLogon();
+    m_storedUser = user;
+    m_storedDomain = domain;
+    m_ui->solvaPasswordLineEdit->setPlaceholderText(user.isEmpty() ? QString() : tr("Stored password"));
+    if (typed)
+        return;
+    m_ui->solvaUserLineEdit->setText(user);
+    m_ui->solvaDomainLineEdit->setText(domain);
+}
+
+bool SolvaPage::hasTypedLogon() const
+{
+    return user() != m_storedUser || domain() != m_storedDomain || !password().isEmpty();
+}
+
 QString SolvaPage::typedBroker() const
 {
     return m_customAllowed ? m_ui->brokerAddressComboBox->currentText().trimmed() : QString();

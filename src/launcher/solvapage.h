@@ -23,6 +23,11 @@ public:
 
     /// The stored broker, and where another may be typed the ones used before.
     void setBroker(const QString &address, bool customAllowed, const QJsonArray &history);
+    /// The stored log-on that "Sign in" uses, shown as a log-on typed by the user is; an empty user means
+    /// none. What the user has typed stays.
+    void setStoredLogon(const QString &user, const QString &domain);
+    /// The user has typed a log-on other than the stored one.
+    bool hasTypedLogon() const;
     /// What stands in the box of brokers; empty while no other broker may be typed.
     QString typedBroker() const;
     QString broker() const;
@@ -45,4 +50,6 @@ signals:
 private:
     std::unique_ptr<Ui::SolvaPage> m_ui;
     bool m_customAllowed = false;
+    QString m_storedUser;
+    QString m_storedDomain;
 };

@@ -7,8 +7,10 @@
 #include "device/paths.h"
 
 #include <QFileInfo>
+#include <QHostAddress>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QUrl>
 
 namespace QmdAddress {
 
@@ -45,9 +47,23 @@ QString complete(const QString &address)
     if (address.isEmpty())
         return QStringLiteral("Unknown");
     QString result = address.contains(schemeMark) ? address : QStringLiteral("http://") + address;
-    const int end = authorityEnd(result);
     const int begin = result.indexOf(schemeMark) + schemeMark.size();
-    return hasPort(result.mid(begin, end - begin)) ? result : result.insert(end, QStringLiteral(":8080"));
+    const int length = authorityEnd(result) - begin;
+    QString authority = result.mid(begin, length);
+    if (QHostAddress(authority).protocol() == QAbstractSocket::IPv6Protocol)
+        authority = QLatin1Char('[') + authority + QLatin1Char(']');
+    else if (authority.endsWith(QLatin1Char(':')))
+        authority.chop(1);
+    if (!hasPort(authority))
+        authority += QStringLiteral(":8080");
+    return result.replace(begin, length, authority);
+}
+
+bool isUsable(const QString &address)
+{
+    const QUrl url(complete(address), QUrl::StrictMode);
+    const bool isHttp = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
+    return isHttp && url.isValid() && !url.host().isEmpty() && url.port() > 0;
 }
 
 QString url(const QJsonObject &managementSettings)

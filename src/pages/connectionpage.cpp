@@ -170,7 +170,11 @@ void ConnectionPage::loadSolva(const QJsonObject &solva)
     QComboBox *protocols = m_ui->defaultProtocolComboBox;
     m_ui->brokerAddressLineEdit->setText(solva.value(Key::brokerAddress).toString());
     m_ui->allowCustomBrokersCheckBox->setChecked(solva.value(Key::allowCustomBrokers).toBool());
-    protocols->setCurrentIndex(qMax(0, protocols->findText(solva.value(Key::defaultProtocol).toString())));
+    const QString protocol = solva.value(Key::defaultProtocol).toString();
+    // A protocol that this page does not offer stays what it is until another is chosen.
+    if (!protocol.isEmpty() && protocols->findText(protocol) < 0)
+        protocols->addItem(protocol);
+    protocols->setCurrentIndex(qMax(0, protocols->findText(protocol)));
     m_ui->autoLogonCheckBox->setChecked(autoconnect.value(Key::enabled).toBool());
     m_ui->desktopLineEdit->setText(autoconnect.value(Key::desktop).toString());
 }

@@ -13,6 +13,8 @@
 namespace {
 
 constexpr int defaultTimeout = 20;
+constexpr int longestTimeout = 9999;
+constexpr int widestMode = 320;
 const QString mirror = QStringLiteral("mirror");
 
 } // namespace
@@ -44,7 +46,12 @@ void DisplayPage::getDisplayAvailable()
 {
     m_resolutions.getResolutions(this, [this](const std::vector<Item> &modes) { showModes(modes); });
     m_resolutions.getActualMode(this, [this](const QString &mode) {
-        m_ui->actualModeLabel->setText(mode.isEmpty() ? QString() : tr("Now: %1").arg(mode.simplified()));
+        QLabel *label = m_ui->actualModeLabel;
+        const QString text = mode.simplified();
+        label->setText(text.isEmpty() ? QString()
+                                      : tr("Now: %1").arg(
+                                          label->fontMetrics().elidedText(text, Qt::ElideRight, widestMode)));
+        label->setToolTip(text);
     });
 }
 
@@ -86,7 +93,9 @@ void DisplayPage::setDisplayTab(const QJsonObject &display)
     m_ui->topRadioButton->setChecked(position == QLatin1String("top"));
     m_ui->bottomRadioButton->setChecked(position == QLatin1String("bottom"));
     m_ui->mirrorCheckBox->setChecked(display.value(Key::multiMonitorMode).toString() == mirror);
-    m_ui->screenSaverSpinBox->setValue(display.value(Key::screenSaverTimeout).toInt(defaultTimeout));
+    const int timeout = display.value(Key::screenSaverTimeout).toInt(defaultTimeout);
+    m_ui->screenSaverSpinBox->setMaximum(qMax(longestTimeout, timeout));
+    m_ui->screenSaverSpinBox->setValue(timeout);
 }
 
 void DisplayPage::showDualDisplay(bool inUse)

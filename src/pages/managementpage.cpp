@@ -8,8 +8,6 @@
 
 #include "ui_managementpage.h"
 
-#include <QRegularExpression>
-
 ManagementPage::ManagementPage(JsonModule &configuration, QWidget *parent)
     : SettingsPage(configuration, tr("Management"), QStringLiteral(":/images/page_management.png"), parent)
     , m_ui(std::make_unique<Ui::ManagementPage>())
@@ -52,11 +50,14 @@ void ManagementPage::updateFields()
 
 QString ManagementPage::refusal() const
 {
-    static const QRegularExpression blank(QStringLiteral("\\s"));
     const bool used = m_ui->qmdManagementCheckBox->isChecked() && !m_ui->autodiscoverCheckBox->isChecked();
-    return used && m_ui->qmdAddressLineEdit->text().contains(blank)
-        ? tr("The server address must not contain blanks.")
-        : QString();
+    const QString address = m_ui->qmdAddressLineEdit->text();
+    if (!used || address.isEmpty() || QmdAddress::isUsable(address))
+        return QString();
+    focusField(m_ui->qmdAddressLineEdit);
+    return tr(
+        "The server address is not valid. Enter a host name, an IP address or a URL that begins with http:// "
+        "or https://.");
 }
 
 void ManagementPage::save(QJsonObject &root)

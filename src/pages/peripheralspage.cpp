@@ -110,6 +110,7 @@ bool PeripheralsPage::eventFilter(QObject *watched, QEvent *event)
 
 void PeripheralsPage::load(const QJsonObject &root)
 {
+    m_added.clear();
     setRedirectionTab(root.value(Key::redirection).toObject());
 }
 
@@ -165,6 +166,20 @@ QJsonArray PeripheralsPage::customDevices() const
     return devices;
 }
 
+QJsonArray PeripheralsPage::devicesToKeep() const
+{
+    QSet<QString> kept = m_added;
+    for (const QJsonValue &value : section(Key::redirection).value(Key::customDevices).toArray())
+        kept += (value[Key::vid].toString() + QLatin1Char(':') + value[Key::pid].toString()).toLower();
+    QJsonArray devices;
+    for (const QJsonValue &value : customDevices()) {
+        const QString id = value[Key::vid].toString() + QLatin1Char(':') + value[Key::pid].toString();
+        if (kept.contains(id) || value[Key::redirectionChoice].toString() == Redirection::redirect)
+            devices += value;
+    }
+    return devices;
+}
+
 void PeripheralsPage::addDevice()
 {
     if (AddPeripheralDialog(m_peripherals, window()).exec() != QDialog::Accepted)
@@ -172,6 +187,7 @@ void PeripheralsPage::addDevice()
     const Item *added = m_peripherals.lastItemAdded();
     if (!added) // the list was rebuilt while the dialog was open
         return;
+    m_added += added->getValue(PeripheralModel::Identifier);
     select(added->row());
     markChanged();
 }
@@ -190,7 +206,7 @@ void PeripheralsPage::refresh()
 {
     const Item *item = current();
     const QString id = item ? item->getValue(PeripheralModel::Identifier) : QString();
-    initPeripheralDevices(customDevices());
+    initPeripheralDevices(devicesToKeep());
     for (const Item *device : m_peripherals.getDeviceList()) {
         if (device->getValue(PeripheralModel::Identifier) == id)
             select(device->row());

@@ -46,6 +46,9 @@ private:
     /// Lists the devices that are plugged in, and the stored ones with their redirection.
     void initPeripheralDevices(const QJsonArray &stored);
     QJsonArray customDevices() const;
+    /// Unsaved choices that an unplugged device does not take away: it was stored, added by hand, or is
+    /// redirected.
+    QJsonArray devicesToKeep() const;
 
     void addDevice();
     void removeDevice();
@@ -61,4 +64,5 @@ private:
     std::unique_ptr<Ui::PeripheralsPage> m_ui;
     PeripheralController m_peripherals;
     QVector<Policy> m_policies;
+    QSet<QString> m_added; ///< by hand, since the page was filled
 };

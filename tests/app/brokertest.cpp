@@ -188,6 +188,8 @@ private slots:
             QTRY_COMPARE(ward.ended->count(), desktop.isEmpty() ? 0 : 1);
             QCOMPARE(ward.calls(), desktop.isEmpty() ? QString() : ward.call(desktop));
             QCOMPARE(ward.page(), int(SettingsApp::DesktopsPage));
+            const QStringList history{"main window", "custom solva broker history"};
+            QCOMPARE(ward.device.stored(history).toArray(), QJsonArray{ward.address()});
             return;
         }
         QTRY_COMPARE(answer.titles.size(), given == "x" ? 1 : 0);
@@ -197,6 +199,13 @@ private slots:
         QVERIFY(ward.part<QWidget>("autoLogonButton")->isHidden());
         QVERIFY(ward.requests().isEmpty() == answer.titles.isEmpty());
         QCOMPARE(ward.calls(), QString());
+
+        ward.click("rdpClientButton");
+        ward.click("solvaVDIButton");
+        QCOMPARE(ward.part<QLineEdit>("solvaUserLineEdit")->text(), user);
+        ward.part<QLineEdit>("solvaPasswordLineEdit")->setText(password);
+        ward.click("loginSolvaButton");
+        QTRY_COMPARE(ward.page(), int(SettingsApp::DesktopsPage));
     }
 
     void givesALogonUp_data()

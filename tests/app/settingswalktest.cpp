@@ -217,7 +217,8 @@ private slots:
         table.row("Firmware update: server", "corvidRadioButton", {},
                   "Enter the Corvid server and the file name.");
         table.row("Management", "autodiscoverCheckBox", "two words",
-                  "The server address must not contain blanks.");
+                  "The server address is not valid. Enter a host name, an IP address or a URL that begins with http:// or "
+                  "https://.");
     }
 
     void showsThePageThatRefuses()
