@@ -104,7 +104,6 @@ void SettingsPages::connectNetworkPage(NetworkPage *page)
     connect(&m_networkStatus, &NetworkStatus::wifiTurnedOff, page, &NetworkPage::turnOffWifi);
     connect(page, &NetworkPage::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);
     connect(page, &NetworkPage::wirelessLeft, &m_networkStatus, &NetworkStatus::takeWirelessLeft);
-    connect(page, &NetworkPage::busy, &m_window, &SettingsApp::setBusy);
     connect(page, &NetworkPage::applied, this, &SettingsPages::networkApplied);
     m_networkStatus.sayAgain();
 }

@@ -68,6 +68,18 @@ void AddressEditor::load(const QJsonObject &interface, const NetworkProperty &li
     showAddresses(isStatic ? m_static : m_live);
 }
 
+void AddressEditor::showLive(const NetworkProperty &live)
+{
+    const Addresses known = m_live;
+    m_live = {live.ip(), live.netmask(), live.gateway()};
+    if (isStatic() && !(typed() == known && m_static.address.isEmpty()))
+        return;
+    const QSignalBlocker quietAddress(m_ui->addressLineEdit);
+    const QSignalBlocker quietMask(m_ui->maskLineEdit);
+    const QSignalBlocker quietGateway(m_ui->gatewayLineEdit);
+    showAddresses(m_live);
+}
+
 AddressEditor::Addresses AddressEditor::typed() const
 {
     return {m_ui->addressLineEdit->text(), m_ui->maskLineEdit->text(), m_ui->gatewayLineEdit->text()};
@@ -94,18 +106,16 @@ bool AddressEditor::isStatic() const
     return m_ui->staticRadioButton->isChecked();
 }
 
-bool AddressEditor::isComplete() const
+QLineEdit *AddressEditor::incompleteField() const
 {
-    return !incompleteField();
-}
-
-QWidget *AddressEditor::incompleteField() const
-{
+    QLineEdit *invalid = nullptr;
     for (QLineEdit *field : {m_ui->addressLineEdit, m_ui->maskLineEdit, m_ui->gatewayLineEdit}) {
-        if (!field->hasAcceptableInput())
+        if (field->text().isEmpty())
             return field;
+        if (!invalid && !field->hasAcceptableInput())
+            invalid = field;
     }
-    return nullptr;
+    return invalid;
 }
 
 void AddressEditor::save(QJsonObject &interface, bool enabled) const

@@ -9,6 +9,7 @@
 #include <memory>
 
 class NetworkProperty;
+class QLineEdit;
 
 namespace Ui {
 class AddressEditor;
@@ -23,13 +24,14 @@ public:
     explicit AddressEditor(QWidget *parent = nullptr);
     ~AddressEditor() override;
 
-    /// Shows an interface's settings. `live` holds the values that DHCP gave it.
+    /// Shows an interface's settings. `live` holds the values that DHCP gave it, as far as they are known.
     void load(const QJsonObject &interface, const NetworkProperty &live);
+    /// The values that DHCP gave the interface have become known. Nothing typed is overwritten, and this is
+    /// no change by the user.
+    void showLive(const NetworkProperty &live);
     bool isStatic() const;
-    /// True when all three fields are valid.
-    bool isComplete() const;
-    /// Returns the first invalid field; null when there is none.
-    QWidget *incompleteField() const;
+    /// Returns the first empty field, else the first invalid one; null when all three are valid.
+    QLineEdit *incompleteField() const;
     void save(QJsonObject &interface, bool enabled) const;
 
     /// Returns settings in the form that `save` writes: one address key, and no addresses with DHCP.
@@ -39,6 +41,11 @@ private:
     struct Addresses
     {
         QString address, mask, gateway;
+
+        bool operator==(const Addresses &other) const
+        {
+            return address == other.address && mask == other.mask && gateway == other.gateway;
+        }
     };
     Addresses typed() const;
     void showAddresses(const Addresses &addresses);

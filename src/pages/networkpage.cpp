@@ -14,6 +14,7 @@
 #include "ui_networkpage.h"
 
 #include <QFile>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -41,10 +42,11 @@ bool needsReconnect(const QJsonObject &before, const QJsonObject &after)
     return false;
 }
 
-/// True for an empty field or a valid address.
-bool isUsable(const QLineEdit *field)
+/// Names a field whose text is not the address that it is for.
+QString notUsable(const QString &fieldName, const QLineEdit *field)
 {
-    return field->text().isEmpty() || field->hasAcceptableInput();
+    return NetworkPage::tr("%1: \"%2\" cannot be used. Correct it and try again")
+        .arg(fieldName, field->text());
 }
 
 } // namespace
@@ -73,7 +75,6 @@ void NetworkPage::connectEditors()
 {
     watchEditors();
     connect(m_wifi, &WifiChooser::changed, this, &NetworkPage::markChanged);
-    connect(m_wifi, &WifiChooser::busy, this, &NetworkPage::busy);
     for (QCheckBox *box : {m_ui->ethernetCheckBox, m_ui->wifiCheckBox, m_ui->proxyCheckBox})
         connect(box, &QCheckBox::toggled, this, &NetworkPage::updateFields);
     connect(m_ui->dnsStaticRadioButton, &QRadioButton::toggled, this, &NetworkPage::chooseStaticDns);
@@ -92,12 +93,14 @@ void NetworkPage::chooseStaticDns(bool isStatic)
     updateFields();
     if (isFilling() || isStatic)
         return;
-    m_ui->dns1LineEdit->setText(m_liveDns1);
-    m_ui->dns2LineEdit->setText(m_liveDns2);
+    m_ui->dns1LineEdit->setText(m_live.dns1());
+    m_ui->dns2LineEdit->setText(m_live.dns2());
 }
 
 void NetworkPage::discard()
 {
+    ++m_filling;
+    m_wifi->abandonScan();
     forgetChanges();
 }
 
@@ -110,17 +113,32 @@ void NetworkPage::setNetworkTab(const QJsonObject &network)
 {
     const QJsonObject interfaces = member(network, Key::interfaces);
     const QJsonObject eth = member(interfaces, Key::eth);
-    NetworkProperty live;
-    m_network.getNetworkByInterface(QStringLiteral("eth0"), live);
-    m_liveDns1 = live.dns1();
-    m_liveDns2 = live.dns2();
     m_ui->ethernetCheckBox->setChecked(eth.value(Key::enabled).toBool());
-    m_ui->ethernetEditor->load(eth, live);
+    m_ui->ethernetEditor->load(eth, m_live);
     setWifiTab(member(interfaces, Key::wlan));
     setDns(member(network, Key::dns));
     setProxy(member(network, Key::proxy));
     updateFields();
     updateIndicators();
+    const int filling = ++m_filling;
+    m_network.getNetworkByInterface(QStringLiteral("eth0"), this,
+                                    [this, filling](bool, const NetworkProperty &live) {
+                                        if (filling == m_filling)
+                                            showLive(live);
+                                    });
+}
+
+/// Completes what was filled before the network tool had replied. What the user edits meanwhile stays.
+void NetworkPage::showLive(const NetworkProperty &live)
+{
+    m_live = live;
+    m_ui->ethernetEditor->showLive(live);
+    if (m_ui->dnsStaticRadioButton->isChecked())
+        return;
+    const QSignalBlocker quietFirst(m_ui->dns1LineEdit);
+    const QSignalBlocker quietSecond(m_ui->dns2LineEdit);
+    m_ui->dns1LineEdit->setText(live.dns1());
+    m_ui->dns2LineEdit->setText(live.dns2());
 }
 
 void NetworkPage::setWifiTab(const QJsonObject &wlan)
@@ -135,8 +153,8 @@ void NetworkPage::setDns(const QJsonObject &dns)
     const bool isStatic = dns.value(Key::type).toString() == fixed;
     m_ui->dnsStaticRadioButton->setChecked(isStatic);
     m_ui->dnsDhcpRadioButton->setChecked(!isStatic);
-    m_ui->dns1LineEdit->setText(isStatic ? dns.value(Key::dns1).toString() : m_liveDns1);
-    m_ui->dns2LineEdit->setText(isStatic ? dns.value(Key::dns2).toString() : m_liveDns2);
+    m_ui->dns1LineEdit->setText(isStatic ? dns.value(Key::dns1).toString() : m_live.dns1());
+    m_ui->dns2LineEdit->setText(isStatic ? dns.value(Key::dns2).toString() : m_live.dns2());
     m_ui->domainLineEdit->setText(dns.value(Key::domain).toString());
 }
 
@@ -168,27 +186,49 @@ bool NetworkPage::allInterfacesStatic() const
     return (wired || wireless) && wired == wiredIsStatic() && wireless == wirelessIsStatic();
 }
 
+QString NetworkPage::addressRefusal(const AddressEditor &editor, const QString &interface,
+                                    const QString &incomplete) const
+{
+    const QLineEdit *field = editor.incompleteField();
+    if (!field)
+        return QString();
+    focusField(editor.incompleteField());
+    return field->text().isEmpty()
+        ? incomplete
+        : notUsable(interface + QLatin1String(", ") + field->accessibleName(), field);
+}
+
+QString NetworkPage::dnsRefusal() const
+{
+    QLineEdit *const fields[] = {m_ui->dns1LineEdit, m_ui->dns2LineEdit};
+    for (QLineEdit *field : fields) {
+        if (!field->text().isEmpty() && !field->hasAcceptableInput()) {
+            focusField(field);
+            return notUsable(field->accessibleName(), field);
+        }
+    }
+    if (!fields[0]->text().isEmpty() || !fields[1]->text().isEmpty())
+        return QString();
+    focusField(fields[0]);
+    return tr("Fill at least one dns parameter and try again");
+}
+
 QString NetworkPage::refusal() const
 {
-    if (wiredIsStatic() && !m_ui->ethernetEditor->isComplete()) {
-        focusField(m_ui->ethernetEditor->incompleteField());
-        return tr("Fill all ethernet parametrs and try again");
-    }
+    QString reason;
+    if (wiredIsStatic())
+        reason = addressRefusal(*m_ui->ethernetEditor, tr("Ethernet"),
+                                tr("Fill all ethernet parametrs and try again"));
     const bool dnsIsStatic = m_ui->dnsStaticRadioButton->isChecked();
-    const bool noServer = m_ui->dns1LineEdit->text().isEmpty() && m_ui->dns2LineEdit->text().isEmpty();
-    if (dnsIsStatic && (noServer || !isUsable(m_ui->dns1LineEdit) || !isUsable(m_ui->dns2LineEdit))) {
-        focusField(isUsable(m_ui->dns2LineEdit) ? m_ui->dns1LineEdit : m_ui->dns2LineEdit);
-        return tr("Fill at least one dns parameter and try again");
-    }
-    if (!dnsIsStatic && allInterfacesStatic())
-        return tr("You have configured the DNS to obtain the configuration form DHCP server, while all "
-                  "enabled network interfaces\nuse static configuration.\n\nDNS configuration can only be "
-                  "obtained from DHCP, when Ethernet or WiFi are also configured to use DHCP.");
-    if (wirelessIsStatic() && !m_ui->wifiEditor->isComplete()) {
-        focusField(m_ui->wifiEditor->incompleteField());
-        return tr("Fill all WiFi parameters and try again");
-    }
-    return QString();
+    if (reason.isEmpty() && dnsIsStatic)
+        reason = dnsRefusal();
+    if (reason.isEmpty() && !dnsIsStatic && allInterfacesStatic())
+        reason = tr("You have configured the DNS to obtain the configuration form DHCP server, while all "
+                    "enabled network interfaces\nuse static configuration.\n\nDNS configuration can only be "
+                    "obtained from DHCP, when Ethernet or WiFi are also configured to use DHCP.");
+    if (reason.isEmpty() && wirelessIsStatic())
+        reason = addressRefusal(*m_ui->wifiEditor, tr("WiFi"), tr("Fill all WiFi parameters and try again"));
+    return reason;
 }
 
 void NetworkPage::save(QJsonObject &root)

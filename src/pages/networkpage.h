@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include "device/networkproperty.h"
 #include "pages/settingspage.h"
 
 #include <memory>
 
+class AddressEditor;
 class CertificateStore;
 class NetworkController;
 class WifiChooser;
@@ -45,8 +47,6 @@ signals:
     void wirelessLeft(bool turnedOff);
     /// The settings are stored and the interfaces reconfigured.
     void applied();
-    /// True when the page starts to block the user interface, false when it ends.
-    void busy(bool busy);
 
 protected:
     void load(const QJsonObject &root) override;
@@ -57,6 +57,7 @@ protected:
 private:
     void setNetworkTab(const QJsonObject &network);
     void setWifiTab(const QJsonObject &wlan);
+    void showLive(const NetworkProperty &live);
     void setDns(const QJsonObject &dns);
     void setProxy(const QJsonObject &proxy);
     void saveNetworkTab(QJsonObject &network);
@@ -68,6 +69,9 @@ private:
     void updateFields();
     void chooseStaticDns(bool isStatic);
     void updateIndicators();
+    QString addressRefusal(const AddressEditor &editor, const QString &interface,
+                           const QString &incomplete) const;
+    QString dnsRefusal() const;
     bool wiredIsStatic() const;
     bool wirelessIsStatic() const;
     bool allInterfacesStatic() const;
@@ -77,8 +81,8 @@ private:
     WifiChooser *m_wifi;
     QString m_ethernetImage;
     QString m_wifiImage;
-    QString m_liveDns1;
-    QString m_liveDns2;
+    NetworkProperty m_live; ///< what DHCP gave the wired interface, as far as it is known
+    int m_filling = 0;      ///< counts fillings: a reply to an earlier one is late
     bool m_wiredChanged = false;
     bool m_wirelessChanged = false;
 };

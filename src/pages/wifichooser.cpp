@@ -97,12 +97,16 @@ void WifiChooser::setNetworks(const QList<WifiItem> &items, int current)
 void WifiChooser::showHiddenName()
 {
     const WifiItem item = chosen();
+    const QString name = item.hidden ? item.essid() : QString();
     const QSignalBlocker quiet(m_ui->hiddenSsidLineEdit);
-    m_ui->hiddenSsidLineEdit->setText(item.hidden ? item.essid() : QString());
+    if (m_ui->hiddenSsidLineEdit->text() != name) // else the cursor stays where the user types
+        m_ui->hiddenSsidLineEdit->setText(name);
 }
 
 void WifiChooser::setConfigured(const WifiItem &item)
 {
+    abandonScan();
+    ++m_filling;
     m_configured = item;
     const bool any = !item.essid().isEmpty();
     setNetworks(any ? QList<WifiItem>{item} : QList<WifiItem>(), any ? 0 : -1);
@@ -110,16 +114,43 @@ void WifiChooser::setConfigured(const WifiItem &item)
 
 void WifiChooser::scanWifiList()
 {
-    const WifiItem known = chosen();
-    emit busy(true);
-    QList<WifiItem> found;
-    m_network.GetWifiNetworkList(found);
-    emit busy(false);
+    if (m_isScanning)
+        return;
+    setScanning(true);
+    const int scan = ++m_scan;
+    m_network.GetWifiNetworkList(this, [this, scan](const QList<WifiItem> &found) {
+        if (scan != m_scan)
+            return;
+        setScanning(false);
+        showScan(found);
+    });
+}
+
+void WifiChooser::abandonScan()
+{
+    ++m_scan;
+    setScanning(false);
+}
+
+void WifiChooser::setScanning(bool scanning)
+{
+    m_isScanning = scanning;
+    m_ui->scanButton->setEnabled(!scanning);
+    m_ui->scanButton->setText(scanning ? tr("Scanning...") : tr("Scan"));
+}
+
+void WifiChooser::showScan(QList<WifiItem> found)
+{
     for (WifiItem &item : found)
         WifiSettings::complete(item);
+    const auto strongest = std::find_if(found.cbegin(), found.cend(),
+                                        [](const WifiItem &item) { return !item.essid().isEmpty(); });
+    const int strongestRow = strongest == found.cend() ? -1 : static_cast<int>(strongest - found.cbegin());
     mergeKnown(found, m_configured);
-    const int current = mergeKnown(found, known);
-    setNetworks(found, current);
+    const int current = mergeKnown(found, chosen());
+    setNetworks(found, current < 0 ? strongestRow : current);
+    if (current < 0 && strongestRow >= 0)
+        emit changed();
 }
 
 void WifiChooser::currentChanged(int)
@@ -163,10 +194,15 @@ void WifiChooser::editWifiParameters()
                                       : tr("Please scan WiFi and try again!"));
         return;
     }
+    const QString essid = item->essid();
+    const int filling = m_filling;
     WpaCredentialDialog dialog(m_certificates, window());
     dialog.setItem(*item);
-    const QPersistentModelIndex row = m_model->index(m_ui->wifiComboBox->currentIndex(), 0);
-    if (dialog.exec() != QDialog::Accepted || !row.isValid()) // a scan may have replaced the list
+    if (dialog.exec() != QDialog::Accepted || filling != m_filling)
+        return;
+    // A scan may have replaced the list: what is chosen stays chosen.
+    item = currentItem();
+    if (!item || item->essid() != essid)
         return;
     dialog.copyTo(*item);
     emit changed();

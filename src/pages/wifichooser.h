@@ -34,6 +34,9 @@ public:
     /// Returns the selected network; its name is empty when there is none.
     WifiItem chosen() const;
 
+    /// Forgets a scan under way: its result changes nothing.
+    void abandonScan();
+
 public slots:
     /// Scans for networks and lists them. The selected and the stored network stay in the list with their
     /// credentials, even if the scan does not find them.
@@ -44,10 +47,10 @@ public slots:
 signals:
     /// The user has changed the network or its credentials.
     void changed();
-    /// True when a scan starts to block the user interface, false when it ends.
-    void busy(bool busy);
 
 private:
+    void setScanning(bool scanning);
+    void showScan(QList<WifiItem> found);
     void hiddenSsidChanged(const QString &name);
     void currentChanged(int row);
     WifiItem *currentItem() const;
@@ -60,5 +63,8 @@ private:
     ItemModel *m_model;
     WifiItem m_configured;
     bool m_settingNetworks = false;
+    bool m_isScanning = false;
+    int m_scan = 0;             ///< counts scans, and what abandons one
+    int m_filling = 0;          ///< counts the fillings by `setConfigured`
     int m_rowBeforeHidden = -1; ///< the row selected before a hidden name was typed
 };

@@ -46,7 +46,17 @@ struct Opened : HeldDocument
     {
         page.fill();
         page.show();
+        toolsReplied();
         device.forgetCalls();
+    }
+
+    /// The network tool has replied to what the page has asked so far.
+    void toolsReplied()
+    {
+        int replies = 0;
+        controller.getNetworkByInterface("eth0", &page, [&](bool, const auto &) { ++replies; });
+        controller.GetWifiNetworkList(&page, [&](const auto &) { ++replies; });
+        QTRY_COMPARE(replies, 2);
     }
 
     /// Below an editor: "ethernetEditor.maskLineEdit".
@@ -66,6 +76,7 @@ struct Opened : HeldDocument
             const QString name = text.section('=', 0, 0).section(':', 0, 0);
             if (auto *button = field<QAbstractButton>(name)) {
                 button->click();
+                QTRY_VERIFY(button->isEnabled()); // a scan has ended
             } else if (auto *line = field<QLineEdit>(name)) {
                 line->clear();
                 QTest::keyClicks(line, text.section('=', 1));
@@ -78,7 +89,7 @@ struct Opened : HeldDocument
     void scan(const QByteArray &answer) const
     {
         device.write("/lab/answers/kt-network-config.get-wifi-list", answer);
-        press(page, "scanButton");
+        edit({"scanButton"});
     }
 
     void inDialog(const std::function<void(WpaCredentialDialog &)> &act) const
@@ -131,9 +142,13 @@ private slots:
               "DHCP, when Ethernet or WiFi are also configured to use DHCP.";
         const QString touch = "proxyCheckBox";
         table.row("no gateway", fixedAddress, off, bare, "ethernetEditor.gatewayLineEdit=", ethernet);
-        table.row("half a mask", fixedAddress, off, bare, "ethernetEditor.maskLineEdit=255.0.", ethernet);
+        table.row("half a mask", fixedAddress, off, bare, "ethernetEditor.maskLineEdit=255.0.",
+                  "Ethernet, Network mask: \"255.0.\" cannot be used. Correct it and try again");
+        table.row("gateway everywhere", fixedAddress, off, bare, "ethernetEditor.gatewayLineEdit=0.0.0.0",
+                  "Ethernet, Default gateway: \"0.0.0.0\" cannot be used. Correct it and try again");
         table.row("no DNS", fixedAddress, off, bare, touch, names);
-        table.row("half a DNS", dhcpWired, off, bare, "dns2LineEdit=9.9", names);
+        table.row("half a DNS", dhcpWired, off, bare, "dns2LineEdit=127.0.0.53",
+                  "Second DNS server: \"127.0.0.53\" cannot be used. Correct it and try again");
         table.row("DNS of no lease", fixedAddress, fixedAddress, byDhcp, touch, conflict);
         table.row("wireless alone", off, fixedAddress, byDhcp, touch, conflict);
         table.row("no wireless gateway", dhcpWired, fixedAddress, byDhcp,
@@ -265,6 +280,56 @@ private slots:
         opened.edit({"hiddenSsidLineEdit="});
         QCOMPARE(networks.count(), 2);
         QCOMPARE(networks.currentText(), "Ward 3");
+    }
+
+    void completesWhatItShowsWhenTheToolReplies()
+    {
+        Opened opened(dhcpWired, ward3);
+        const auto *address = opened.field<QLineEdit>("ethernetEditor.addressLineEdit");
+        QCOMPARE(address->text(), "10.77.0.10");
+        opened.device.setState("wired-address", "10.77.0.11");
+        opened.page.fill(); // shows at once what is known
+        QCOMPARE(address->text(), "10.77.0.10");
+        opened.edit({"ethernetEditor.staticRadioButton", "ethernetEditor.addressLineEdit=10.0.0.9"});
+        opened.toolsReplied();
+        QCOMPARE(address->text(), "10.0.0.9");
+        opened.page.fill();
+        QTRY_COMPARE(address->text(), "10.77.0.11");
+        QVERIFY(!opened.page.isChanged());
+        opened.device.setState("wired-address", "10.77.0.12");
+        opened.page.fill();
+        opened.page.discard(); // the page is left
+        opened.toolsReplied();
+        QCOMPARE(address->text(), "10.77.0.11");
+    }
+
+    void scansBesideTheUser()
+    {
+        const char *const around
+            = R"([{"ssid": "", "signal strength": 90}, {"ssid": "Near", "signal strength": 80},
+                 {"ssid": "Far", "signal strength": 20}])";
+        Opened opened(dhcpWired, "{'enabled': true}");
+        const auto *button = part<QPushButton>(opened.page, "scanButton");
+        opened.device.write("/lab/answers/kt-network-config.get-wifi-list", around);
+        press(opened.page, "scanButton");
+        QVERIFY(!button->isEnabled() && button->text() == "Scanning...");
+        opened.page.fill();
+        QVERIFY(button->isEnabled() && button->text() == "Scan");
+        opened.toolsReplied();
+        QCOMPARE(opened.networks()->count(), 0); // that scan was the former filling's
+        opened.scan(around);
+        QCOMPARE(opened.networks()->currentText(), "Near");
+        QVERIFY(opened.page.isChanged());
+        opened.inDialog([&](WpaCredentialDialog &dialog) {
+            opened.scan(around);
+            part<QComboBox>(dialog, "securityComboBox")->setCurrentIndex(WpaCredentialDialog::Personal);
+            QTest::keyClicks(part<QLineEdit>(dialog, "passphraseLineEdit"), "a pass phrase");
+            dialog.accept();
+        });
+        QVERIFY(opened.page.apply());
+        const QJsonValue wlan = opened.stored()["interfaces"]["wlan"];
+        QCOMPARE(wlan["ssid"], QJsonValue("Near"));
+        QCOMPARE(wlan["passphrase"], QJsonValue("a pass phrase"));
     }
 
     void survivesOddScans()
