@@ -260,7 +260,7 @@ private slots:
                                       "ntp stop",
                                       "sudo date -s '5 Mar 2024 07:08:09'",
                                       "date -s '5 Mar 2024 07:08:09'"};
-        QCOMPARE(m_device->calls().mid(0, expected.size()), expected);
+        QCOMPARE(m_device->calls().filter(QRegularExpression("^(kt-set|sudo|systemctl|ntp|date)")), expected);
 
         enter();
         part<QCheckBox>("ntpCheckBox")->setChecked(true);
