@@ -16,6 +16,8 @@
 #include <QScrollBar>
 #include <QSet>
 
+#include <algorithm>
+
 namespace {
 
 const QString myDesktop = QStringLiteral("my desktop");
@@ -223,6 +225,8 @@ std::optional<ConnectTarget> CorvidPage::target() const
     const Item *item = group ? group : m_detected.item(selected(m_ui->detectedView));
     if (!item)
         return std::nullopt;
+    if (item == m_keptRow)
+        return ConnectTarget::server(m_chosenServer.name, m_chosenServer.address);
     ConnectTarget target{
         item->getValue(Item::Type), item->getValue(Item::Name), item->getValue(Item::Address), {}};
     for (int member = 0; member < item->childCount(); ++member)
@@ -231,41 +235,54 @@ std::optional<ConnectTarget> CorvidPage::target() const
     return target;
 }
 
-void CorvidPage::showPlaceholder(const QString &text)
+void CorvidPage::showDetected(const QString &heading, const QList<Item *> &rows, const QString &keptText)
 {
     rememberServer();
+    m_keptRow = nullptr;
     m_detected.remAllItems();
-    m_detected.appendChild(new Item(text, nullptr, true, true));
+    if (!heading.isEmpty())
+        m_detected.appendChild(new Item(heading, nullptr, true, true));
+    m_detected.appendChildren(rows);
+    const bool missing
+        = std::none_of(rows.begin(), rows.end(), [this](const Item *row) { return isChosen(*row); });
+    if (!m_chosenServer.name.isEmpty() && missing) {
+        auto *kept = new Item(keptText.arg(m_chosenServer.name), nullptr, false, true);
+        kept->setValue(Item::Address, m_chosenServer.address);
+        kept->setValue(Item::Type, ItemType::server);
+        m_keptRow = kept;
+        m_detected.appendChild(kept);
+    }
+    chooseServer();
     emit targetChanged();
 }
 
 void CorvidPage::autoDetectServers()
 {
-    showPlaceholder(tr("\tSearching..."));
+    showDetected(tr("\tSearching..."), {}, QStringLiteral("%1"));
 }
 
 void CorvidPage::setServerList(const QMap<QString, QHostAddress> &servers)
 {
-    if (servers.isEmpty()) {
-        showPlaceholder(tr("\tNo Servers found"));
-        return;
-    }
     QList<Item *> rows;
     for (auto server = servers.constBegin(); server != servers.constEnd(); ++server) {
         rows += ServerGroups::serverRow({server.key(), server.value().toString()},
                                         QStringLiteral(":/images/server_found.png"));
     }
-    rememberServer();
-    m_detected.remAllItems();
-    m_detected.appendChildren(rows);
-    chooseServer();
-    emit targetChanged();
+    showDetected(rows.isEmpty() ? tr("\tNo Servers found") : QString(), rows, tr("%1 (not found)"));
 }
 
 void CorvidPage::rememberServer()
 {
-    if (const Item *server = m_detected.item(selected(m_ui->detectedView)))
-        m_chosenServer = server->getValue(Item::Name);
+    const Item *server = m_detected.item(selected(m_ui->detectedView));
+    if (!server)
+        m_chosenServer = ServerEntry();
+    else if (server != m_keptRow)
+        m_chosenServer = {server->getValue(Item::Name), server->getValue(Item::Address)};
+}
+
+bool CorvidPage::isChosen(const Item &row) const
+{
+    return &row == m_keptRow || row.getValue(Item::Name) == m_chosenServer.name;
 }
 
 /// A search keeps the server that was chosen before it. With nothing chosen, the first server found is one
@@ -276,10 +293,11 @@ void CorvidPage::chooseServer()
         return;
     int chosen = 0;
     for (int row = 0; row < m_detected.rowCount(); ++row) {
-        if (m_detected.topLevelItem(row)->getValue(Item::Name) == m_chosenServer)
+        if (isChosen(*m_detected.topLevelItem(row)))
             chosen = row;
     }
-    m_ui->detectedView->setCurrentIndex(m_detected.index(chosen, 0));
+    if (!m_detected.topLevelItem(chosen)->isHeading())
+        m_ui->detectedView->setCurrentIndex(m_detected.index(chosen, 0));
 }
 
 int CorvidPage::frameTop(int row, int scrollPosition)

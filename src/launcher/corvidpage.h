@@ -66,17 +66,21 @@ private:
     void setUpLists();
     void showChoice(bool manual);
     void choose(bool manual);
-    void showPlaceholder(const QString &text);
+    /// Shows rows below a heading, if there is one, and below them the chosen server where it is not among
+    /// them.
+    void showDetected(const QString &heading, const QList<Item *> &rows, const QString &keptText);
     void selectOnly(QWidget *view);
     void chooseGroupRow(const QStringList &names);
     void rememberServer();
     void chooseServer();
+    bool isChosen(const Item &row) const;
     static int frameTop(int row, int scrollPosition);
 
     std::unique_ptr<Ui::CorvidPage> m_ui;
     ItemModel m_groups;
     ItemModel m_detected;
     QFrame *m_greenFrame;
-    QString m_chosenServer;
+    ServerEntry m_chosenServer; ///< in the list of detected servers; stays until the user chooses another
+    const Item *m_keptRow = nullptr; ///< of the chosen server while a search misses it
     bool m_manualAllowed = true;
 };

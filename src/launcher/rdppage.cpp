@@ -18,9 +18,12 @@ RdpPage::~RdpPage() = default;
 
 void RdpPage::setServer(const QString &address, bool customAllowed)
 {
+    // A typed address stays; one that was the stored one gives way to the one stored now.
+    const QString shown = m_ui->rdpAddressLineEdit->text();
     m_ui->rdpAddressLineEdit->setReadOnly(!customAllowed);
-    if (!customAllowed || m_ui->rdpAddressLineEdit->text().isEmpty())
+    if (!customAllowed || shown.isEmpty() || shown == m_storedAddress)
         m_ui->rdpAddressLineEdit->setText(address);
+    m_storedAddress = address;
     m_ui->rdpHintLabel->setText(customAllowed || !address.isEmpty()
                                     ? QString()
                                     : tr("The administrator has not set up an RDP server on this device."));

@@ -32,4 +32,5 @@ signals:
 
 private:
     std::unique_ptr<Ui::RdpPage> m_ui;
+    QString m_storedAddress;
 };

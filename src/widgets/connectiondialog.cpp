@@ -21,6 +21,7 @@ ConnectionDialog::ConnectionDialog(QWidget *parent)
     setWindowTitle(tr("Connecting"));
     m_ui->animationLabel->setMovie(&m_movie);
     m_ui->addressLabel->hide();
+    m_ui->statusLabel->hide();
     m_ui->statusWidget->hide();
 }
 

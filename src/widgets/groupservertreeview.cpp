@@ -11,6 +11,7 @@
 namespace {
 
 const QColor selectedRow(0xE6, 0xF1, 0xD5);
+const QColor absentText(0x5C, 0x5C, 0x5C);
 
 /// All rows have the same height, as the frame around the selected row requires.
 class RowDelegate : public QStyledItemDelegate
@@ -21,6 +22,17 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         return {QStyledItemDelegate::sizeHint(option, index).width(), GroupServerTreeView::rowHeight};
+    }
+
+protected:
+    /// Rows in italics name what is not there now.
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->font.italic()) {
+            option->palette.setColor(QPalette::Text, absentText);
+            option->palette.setColor(QPalette::HighlightedText, absentText);
+        }
     }
 };
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "launcher/corvidpage.h"
+#include "launcher/rdppage.h"
 #include "app/resources.h"
 #include "config/keys.h"
 #include "parts.h"
@@ -142,14 +143,34 @@ private slots:
         foundView()->setCurrentIndex(foundView()->model()->index(1, 0));
         m_page->autoDetectServers();
         QCOMPARE(foundView()->model()->index(0, 0).data().toString(), "\tSearching...");
-        QCOMPARE(target(), QString());
+        QCOMPARE(target(), "b");
         m_page->autoDetectServers();
         m_page->setServerList(found(names));
         QCOMPARE(target(), "b");
+        const QString address = m_page->target()->address;
         m_page->setServerList({});
         QCOMPARE(foundView()->model()->index(0, 0).data().toString(), "\tNo Servers found");
+        for (int search = 0; search < 2; ++search) { // missing more than once
+            m_page->setServerList(found({"a", "c"}));
+            QCOMPARE(foundView()->currentIndex().data().toString(), "b (not found)");
+            QCOMPARE(target(), "b");
+            QCOMPARE(m_page->target()->address, address);
+        }
+        foundView()->setCurrentIndex(foundView()->model()->index(1, 0));
         m_page->setServerList(found({"a", "c"}));
-        QCOMPARE(target(), "a");
+        QCOMPARE(target(), "c");
+        QCOMPARE(foundView()->model()->rowCount(), 2);
+    }
+
+    void followsTheStoredRdpServer()
+    {
+        RdpPage page;
+        page.setServer("old", true);
+        page.setServer("new", true);
+        QCOMPARE(page.target()->address, "new");
+        part<QLineEdit>(page, "rdpAddressLineEdit")->setText("typed");
+        page.setServer("newer", true);
+        QCOMPARE(page.target()->address, "typed");
     }
 
     void takesTheAddressAsTyped()

@@ -65,6 +65,8 @@ private slots:
         dialog.setAddress("<b>10.0.0.1</b>");
         QCOMPARE(part<QLabel>(dialog, "addressLabel")->text(), "<b>10.0.0.1</b>");
         QCOMPARE(part<QLabel>(dialog, "addressLabel")->textFormat(), Qt::PlainText);
+        dialog.setStatus("Trying the next one", false);
+        QVERIFY(part(dialog, "statusLabel")->isVisible() && !part(dialog, "statusWidget")->isVisible());
         QTest::keyClick(&dialog, Qt::Key_Escape);
         dialog.close();
         QVERIFY(dialog.isVisible());
