@@ -26,6 +26,11 @@ DisplayPage::DisplayPage(JsonModule &configuration, ResolutionContainer &resolut
 {
     m_ui->setupUi(this);
     watchEditors();
+    // The box opens the settings of a second display; it is not stored.
+    disconnect(m_ui->dualDisplayCheckBox, nullptr, this, nullptr);
+    connect(m_ui->dualDisplayCheckBox, &QCheckBox::toggled, m_ui->displayStackedWidget,
+            [this](bool shown) { m_ui->displayStackedWidget->setCurrentIndex(shown ? 1 : 0); });
+    showDualDisplay(false);
 }
 
 DisplayPage::~DisplayPage() = default;
@@ -100,6 +105,8 @@ void DisplayPage::setDisplayTab(const QJsonObject &display)
 
 void DisplayPage::showDualDisplay(bool inUse)
 {
+    m_ui->dualDisplayCheckBox->setChecked(inUse);
+    m_ui->displayStackedWidget->setCurrentIndex(inUse ? 1 : 0);
     m_ui->dualDisplayLabel->setText(inUse ? tr("A second display is in use: sessions span both.")
                                           : tr("No second display is in use."));
 }

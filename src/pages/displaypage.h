@@ -28,7 +28,7 @@ public:
     void discard() override;
 
 public slots:
-    /// Shows whether a second display is in use. Its settings stay enabled in both cases.
+    /// A second display has come or gone: its settings are shown, or no longer. They can be opened in either case.
     void showDualDisplay(bool inUse);
 
 protected:

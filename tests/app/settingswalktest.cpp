@@ -33,7 +33,7 @@ bool hasOwnTest(const QWidget *field)
 {
     static const QStringList names = {
         "passwordCheckBox",    "enterPasswordLineEdit",       "confirmPasswordLineEdit",  "dateTimeEdit",
-        "qt_spinbox_lineedit", "autoConnectGroupRadioButton", "autoConnectGroupComboBox", "ethernetCheckBox"};
+        "qt_spinbox_lineedit", "autoConnectGroupRadioButton", "autoConnectGroupComboBox", "ethernetCheckBox", "dualDisplayCheckBox"};
     return names.contains(field->objectName()) || qobject_cast<const QComboBox *>(field->parentWidget());
 }
 
@@ -288,7 +288,10 @@ private slots:
                         QJsonObject{{"primary", QJsonObject{{"resolution", stored}, {"orientation", "o"}}}});
         enter();
         QTRY_COMPARE(part<QComboBox>("primaryResolutionComboBox")->currentText(), shown);
+        const auto *subPages = part<QStackedWidget>("displayStackedWidget");
+        QCOMPARE(subPages->currentIndex(), 0);
         m_program->window.setDualDisplay(true);
+        QVERIFY(part<QCheckBox>("dualDisplayCheckBox")->isChecked() && subPages->currentIndex() == 1);
         QVERIFY(!page("DisplayPage")->isChanged());
         m_program->click("bottomRadioButton");
         m_program->click("mirrorCheckBox");
