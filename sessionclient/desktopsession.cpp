@@ -3,6 +3,9 @@
 
 #include "session/desktopsession.h"
 
+#include "session/deviceconfiguration.h"
+#include "session/redirection.h"
+
 DesktopSession::DesktopSession(QObject *parent)
     : QObject(parent)
 {
@@ -13,7 +16,9 @@ void DesktopSession::start(const SessionDescription &description)
 {
     m_audio.reload();
     const QProcessEnvironment inherited = freeRdpEnvironment(QProcessEnvironment::systemEnvironment());
-    m_freeRdp.start(freeRdpCommand(description, m_audio.deviceName()), m_audio.addedTo(inherited));
+    const SessionHardware hardware{m_audio.outputDevice(), m_audio.inputDevice(),
+                                   redirectionOptions(deviceConfiguration(), usbSerialPorts())};
+    m_freeRdp.start(freeRdpCommand(description, hardware), m_audio.addedTo(inherited));
 }
 
 void DesktopSession::stop()

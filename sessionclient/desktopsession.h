@@ -9,7 +9,7 @@
 
 #include <QObject>
 
-/// Shows one remote desktop on this device's screen, with sound.
+/// Shows one remote desktop on this device's screen, with sound, microphone and redirected devices.
 class DesktopSession : public QObject
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     void start(const SessionDescription &description);
     /// Ends the session; ended() follows.
     void stop();
-    /// Reads the audio device from the configuration again.
+    /// Reads the audio devices from the configuration again.
     void refreshAudio();
 
 signals:

@@ -6,6 +6,7 @@
 namespace {
 
 constexpr int defaultProxyPort = 80;
+const QLatin1String alsaDevice(":sys:alsa,dev:");
 
 bool logsOn(const SessionDescription &session)
 {
@@ -52,12 +53,15 @@ QStringList programOptions(const SessionDescription &session)
     return option("/shell:", session.program) + option("/shell-dir:", session.directory);
 }
 
-QStringList soundOptions(const SessionDescription &session, const QString &alsaDevice)
+QStringList soundOptions(const SessionDescription &session, const SessionHardware &hardware)
 {
-    if (!session.sound)
-        return {};
+    QStringList options;
     const QString sound = QStringLiteral("/sound");
-    return {alsaDevice.isEmpty() ? sound : sound + QStringLiteral(":sys:alsa,dev:") + alsaDevice};
+    if (session.sound)
+        options += hardware.output.isEmpty() ? sound : sound + alsaDevice + hardware.output;
+    if (!hardware.input.isEmpty())
+        options += QStringLiteral("/microphone") + alsaDevice + hardware.input;
+    return options;
 }
 
 /// xfreerdp 2.11 never authenticates to an HTTP proxy, so user name and password are left out.
@@ -79,7 +83,7 @@ QStringList secretsOf(const SessionDescription &session)
 
 } // namespace
 
-FreeRdpCommand freeRdpCommand(const SessionDescription &session, const QString &alsaDevice)
+FreeRdpCommand freeRdpCommand(const SessionDescription &session, const SessionHardware &hardware)
 {
     FreeRdpCommand command;
     command.arguments += option("/v:", bracketed(session.address));
@@ -91,7 +95,8 @@ FreeRdpCommand freeRdpCommand(const SessionDescription &session, const QString &
     command.arguments += QStringLiteral("/log-level:INFO");
     command.arguments += logOnOptions(session);
     command.arguments += programOptions(session);
-    command.arguments += soundOptions(session, alsaDevice);
+    command.arguments += soundOptions(session, hardware);
+    command.arguments += hardware.redirections;
     command.arguments += option("/proxy:", proxyValue(session.proxy));
     command.arguments += option("/client-hostname:", session.deviceName);
     if (logsOn(session))

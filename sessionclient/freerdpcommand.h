@@ -19,8 +19,15 @@ struct FreeRdpCommand
     QStringList secrets; ///< masked in its output
 };
 
-/// Builds the command. `alsaDevice` names the sound device; when it is empty, FreeRDP chooses one.
-FreeRdpCommand freeRdpCommand(const SessionDescription &session, const QString &alsaDevice);
+/// What a session uses of this device's hardware.
+struct SessionHardware
+{
+    QString output;           ///< the ALSA name of the sound device; empty: FreeRDP chooses one
+    QString input;            ///< the ALSA name of the microphone; empty: none
+    QStringList redirections; ///< options for the redirected devices; see redirectionOptions()
+};
+
+FreeRdpCommand freeRdpCommand(const SessionDescription &session, const SessionHardware &hardware = {});
 
 /// Removes the variables that would change a session in ways its description does not state.
 QProcessEnvironment freeRdpEnvironment(QProcessEnvironment environment);

@@ -3,9 +3,9 @@
 
 #include "session/sessionaudio.h"
 
+#include "session/deviceconfiguration.h"
+
 #include <QFile>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QSaveFile>
@@ -16,63 +16,102 @@ namespace {
 
 const QLatin1String systemDefinition("/usr/share/alsa/alsa.conf");
 const QLatin1String silentDevice("null");
+// What the definition file calls the two devices.
+const QLatin1String outputName("kt_session");
+const QLatin1String inputName("kt_microphone");
 
-QString configurationPath()
+QJsonObject chosen(const QJsonObject &configuration, const char *direction)
 {
-    return qEnvironmentVariable("KT_DEVICE_ROOT") + QStringLiteral("/var/lib/kt964/config.json");
+    const QJsonObject settings = configuration.value(QLatin1String("audio settings")).toObject();
+    return settings.value(QLatin1String(direction)).toObject();
+}
+
+bool isOff(const QJsonObject &device)
+{
+    const QString name = device.value(QLatin1String("device name")).toString();
+    return name.compare(QLatin1String("off"), Qt::CaseInsensitive) == 0
+        || name.compare(QLatin1String("none"), Qt::CaseInsensitive) == 0;
+}
+
+QString hardwareName(const QJsonObject &device)
+{
+    static const QRegularExpression cardAndDevice(QStringLiteral("\\A[0-9]{1,2},[0-9]{1,2}\\z"));
+    const QString number = device.value(QLatin1String("device number")).toString();
+    return cardAndDevice.match(number).hasMatch() ? QStringLiteral("hw:") + number : QString();
+}
+
+bool isPluggedIn(const QString &input)
+{
+    const QString card = input.section(QLatin1Char(':'), 1).section(QLatin1Char(','), 0, 0);
+    const QString device = input.section(QLatin1Char(','), 1);
+    return !input.isEmpty()
+        && QFile::exists(qEnvironmentVariable("KT_DEVICE_ROOT")
+                         + QStringLiteral("/dev/snd/pcmC%1D%2c").arg(card, device));
+}
+
+QString definition(const QString &name, const QString &device)
+{
+    if (device.isEmpty())
+        return QString();
+    if (device == silentDevice)
+        return QStringLiteral("pcm.%1 { type null }\n").arg(name);
+    // ALSA looks up the mixer by the same name; it belongs to the card.
+    const QString card = device.section(QLatin1Char(':'), 1).section(QLatin1Char(','), 0, 0);
+    return QStringLiteral("pcm.%1 { type plug slave.pcm \"%2\" }\nctl.%1 { type hw card %3 }\n")
+        .arg(name, device, card);
 }
 
 } // namespace
 
-QString chosenAudioDevice(const QByteArray &configuration)
+AudioDevices chosenAudioDevices(const QJsonObject &configuration)
 {
-    static const QRegularExpression cardAndDevice(QStringLiteral("\\A[0-9]{1,2},[0-9]{1,2}\\z"));
-    const QJsonObject settings
-        = QJsonDocument::fromJson(configuration).object().value(QLatin1String("audio settings")).toObject();
-    const QJsonObject device = settings.value(QLatin1String("output device")).toObject();
-    if (device.value(QLatin1String("device name")).toString() == QLatin1String("Off"))
-        return silentDevice;
-    const QString number = device.value(QLatin1String("device number")).toString();
-    // Without a valid number the system chooses the device.
-    return cardAndDevice.match(number).hasMatch() ? QStringLiteral("hw:") + number : QString();
+    const QJsonObject output = chosen(configuration, "output device");
+    const QJsonObject input = chosen(configuration, "input device");
+    AudioDevices devices;
+    devices.output = isOff(output) ? QString(silentDevice) : hardwareName(output);
+    devices.input = isOff(input) ? QString() : hardwareName(input);
+    return devices;
 }
 
-/// ALSA looks up the mixer by the same name; it belongs to the card.
-QByteArray audioDefinition(const QString &device)
+QByteArray audioDefinition(const AudioDevices &devices)
 {
-    if (device == silentDevice)
-        return "pcm.kt_session { type null }\n";
-    const QString card = device.section(QLatin1Char(':'), 1).section(QLatin1Char(','), 0, 0);
-    return QStringLiteral(
-               "pcm.kt_session { type plug slave.pcm \"%1\" }\nctl.kt_session { type hw card %2 }\n")
-        .arg(device, card)
-        .toLatin1();
+    return (definition(outputName, devices.output) + definition(inputName, devices.input)).toLatin1();
 }
 
 void SessionAudio::reload()
 {
-    QFile configuration(configurationPath());
-    if (!configuration.open(QIODevice::ReadOnly))
+    AudioDevices devices = chosenAudioDevices(deviceConfiguration());
+    // A running session keeps what it has. FreeRDP ends a session whose microphone it cannot open, and floods
+    // the server with silence from ALSA's "null" device, so it never gets an absent microphone or that one.
+    if (devices.output.isEmpty())
+        devices.output = m_devices.output;
+    if (!isPluggedIn(devices.input))
+        devices.input = m_devices.input;
+    if (devices.output.isEmpty() && devices.input.isEmpty())
         return;
-    const QString device = chosenAudioDevice(configuration.readAll());
-    if (device.isEmpty())
+    QSaveFile file(definitionPath());
+    if (!file.open(QIODevice::WriteOnly))
         return;
-    QSaveFile definition(definitionPath());
-    if (!definition.open(QIODevice::WriteOnly))
+    file.write(audioDefinition(devices));
+    if (!file.commit())
         return;
-    definition.write(audioDefinition(device));
-    m_defined = definition.commit();
-    qCInfo(lcSessionAudio) << "sound device:" << device;
+    m_devices = devices;
+    qCInfo(lcSessionAudio) << "sound device:" << devices.output << "microphone:" << devices.input;
 }
 
-QString SessionAudio::deviceName() const
+QString SessionAudio::outputDevice() const
 {
-    return m_defined ? QStringLiteral("kt_session") : QString();
+    return m_devices.output.isEmpty() ? QString() : QString(outputName);
+}
+
+QString SessionAudio::inputDevice() const
+{
+    return m_devices.input.isEmpty() ? QString() : QString(inputName);
 }
 
 QProcessEnvironment SessionAudio::addedTo(QProcessEnvironment environment) const
 {
-    if (m_defined)
+    if (!m_devices.output.isEmpty() || !m_devices.input.isEmpty())
         environment.insert(QStringLiteral("ALSA_CONFIG_PATH"),
                            systemDefinition + QLatin1Char(':') + definitionPath());
     return environment;

@@ -4,30 +4,40 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QTemporaryDir>
 
-/// Returns the ALSA device for output in a configuration document ("hw:0,0"): "null" for "Off", empty when
-/// the document names none.
-QString chosenAudioDevice(const QByteArray &configuration);
+/// ALSA devices, as in "hw:0,0".
+struct AudioDevices
+{
+    QString output; ///< "null" for no sound, empty for the system's choice
+    QString input;  ///< empty for no microphone
+};
 
-/// Returns ALSA definitions that give the device the name "kt_session".
-QByteArray audioDefinition(const QString &device);
+/// Returns the devices that a configuration document chooses.
+AudioDevices chosenAudioDevices(const QJsonObject &configuration);
 
-/// The sound of one session.
+/// Returns ALSA definitions that give the devices the names "kt_session" and "kt_microphone".
+QByteArray audioDefinition(const AudioDevices &devices);
+
+/// The sound and the microphone of one session.
 ///
 /// FreeRDP separates its sound options with commas, so it cannot parse a device name such as "hw:0,0". The
-/// device therefore gets a plain name in an ALSA definition file of this session. When a sound starts, ALSA
-/// reads a changed file again. A running session moves to another device in this way.
+/// devices therefore get plain names in an ALSA definition file of this session. When a sound or a recording
+/// starts, ALSA reads a changed file again. A running session moves to another device in this way.
 class SessionAudio
 {
 public:
-    /// Reads the device from the configuration document. May be called again at any time.
+    /// Reads the devices from the configuration document. May be called again at any time. A session that
+    /// started without a chosen device, or with an absent microphone, does not get it later.
     void reload();
 
-    /// The device's name for FreeRDP; empty when the configuration names none.
-    QString deviceName() const;
+    /// The output device's name for FreeRDP; empty when the configuration names none.
+    QString outputDevice() const;
+    /// The microphone's name for FreeRDP; empty for no microphone.
+    QString inputDevice() const;
     /// Returns the environment with the variable that makes ALSA read the definition file.
     QProcessEnvironment addedTo(QProcessEnvironment environment) const;
 
@@ -35,5 +45,5 @@ private:
     QString definitionPath() const;
 
     QTemporaryDir m_folder;
-    bool m_defined = false;
+    AudioDevices m_devices;
 };

@@ -6,18 +6,9 @@
 #include "device/paths.h"
 #include "device/usbbus.h"
 #include "device/usbidentifiers.h"
-
-#include <QRegularExpression>
+#include "shared/usbidentifier.h"
 
 namespace {
-
-constexpr const char *neverRedirected[] = {
-    "1d6b:0002", // USB 2.0 root hub
-    "0424:9514", // on-board USB hub
-    "0424:ec00", // on-board Ethernet adapter
-    "0525:a4a2", // USB gadget Ethernet
-    "0424:9d01", // dual-screen adapter
-};
 
 const QString unknownName = QStringLiteral("USB DEVICE");
 
@@ -71,11 +62,7 @@ bool PeripheralController::containsDevice(const QString &id) const
 
 bool PeripheralController::blackListedDevice(const QString &id) const
 {
-    for (const char *never : neverRedirected) {
-        if (id.compare(QLatin1String(never), Qt::CaseInsensitive) == 0)
-            return true;
-    }
-    return false;
+    return UsbIdentifier::isOfTerminal(id);
 }
 
 void PeripheralController::setRedirection(const QString &id, const QString &redirection)
@@ -111,7 +98,5 @@ Item *PeripheralController::lastItemAdded() const
 
 bool PeripheralController::isIdentifier(const QString &text)
 {
-    static const QRegularExpression form(
-        QRegularExpression::anchoredPattern(QStringLiteral("[0-9A-Fa-f]{4}[:][0-9A-Fa-f]{4}")));
-    return form.match(text).hasMatch();
+    return UsbIdentifier::isValid(text);
 }

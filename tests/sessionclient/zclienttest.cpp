@@ -76,30 +76,44 @@ private slots:
         QCOMPARE(m_client->exitStatus(), QProcess::NormalExit);
     }
 
-    void refreshMovesTheSound()
+    void usesTheChosenHardware()
     {
         const StandIn standIn("exec sleep 60");
         const QTemporaryDir root;
         qputenv("KT_DEVICE_ROOT", QFile::encodeName(root.path()));
-        QVERIFY(QDir(root.path()).mkpath("var/lib/kt964"));
-        const auto choose = [&root](const char *number) {
+        for (const char *folder : {"var/lib/kt964", "dev/snd"})
+            QVERIFY(QDir(root.path()).mkpath(folder));
+        for (const char *file : {"dev/snd/pcmC2D0c", "dev/ttyUSB10", "dev/ttyUSB2"})
+            QVERIFY(QFile(root.filePath(file)).open(QIODevice::WriteOnly));
+        const auto choose = [&root](const QByteArray &output, const QByteArray &input) {
             QFile file(root.filePath("var/lib/kt964/config.json"));
             return file.open(QIODevice::WriteOnly)
-                && file.write("{\"audio settings\": {\"output device\": {\"device number\": \""
-                              + QByteArray(number) + "\"}}}");
+                && file.write(R"({"audio settings": {"output device": {"device number": ")" + output
+                              + R"("}, "input device": {"device number": ")" + input
+                              + R"("}}, "redirection settings": {"general policy": "generic"}})");
         };
-        QVERIFY(choose("0,3"));
+        QVERIFY(choose("0,3", "2,0"));
         start(standIn);
         QTRY_VERIFY(standIn.has("pid"));
-        QVERIFY(standIn.read("arguments").contains("/sound:sys:alsa,dev:kt_session\n"));
+        const QByteArray arguments = standIn.read("arguments");
+        const QByteArray port = "," + QFile::encodeName(root.filePath("dev/ttyUSB"));
+        for (const QByteArray &argument : {QByteArray("/sound:sys:alsa,dev:kt_session"),
+                                           QByteArray("/microphone:sys:alsa,dev:kt_microphone"),
+                                           "/serial:COM1" + port + "2", "/serial:COM2" + port + "10"})
+            QVERIFY2(arguments.contains(argument + '\n'), arguments.constData());
         QFile definition(QString::fromUtf8(standIn.read("alsa").trimmed().split(':').last()));
-        QVERIFY(definition.open(QIODevice::ReadOnly) && definition.readAll().contains("\"hw:0,3\""));
-        QVERIFY(choose("1,0"));
+        const auto defined = [&definition] {
+            definition.close();
+            return definition.open(QIODevice::ReadOnly) ? definition.readAll() : QByteArray();
+        };
+        QVERIFY(defined().contains("\"hw:0,3\"") && defined().contains("\"hw:2,0\""));
+        // The new microphone is not plugged in: the session would end if it were opened.
+        QVERIFY(choose("1,0", "3,0"));
         QFile name(QString("/proc/%1/comm").arg(m_client->processId()));
         QVERIFY(name.open(QIODevice::ReadOnly) && name.readAll() == "zClient.bin\n");
         signalClient(SIGUSR1);
-        QTRY_VERIFY((definition.close(), definition.open(QIODevice::ReadOnly))
-                    && definition.readAll().contains("\"hw:1,0\""));
+        QTRY_VERIFY(defined().contains("\"hw:1,0\""));
+        QVERIFY(defined().contains("\"hw:2,0\""));
         signalClient(SIGTERM);
         QVERIFY(m_client->waitForFinished(10000));
         QVERIFY(!definition.exists());
