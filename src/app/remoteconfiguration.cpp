@@ -15,6 +15,7 @@
 #include "device/diagnostics.h"
 #include "device/networkcontroller.h"
 #include "device/resolutioncontainer.h"
+#include "update/updatemodule.h"
 
 #include <QApplication>
 #include <QJsonDocument>
@@ -69,22 +70,17 @@ bool priorityDiffers(const QJsonObject &stored, const QJsonObject &merged)
 
 } // namespace
 
-RemoteConfiguration::RemoteConfiguration(SettingsApp &window, JsonModule &configuration,
-                                         ResolutionContainer &resolutions, NetworkController &network,
-                                         QObject *parent)
+RemoteConfiguration::RemoteConfiguration(const Parts &parts, QObject *parent)
     : QObject(parent)
-    , m_window(window)
-    , m_configuration(configuration)
-    , m_resolutions(resolutions)
-    , m_network(network)
+    , m_parts(parts)
 { }
 
 void RemoteConfiguration::mergeRemoteConfig(const QJsonObject &remote, int *result)
 {
-    m_window.checkResetPossible(result);
+    m_parts.window.checkResetPossible(result);
     if (*result != 0)
         return;
-    QJsonObject merged = m_configuration.getDocument().object();
+    QJsonObject merged = m_parts.configuration.getDocument().object();
     qCDebug(lcRemote).noquote() << "merge:"
                                 << QJsonDocument(Secrets::blanked(remote)).toJson(QJsonDocument::Compact);
     QJsonObject upgraded = remote;
@@ -106,7 +102,7 @@ bool RemoteConfiguration::isAcceptable(const QJsonObject &upgraded, const QJsonO
         Diagnostics::print(QStringLiteral("WRONG CONFIG"));
         return false;
     }
-    if (!Compatibility::checkObjects(m_configuration.getDocument().object(), merged)) {
+    if (!Compatibility::checkObjects(m_parts.configuration.getDocument().object(), merged)) {
         Diagnostics::print(QStringLiteral("WRONG COMPATIBILITY"));
         return false;
     }
@@ -116,13 +112,13 @@ bool RemoteConfiguration::isAcceptable(const QJsonObject &upgraded, const QJsonO
 bool RemoteConfiguration::saveRemoteConfig(QJsonObject merged)
 {
     Diagnostics::print(QStringLiteral("Save Configuration"));
-    const bool inSession = m_window.updateModule().ifSessionConnected();
-    const QJsonObject stored = m_configuration.getDocument().object();
+    const bool inSession = m_parts.update.ifSessionConnected();
+    const QJsonObject stored = m_parts.configuration.getDocument().object();
     if (std::exchange(m_postponedDone, false))
         m_postponed = Deferred();
     const Deferred before = m_postponed;
     defer(stored, merged);
-    const JsonModule::Change change = m_configuration.change([&merged](QJsonObject &root) {
+    const JsonModule::Change change = m_parts.configuration.change([&merged](QJsonObject &root) {
         root = merged;
         return true;
     });
@@ -132,7 +128,7 @@ bool RemoteConfiguration::saveRemoteConfig(QJsonObject merged)
     }
     followAtOnce(stored, merged);
     if (inSession)
-        m_window.postponeConfiguration();
+        m_parts.window.postponeConfiguration();
     else
         showMerged();
     emit configurationMerged();
@@ -146,7 +142,7 @@ void RemoteConfiguration::defer(const QJsonObject &stored, QJsonObject &merged)
         m_postponed.clientSwitch = true;
     keepSoundDevices(stored, merged);
     if (resolutionIn(merged) != resolutionIn(stored)) {
-        if (!m_resolutions.isCheckedResolution(resolutionIn(merged)))
+        if (!m_parts.resolutions.isCheckedResolution(resolutionIn(merged)))
             setResolutionIn(merged, ResolutionContainer::automatic);
         m_postponed.resolutionChange = true;
         m_postponed.resolution = resolutionIn(merged);
@@ -158,12 +154,11 @@ void RemoteConfiguration::defer(const QJsonObject &stored, QJsonObject &merged)
 /// What disturbs nobody follows a merge at once.
 void RemoteConfiguration::followAtOnce(const QJsonObject &stored, const QJsonObject &merged)
 {
-    m_window.endpoint().enableComunication(valueIn(merged, Key::management, Key::consoleManagement).toBool());
     if (valueIn(merged, Key::general, Key::deviceName) != valueIn(stored, Key::general, Key::deviceName))
         Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-set-hostname"), QStringLiteral("-j")));
     const QJsonObject audio = merged.value(Key::audio).toObject();
     if (priorityDiffers(stored, merged))
-        m_window.audioActions().setPriorities(AudioSettings::priority(audio, AudioDirection::Output),
+        m_parts.window.audioActions().setPriorities(AudioSettings::priority(audio, AudioDirection::Output),
                                               AudioSettings::priority(audio, AudioDirection::Input));
 }
 
@@ -171,7 +166,7 @@ void RemoteConfiguration::followAtOnce(const QJsonObject &stored, const QJsonObj
 void RemoteConfiguration::showMerged()
 {
     emit pagesOutdated();
-    m_window.showLauncher();
+    m_parts.window.showLauncher();
     QApplication::closeAllWindows(); // the main window refuses
     if (m_postponed.resolutionChange) {
         m_pending.resolutionChange = true;
@@ -194,18 +189,18 @@ void RemoteConfiguration::handlePostponeConfiguration()
     m_postponedDone = true;
     carryOut(m_postponed);
     emit pagesOutdated();
-    m_window.showLauncher();
+    m_parts.window.showLauncher();
 }
 
 void RemoteConfiguration::carryOut(const Deferred &deferred)
 {
     if (deferred.networkChange) {
-        m_network.setNetworkConfig();
-        m_network.autoconnect();
-        m_network.afterCommands(this, [this] { emit networkApplied(); });
+        m_parts.network.setNetworkConfig();
+        m_parts.network.autoconnect();
+        m_parts.network.afterCommands(this, [this] { emit networkApplied(); });
     }
     if (deferred.resolutionChange && !deferred.resolution.isEmpty())
-        m_resolutions.setResolutionFromConsole(deferred.resolution);
+        m_parts.resolutions.setResolutionFromConsole(deferred.resolution);
     if (deferred.clientSwitch)
         Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-switch"), QStringLiteral("-r")));
 }

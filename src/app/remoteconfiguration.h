@@ -11,6 +11,7 @@ class JsonModule;
 class NetworkController;
 class ResolutionContainer;
 class SettingsApp;
+class UpdateModule;
 
 /// Takes documents from afar: merges them into the held one, writes it, and has the device follow it.
 ///
@@ -21,9 +22,17 @@ class RemoteConfiguration : public QObject
     Q_OBJECT
 
 public:
-    /// All arguments outlive the object.
-    RemoteConfiguration(SettingsApp &window, JsonModule &configuration, ResolutionContainer &resolutions,
-                        NetworkController &network, QObject *parent = nullptr);
+    /// What the object works with. All outlive it.
+    struct Parts
+    {
+        SettingsApp &window;
+        JsonModule &configuration;
+        ResolutionContainer &resolutions;
+        NetworkController &network;
+        UpdateModule &update;
+    };
+
+    explicit RemoteConfiguration(const Parts &parts, QObject *parent = nullptr);
 
 public slots:
     /// Merges a document, which may be partial and of an older version. `result` becomes 0 when it is
@@ -60,10 +69,7 @@ private:
     void showMerged();
     void carryOut(const Deferred &deferred);
 
-    SettingsApp &m_window;
-    JsonModule &m_configuration;
-    ResolutionContainer &m_resolutions;
-    NetworkController &m_network;
+    Parts m_parts;
     Deferred m_pending;           ///< for `applyRemoteConfig`
     Deferred m_postponed;         ///< for the end of the session, and as it was after that
     bool m_postponedDone = false; ///< the next merge starts with nothing postponed

@@ -3,38 +3,46 @@
 
 #pragma once
 
-#include "app/agentfeed.h"
-#include "services/networkstatus.h"
-#include "app/remoteconfiguration.h"
+#include "config/audiosettings.h"
 #include "config/jsonmodule.h"
-#include "device/audiocontroller.h"
-#include "device/networkcontroller.h"
-#include "device/resolutioncontainer.h"
 
 #include <QJsonObject>
 #include <QObject>
 
 #include <memory>
 
+class AudioController;
+class NetworkController;
+class NetworkStatus;
+class RemoteConfiguration;
+class ResolutionContainer;
 class SettingsApp;
 class SettingsPages;
 
-/// Owns the configuration document and what watches and changes the device by it, and answers the main
-/// window's questions about both.
+/// Sees to the document at start, leads the user through the settings, and carries out the messages of device
+/// scripts.
 class SettingsController : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Loads the document, upgrades an old one, writes the defaults where there is none to use, and fills the
-    /// window. The window outlives the controller.
-    explicit SettingsController(SettingsApp *window, QObject *parent = nullptr);
+    /// What the controller works with, beside the window. All outlive it.
+    struct Parts
+    {
+        JsonModule &configuration;
+        NetworkController &network;
+        NetworkStatus &networkStatus;
+        ResolutionContainer &resolutions;
+        AudioController &audio;
+        RemoteConfiguration &remote;
+    };
+
+    SettingsController(SettingsApp *window, const Parts &parts, QObject *parent = nullptr);
     ~SettingsController() override;
 
-    JsonModule &configuration();
-    NetworkStatus &networkStatus();
-    ResolutionContainer &resolutions();
-    RemoteConfiguration &remoteConfiguration();
+    /// Loads the document, upgrades an old one, writes the defaults where there is none to use, and fills the
+    /// window.
+    void start();
 
     /// The default "network settings" for what is connected now.
     QJsonObject generateDefaultNetwork();
@@ -82,6 +90,8 @@ public slots:
 signals:
     /// The sound devices are to be read again.
     void audioRefreshRequested();
+    /// The user has applied the settings.
+    void settingsApplied();
     /// A second display has come or gone.
     void dualMonitorChanged(bool inUse);
 
@@ -100,14 +110,7 @@ private:
     void takeMessage(const QJsonObject &message);
 
     SettingsApp *m_window;
-    JsonModule m_configuration;
+    Parts m_parts;
     QJsonObject m_defaults;
-    ToolQueue m_commands; ///< everything that configures the device takes its turn here
-    NetworkController m_network;
-    NetworkStatus m_networkStatus;
-    ResolutionContainer m_resolutions;
-    AudioController m_audio;
-    RemoteConfiguration m_remote;
-    AgentFeed m_agentFeed;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };

@@ -79,7 +79,7 @@ void SettingsPages::build(const Device &device)
     connectPages(general, connection, serverGroups, firmware);
     connectNetworkPage(networkPage);
     connect(&m_window, &SettingsApp::dualDisplayChanged, display, &DisplayPage::showDualDisplay);
-    display->showDualDisplay(m_window.sessionLauncher().isDualDisplay());
+    display->showDualDisplay(m_window.session().isDualDisplay());
 }
 
 void SettingsPages::connectPages(GeneralPage *general, ConnectionPage *connection,

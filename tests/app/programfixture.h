@@ -3,17 +3,18 @@
 
 #pragma once
 
-#include "launcher/settingsapp.h"
-#include "app/settingscontroller.h"
+#include "app/program.h"
 #include "onlyinnamespace.h"
 #include "parts.h"
 #include "testdevice.h"
 
 #include <QStackedWidget>
 
-/// The window and its controller as `main` makes them, over the device in force.
-struct Program
+/// The program as `main` starts it, over the device in force.
+struct StartedProgram
 {
+    StartedProgram() { program.start(); }
+
     template <typename Part = QWidget>
     Part *part(const char *name) const
     {
@@ -25,6 +26,7 @@ struct Program
     void openSettings() const { click("settingsButton"); }
     void apply() const { click("applyButton"); }
 
-    SettingsApp window;
-    SettingsController controller{&window};
+    Program program;
+    SettingsApp &window = program.window();
+    SettingsController &controller = program.controller();
 };

@@ -3,7 +3,6 @@
 
 #include "launcherfixture.h"
 
-#include "app/settingscontroller.h"
 #include "config/keys.h"
 #include "testtable.h"
 #include "widgets/generaldialog.h"
@@ -16,12 +15,14 @@ namespace {
 
 const QString tool = "kt-set-resolution";
 
-/// A launcher with its controller, and what a console does with them.
+/// A started program, and what a console does with them.
 struct Device : Launcher
 {
     explicit Device(const QList<Setting> &settings = {})
         : Launcher(settings)
     {
+        program->start();
+        QTest::qWaitFor([this] { return !device.calls("numlockx").isEmpty(); }); // the last one of the start
         device.forgetCalls();
     }
     int merge(const QByteArray &text)
@@ -30,13 +31,11 @@ struct Device : Launcher
         if (!text.contains("firmware info"))
             remote.insert(Key::firmwareInfo, QJsonObject{{Key::configurationVersion, 15}});
         int result = 0;
-        emit window->mergeRemoteConfig(remote, &result);
+        program->remoteConfiguration().mergeRemoteConfig(remote, &result);
         return result;
     }
-    void apply() { emit window->applyConfig(); }
+    void apply() { program->remoteConfiguration().applyRemoteConfig(); }
     QJsonValue stored(const QString &section) const { return device.stored({section}); }
-
-    SettingsController controller{window.get()};
 };
 
 } // namespace
@@ -63,10 +62,10 @@ private slots:
         const QJsonObject before = device.device.document();
         if (remote.contains("full"))
             QVERIFY(QFile::rename(path, path + ".aside") && QDir().mkdir(path));
-        const QSignalSpy merged(&device.controller.remoteConfiguration(),
+        const QSignalSpy merged(&device.program->remoteConfiguration(),
                                 &RemoteConfiguration::configurationMerged);
         QCOMPARE(device.merge(remote), 1);
-        QCOMPARE(device.controller.configuration().getDocument().object(), before);
+        QCOMPARE(device.program->configuration().getDocument().object(), before);
         QCOMPARE(merged.size(), 0);
         QCOMPARE(device.device.calls(), QStringList());
     }
@@ -74,11 +73,11 @@ private slots:
     void showsAtOnceAndAppliesOnRequest()
     {
         Device device;
-        device.controller.on_settingsButton_clicked();
+        device.program->controller().on_settingsButton_clicked();
         device.part<QCheckBox>("proxyCheckBox")->click();
         device.part<QCheckBox>("mirrorCheckBox")->click();
         device.device.forgetCalls();
-        GeneralDialog question(device.window.get(), GeneralDialog::Question);
+        GeneralDialog question(device.window, GeneralDialog::Question);
         question.open();
         QCOMPARE(device.merge(R"({"general settings": {"device name": "Ward 3", "client mode": "rdp"},
             "display settings": {"primary": {"resolution": "1280x800 60Hz"}}, "unknown": 1})"),
@@ -116,7 +115,7 @@ private slots:
                        {{Key::display, Key::primary, Key::resolution}, "1024x768 60Hz"}});
         QCOMPARE(device.merge(remote), 0);
         device.device.forgetCalls();
-        const QSignalSpy icons(&device.controller.networkStatus(), &NetworkStatus::wiredIconShown);
+        const QSignalSpy icons(&device.program->networkStatus(), &NetworkStatus::wiredIconShown);
         device.apply();
         QTRY_VERIFY(device.device.calls().join('|').contains(call));
         QTRY_COMPARE(icons.isEmpty(), !call.contains("network")); // the indicators follow
@@ -166,7 +165,7 @@ private slots:
         QTRY_COMPARE(device.device.calls(tool), QStringList("kt-set-resolution DMT 28"));
         QVERIFY(device.window->isVisible());
         QCOMPARE(device.window->clientMode(), SettingsApp::ClientMode::Rdp);
-        QVERIFY(device.window->updateModule().ifUpdateIdle());
+        QVERIFY(device.program->updateModule().ifUpdateIdle());
         // What was done is not done again, whatever becomes of the merges after it.
         const QString path = device.device.path("/var/lib/kt964/config.json");
         const QString aside = path + ".aside";
