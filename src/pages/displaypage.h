@@ -28,7 +28,8 @@ public:
     void discard() override;
 
 public slots:
-    /// A second display has come or gone: its settings are shown, or no longer. They can be opened in either case.
+    /// A second display has come or gone: its settings are shown, or no longer. They can be opened in either
+    /// case.
     void showDualDisplay(bool inUse);
 
 protected:
@@ -43,6 +44,7 @@ private:
     void setDisplayTab(const QJsonObject &display);
     void saveDisplayTab(QJsonObject &display) const;
     void select(QComboBox &box, const QString &stored) const;
+    void showSubPage(bool dual);
     QString position() const;
 
     std::unique_ptr<Ui::DisplayPage> m_ui;
