@@ -22,7 +22,9 @@ struct Device : Launcher
         : Launcher(settings)
     {
         program->start();
-        QTest::qWaitFor([this] { return !device.calls("numlockx").isEmpty(); }); // the last one of the start
+        // The last tool of the start.
+        if (!QTest::qWaitFor([this] { return !device.calls("numlockx").isEmpty(); }))
+            qFatal("the program has not started");
         device.forgetCalls();
     }
     int merge(const QByteArray &text)
