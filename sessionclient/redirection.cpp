@@ -5,6 +5,7 @@
 
 #include "shared/usbidentifier.h"
 
+#include <QCollator>
 #include <QDir>
 #include <QJsonArray>
 
@@ -75,9 +76,9 @@ QStringList usbSerialPorts()
     const QDir folder(qEnvironmentVariable("KT_DEVICE_ROOT") + QStringLiteral("/dev"));
     QStringList names = folder.entryList({QStringLiteral("ttyUSB*"), QStringLiteral("ttyACM*")},
                                          QDir::System | QDir::Files);
-    // Two digits after one: the names have no leading zeros.
-    std::stable_sort(names.begin(), names.end(),
-                     [](const QString &left, const QString &right) { return left.size() < right.size(); });
+    QCollator byNumber;
+    byNumber.setNumericMode(true);
+    std::sort(names.begin(), names.end(), byNumber);
     for (QString &name : names)
         name = folder.filePath(name);
     return names;

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "app/resources.h"
-#include "app/program.h"
+#include "launcher/settingsapp.h"
+#include "app/settingscontroller.h"
 #include "app/unixsignalhandler.h"
 
 #include "device/log.h"
@@ -29,10 +30,9 @@ int main(int argc, char *argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     Resources::apply(application);
 
-    Program program;
-    program.start();
-    UnixSignalHandler::instance()->setController(&program.controller());
-    SettingsApp &window = program.window();
+    SettingsApp window;
+    SettingsController controller(&window);
+    UnixSignalHandler::instance()->setController(&controller);
 
     // In the lab the program is one window among others of somebody's desktop.
     if (qEnvironmentVariableIsSet("KT_WINDOWED")) {

@@ -5,12 +5,13 @@
 
 #include "launcher/audioactioncontroller.h"
 #include "launcher/brokerlauncher.h"
-#include "launcher/connectingbox.h"
 #include "services/connecttarget.h"
-#include "services/sessionservice.h"
-#include "services/updateservice.h"
+#include "launcher/sessionlauncher.h"
+#include "launcher/updatelauncher.h"
+#include "management/devicestatus.h"
+#include "update/terminalservermodule.h"
+#include "update/updatemodule.h"
 
-#include <QHostAddress>
 #include <QMainWindow>
 #include <QMap>
 #include <QMenu>
@@ -19,8 +20,8 @@
 #include <memory>
 #include <optional>
 
+class DeviceAgent;
 class JsonModule;
-class PowerService;
 class QShortcut;
 class TopBar;
 
@@ -30,8 +31,8 @@ class SettingsApp;
 
 /// The main window: the launcher that the device's user meets, and the pages around it.
 ///
-/// It shows what its services report, and reports what its user wants. It owns none of them, and knows nothing of
-/// the settings controller, which is handed the window.
+/// It owns and connects the launcher's parts. It knows nothing of the settings controller, which is handed
+/// the window and answers its questions.
 class SettingsApp : public QMainWindow
 {
     Q_OBJECT
@@ -51,18 +52,11 @@ public:
         AutoLogonPage = 5,
     };
 
-    /// What the window shows and asks of the program. All outlive it.
-    struct Parts
-    {
-        JsonModule &configuration;
-        SessionService &session;
-        UpdateService &updates;
-        PowerService &power;
-    };
-
-    explicit SettingsApp(const Parts &parts, QWidget *parent = nullptr);
+    explicit SettingsApp(QWidget *parent = nullptr);
     ~SettingsApp() override;
 
+    /// The document that the launcher shows; it outlives its use here. Read anew by `loadConfiguration`.
+    void setConfiguration(JsonModule *configuration);
     /// Fills the launcher from the held document: groups, histories, addresses, what the user may do.
     void loadConfiguration();
     /// Takes the settings view into the main stack.
@@ -74,12 +68,17 @@ public:
     /// Shows the connection page of a "client mode" word.
     void showClientMode(const QString &clientMode);
     ClientMode clientMode() const;
-    SessionService &session();
+    SessionLauncher &sessionLauncher();
+    UpdateModule &updateModule();
+    TerminalServerModule &endpoint();
     /// A document has been merged during a session: when the client ends, that session is over and the rest
     /// of the document is applied.
     void postponeConfiguration();
     TopBar &topBar();
     AudioActionController &audioActions();
+    UpdateLauncher &updateLauncher();
+    /// Made when it is first asked for: the first paint does not wait for the TLS library.
+    DeviceAgent &deviceAgent();
 
 public slots:
     /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
@@ -113,8 +112,14 @@ public slots:
     void on_actionSleep_triggered();
 
 signals:
+    void getProxyParameters(QJsonObject &proxy);
+    void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
     /// A discovery is asked for; `error` becomes 1 when it could not be started everywhere.
     void refreshServerList(int &error);
+    /// A document from afar is to be merged into the held one. `result` becomes 1 when it is refused, else 0.
+    void mergeRemoteConfig(const QJsonObject &remote, int *result);
+    /// What a merged document left to be done is to be done now.
+    void applyConfig();
     /// What was merged during the session that has ended is to be applied.
     void handlePostponeConfiguration();
     void dualDisplayChanged(bool inUse);
@@ -131,10 +136,12 @@ protected:
 private:
     void setUpTopBar();
     void loadServerGroups();
+    void closePopups();
     void showPage(int page);
     void stopAutomatic();
     void setUpLauncher();
     void setUpSession();
+    void setUpEndpoint();
     void setUpBroker();
     void setUpUpdate();
     void showClientMode(ClientMode mode);
@@ -152,14 +159,19 @@ private:
     bool confirmed(const QString &title, const QString &message);
 
     std::unique_ptr<Ui::SettingsApp> m_ui;
-    Parts m_parts;
-    ConnectingBox m_connectingBox;
+    DeviceStatus m_status;
+    TerminalServerModule m_endpoint{m_status};
+    UpdateModule m_update;
+    SessionLauncher m_launcher;
+    std::unique_ptr<DeviceAgent> m_agent;
     std::unique_ptr<BrokerLauncher> m_broker;
     std::unique_ptr<TopBar> m_topBar;
     std::unique_ptr<AudioActionController> m_audio;
+    std::unique_ptr<UpdateLauncher> m_updateLauncher;
     int m_pageBeforeUpdate = LauncherPage;
     QMenu m_powerMenu;
     QVector<QShortcut *> m_enterShortcuts;
+    JsonModule *m_configuration = nullptr;
     ClientMode m_mode = ClientMode::Corvid;
     bool m_modeShown = false;
     bool m_autoConnect = false;

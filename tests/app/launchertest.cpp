@@ -119,7 +119,7 @@ private slots:
         QVERIFY(launcher.window->isVisible());
         QVERIFY(!Launcher::connectingBox()->isVisible());
         QVERIFY(!launcher.device.exists("/tmp/connect.json"));
-        QVERIFY(launcher.program->updateModule().ifUpdateIdle());
+        QVERIFY(launcher.window->updateModule().ifUpdateIdle());
         QVERIFY(launcher.window->cursor().shape() != Qt::WaitCursor);
     }
 
@@ -145,7 +145,7 @@ private slots:
         const DialogAnswer answer(true);
         launcher.click("connectButton");
         QCOMPARE(answer.messages, QStringList{"Group %1<i> is empty. Connection aborted!"});
-        QVERIFY(!launcher.window->session().isRunning());
+        QVERIFY(!launcher.window->sessionLauncher().isRunning());
         QVERIFY(launcher.window->isVisible());
     }
 
@@ -158,12 +158,13 @@ private slots:
         QTRY_COMPARE(launcher.runs(), 1);
         QVERIFY(!launcher.window->isVisible());
         QVERIFY(Launcher::connectingBox()->isVisible());
-        QVERIFY(launcher.program->updateModule().ifSessionConnected());
+        QVERIFY(launcher.window->updateModule().ifSessionConnected());
+        launcher.window->sessionLauncher().closeConnectionDialog();
+        QVERIFY(!Launcher::connectingBox()->isVisible());
 
         launcher.click("connectButton");
         launcher.letGo();
         QTRY_COMPARE(launcher.ended->count(), 1);
-        QVERIFY(!Launcher::connectingBox()->isVisible());
         QCOMPARE(launcher.runs(), 1);
         QVERIFY(launcher.window->isVisible());
     }
@@ -196,7 +197,7 @@ private slots:
         launcher.click("connectButton");
         QTRY_VERIFY(launcher.device.exists("/tmp/connect.json.begin"));
         launcher.ended.reset();
-        launcher.program.reset();
+        launcher.window.reset();
         QVERIFY(launcher.device.exists("/tmp/connect.json.end"));
     }
 
@@ -243,7 +244,7 @@ private slots:
         QFETCH(int, key);
         QFETCH(bool, connects);
         Launcher launcher({{{groups}, oneGroup("Office", {"10.0.0.1"})}});
-        QVERIFY(QTest::qWaitForWindowActive(launcher.window));
+        QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
         launcher.tellClient({success});
         launcher.part<QWidget>("groupServerTreeView")->setFocus(Qt::TabFocusReason);
         QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Down);
@@ -253,7 +254,7 @@ private slots:
         const QSignalSpy pressed(launcher.part<QAbstractButton>("rdpClientButton"),
                                  &QAbstractButton::clicked);
         QTest::keyClick(launcher.window->focusWidget(), Qt::Key(key));
-        QCOMPARE(launcher.window->session().isRunning(), connects);
+        QCOMPARE(launcher.window->sessionLauncher().isRunning(), connects);
         QCOMPARE(pressed.count(), from == "rdpClientButton" ? 1 : 0);
         if (connects)
             QVERIFY(launcher.ended->wait());
@@ -263,7 +264,7 @@ private slots:
     void enterChoosesFromTheOpenHistory()
     {
         Launcher launcher({{{Key::mainWindow, Key::manualServerHistory}, numbered(1, 3)}});
-        QVERIFY(QTest::qWaitForWindowActive(launcher.window));
+        QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
         launcher.click("manuallyDesktopButton");
         auto *box = launcher.part<QComboBox>("manualServerComboBox");
         box->showPopup();
@@ -271,7 +272,7 @@ private slots:
         QTest::keyClick(box->view(), Qt::Key_Down);
         QTest::keyClick(box->view(), Qt::Key_Return);
         QCOMPARE(box->currentText(), "10.0.0.2");
-        QVERIFY(!launcher.window->session().isRunning());
+        QVERIFY(!launcher.window->sessionLauncher().isRunning());
         launcher.tellClient({success});
         QTRY_VERIFY(!QApplication::activePopupWidget());
         QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);

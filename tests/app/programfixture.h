@@ -3,18 +3,18 @@
 
 #pragma once
 
-#include "app/program.h"
+#include "launcher/settingsapp.h"
+#include "app/settingscontroller.h"
 #include "onlyinnamespace.h"
 #include "parts.h"
 #include "testdevice.h"
 
 #include <QStackedWidget>
+#include <QTest>
 
-/// The program as `main` starts it, over the device in force.
-struct StartedProgram
+/// The window and its controller as `main` makes them, over the device in force.
+struct Program
 {
-    StartedProgram() { program.start(); }
-
     template <typename Part = QWidget>
     Part *part(const char *name) const
     {
@@ -24,9 +24,14 @@ struct StartedProgram
     int page() const { return part<QStackedWidget>("mainStackedWidget")->currentIndex(); }
     bool settingsShown() const { return page() == SettingsApp::SettingsPage; }
     void openSettings() const { click("settingsButton"); }
-    void apply() const { click("applyButton"); }
+    /// Presses "Apply" and waits until the device has followed.
+    void apply()
+    {
+        click("applyButton");
+        settle();
+    }
+    void settle() { QTRY_VERIFY(!controller.applier().isBusy()); }
 
-    Program program;
-    SettingsApp &window = program.window();
-    SettingsController &controller = program.controller();
+    SettingsApp window;
+    SettingsController controller{&window};
 };

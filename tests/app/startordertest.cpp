@@ -6,7 +6,8 @@
 #include "outputtofile.h"
 #include "testdevice.h"
 
-#include "app/program.h"
+#include "launcher/settingsapp.h"
+#include "app/settingscontroller.h"
 #include "config/keys.h"
 #include "testtable.h"
 
@@ -50,20 +51,20 @@ private slots:
         QFETCH(QString, printed);
         const TestDevice device;
         device.write(documentPath, Documents::text(found));
-        Program program;
+        SettingsApp window;
         auto redirected = std::make_unique<OutputToFile>(device.path(output));
-        program.start();
+        SettingsController controller(&window);
         redirected.reset();
 
         QJsonObject expected;
-        program.controller().loadDefaultConfig(expected);
+        controller.loadDefaultConfig(expected);
         if (!left.isEmpty())
             expected = Documents::object(left);
         QCOMPARE(device.document(), expected);
         if (found == left)
             QCOMPARE(device.read(documentPath), Documents::text(found));
-        QCOMPARE(program.window().clientMode() == SettingsApp::ClientMode::Rdp, found == "version-16.json");
-        QCOMPARE(program.configuration().getDocument().object(), expected);
+        QCOMPARE(window.clientMode() == SettingsApp::ClientMode::Rdp, found == "version-16.json");
+        QCOMPARE(controller.configuration().getDocument().object(), expected);
         const QStringList lines = QString::fromUtf8(device.read(output)).split('\n');
         QCOMPARE(lines.filter(QRegularExpression("^UPGRADE")).join(','), printed);
 
@@ -74,11 +75,11 @@ private slots:
         QTRY_COMPARE(applied(), upgraded ? expected[Key::network].toObject() : QJsonObject());
         const QRegularExpression commands("set-config A .*autoconnect A ");
         QTRY_COMPARE(device.calls().join(' ').contains(commands), upgraded);
-        QCOMPARE(program.window().cursor().shape(), Qt::ArrowCursor);
+        QCOMPARE(window.cursor().shape(), Qt::ArrowCursor);
 
-        QVERIFY(program.controller().checkConfigCompatibility(expected));
+        QVERIFY(controller.checkConfigCompatibility(expected));
         expected.remove(Key::mainWindow);
-        QVERIFY(!program.controller().checkConfigCompatibility(expected));
+        QVERIFY(!controller.checkConfigCompatibility(expected));
     }
 
     void keepsWhatItUpgradedOnAFullDisk()
@@ -86,16 +87,17 @@ private slots:
         const TestDevice device;
         device.write(documentPath, Documents::text("old-network.json"));
         const QJsonObject upgraded = Documents::object("old-network.upgraded.json");
-        Program program;
+        SettingsApp window;
+        std::unique_ptr<SettingsController> controller;
         {
             const FullDisk full(static_cast<rlim_t>(device.read(documentPath).size()));
-            program.start();
-            program.controller().on_settingsButton_clicked();
-            QCOMPARE(program.configuration().getDocument().object(), upgraded);
+            controller = std::make_unique<SettingsController>(&window);
+            controller->on_settingsButton_clicked();
+            QCOMPARE(controller->configuration().getDocument().object(), upgraded);
             QCOMPARE(device.document(), Documents::object("old-network.json"));
         }
-        program.window().findChild<QCheckBox *>("numLockCheckBox")->click();
-        program.controller().on_applyButton_clicked();
+        window.findChild<QCheckBox *>("numLockCheckBox")->click();
+        controller->on_applyButton_clicked();
         QJsonObject expected = upgraded;
         expected.insert(Key::keyboard, QJsonObject{{"layout", "US"}, {"numlock on", true}});
         expected.insert(Key::audio, device.document().value(Key::audio)); // the devices found meanwhile
@@ -107,8 +109,8 @@ private slots:
         const TestDevice device;
         for (const char *tool : {"hostname", "kt-set-hostname", "kt-network-config"})
             device.setTool(QString("/usr/bin/") + QLatin1String(tool), "kill -ABRT $$");
-        Program program;
-        program.start();
+        SettingsApp window;
+        const SettingsController controller(&window);
         QCOMPARE(device.document().keys().size(), 17);
     }
 };

@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
+#include "launcher/sessionlauncher.h"
 #include "runningprocess.h"
-#include "config/jsonmodule.h"
 #include "services/connectionfile.h"
-#include "services/sessionservice.h"
 #include "testdevice.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QtTest>
 
 #include <thread>
@@ -19,7 +18,7 @@
 namespace {
 
 const QString launchOnly
-    = "--launch-only"; ///< makes this program a program that starts a client, for a test
+    = "--launch-only"; ///< makes this program a launcher that starts a client, for a test
 
 /// Reads a named pipe to its end and returns the permissions that it had while its writer still waited.
 mode_t readSlowly(const QByteArray &path)
@@ -38,7 +37,7 @@ mode_t readSlowly(const QByteArray &path)
 } // namespace
 
 /// What a session's start leaves to others, and what its end leaves behind.
-class SessionServiceTest : public QObject
+class SessionLauncherTest : public QObject
 {
     Q_OBJECT
 
@@ -57,7 +56,7 @@ private slots:
         QCOMPARE(mode, mode_t{0600});
     }
 
-    void clientEndsWithTheProgram()
+    void clientEndsWithItsLauncher()
     {
         const TestDevice device;
         device.setTool("/usr/bin/solva-client", "echo $$ >$KT_DEVICE_ROOT/tmp/pid; exec sleep 60");
@@ -74,15 +73,14 @@ private slots:
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication application(argc, argv);
+    QApplication application(argc, argv);
     if (application.arguments().contains(launchOnly)) {
-        JsonModule configuration("config.json", true);
-        SessionService session(configuration);
-        session.startBrokerClient({}, QString());
-        return QCoreApplication::exec();
+        SessionLauncher launcher;
+        launcher.startBrokerClient({}, QString());
+        return QApplication::exec();
     }
-    SessionServiceTest test;
+    SessionLauncherTest test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "sessionservicetest.moc"
+#include "sessionlaunchertest.moc"

@@ -1,15 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "services/sessionservice.h"
+#include "launcher/sessionlauncher.h"
 
 #include "config/jsonmodule.h"
 #include "device/commands.h"
 #include "device/paths.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QLoggingCategory>
-#include <QTimer>
+#include <QScreen>
 
 #include <csignal>
 
@@ -29,19 +30,21 @@ QString shownName(const ServerEntry &server)
 
 } // namespace
 
-SessionService::SessionService(JsonModule &configuration, QObject *parent)
+SessionLauncher::SessionLauncher(QObject *parent)
     : QObject(parent)
-    , m_configuration(configuration)
     , m_client(SIGTERM)
 {
     m_client.setProcessChannelMode(QProcess::MergedChannels);
     connect(&m_client, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
-            &SessionService::connectionFinished);
-    connect(&m_client, &QProcess::errorOccurred, this, &SessionService::handleError);
-    connect(&m_client, &QProcess::readyReadStandardOutput, this, &SessionService::logOutput);
+            &SessionLauncher::connectionFinished);
+    connect(&m_client, &QProcess::errorOccurred, this, &SessionLauncher::handleError);
+    connect(&m_client, &QProcess::readyReadStandardOutput, this, &SessionLauncher::logOutput);
+    m_dialogTimer.setSingleShot(true);
+    m_dialogTimer.setInterval(dialogTimeMs);
+    connect(&m_dialogTimer, &QTimer::timeout, this, &SessionLauncher::closeConnectionDialog);
 }
 
-SessionService::~SessionService()
+SessionLauncher::~SessionLauncher()
 {
     m_client.disconnect(this);
     if (m_client.state() != QProcess::NotRunning) {
@@ -50,32 +53,37 @@ SessionService::~SessionService()
     }
 }
 
-void SessionService::setDualDisplay(bool inUse)
+void SessionLauncher::setConfiguration(JsonModule *configuration)
+{
+    m_configuration = configuration;
+}
+
+void SessionLauncher::setDualDisplay(bool inUse)
 {
     m_dualDisplay = inUse;
 }
 
-bool SessionService::isDualDisplay() const
+bool SessionLauncher::isDualDisplay() const
 {
     return m_dualDisplay;
 }
 
-bool SessionService::isRunning() const
+bool SessionLauncher::isRunning() const
 {
     return m_running;
 }
 
-bool SessionService::clientIsMissing() const
+bool SessionLauncher::clientIsMissing() const
 {
     return m_client.error() == QProcess::FailedToStart;
 }
 
-QString SessionService::currentServerAddress() const
+QString SessionLauncher::currentServerAddress() const
 {
     return m_address;
 }
 
-void SessionService::connectTo(const ConnectTarget &target)
+void SessionLauncher::connectTo(const ConnectTarget &target)
 {
     if (m_running)
         return;
@@ -86,12 +94,12 @@ void SessionService::connectTo(const ConnectTarget &target)
     startConnection(shownName(first));
 }
 
-void SessionService::createConnectionFile(const QString &address, bool autoDisconnect)
+void SessionLauncher::createConnectionFile(const QString &address, bool autoDisconnect)
 {
     ConnectionFile::Session session;
     session.address = address;
     session.autoDisconnect = autoDisconnect;
-    emit primaryScreenSize(session.screen);
+    session.screen = QGuiApplication::primaryScreen()->geometry().size();
     if (m_dualDisplay) {
         QString resolution;
         int atLeft = 0;
@@ -100,18 +108,18 @@ void SessionService::createConnectionFile(const QString &address, bool autoDisco
         session.secondaryAtLeft = atLeft;
     }
     emit getProxyParameters(session.proxy);
-    ConnectionFile::write(Paths::connection(),
-                          ConnectionFile::describe(session, m_configuration.getDocument().object()));
+    const QJsonObject root = m_configuration ? m_configuration->getDocument().object() : QJsonObject();
+    ConnectionFile::write(Paths::connection(), ConnectionFile::describe(session, root));
     m_address = address;
 }
 
-void SessionService::startConnection(const QString &shown)
+void SessionLauncher::startConnection(const QString &shown)
 {
     qCInfo(lcSession).noquote() << "start the client for" << m_address;
     launch(Paths::client(), {QStringLiteral("-x"), Paths::connection()}, shown);
 }
 
-void SessionService::startBrokerClient(const QStringList &arguments, const QString &desktop)
+void SessionLauncher::startBrokerClient(const QStringList &arguments, const QString &desktop)
 {
     if (m_running)
         return;
@@ -121,31 +129,41 @@ void SessionService::startBrokerClient(const QStringList &arguments, const QStri
     launch(Paths::program(QStringLiteral("solva-client")), arguments, desktop);
 }
 
-void SessionService::launch(const QString &program, const QStringList &arguments, const QString &shown)
+void SessionLauncher::launch(const QString &program, const QStringList &arguments, const QString &shown)
 {
     emit started();
     QFile::remove(Paths::connectionStatus());
     m_running = true;
     m_client.setProcessEnvironment(Commands::environment());
     m_client.setWorkingDirectory(Paths::clientDirectory());
-    emit connecting(shown);
+    if (!shown.isEmpty())
+        m_dialog.setAddress(shown);
+    m_dialogTimer.start();
+    if (!m_dialog.isVisible())
+        m_dialog.show();
     m_client.start(program, arguments, QIODevice::ReadWrite);
 }
 
-void SessionService::logOutput()
+void SessionLauncher::closeConnectionDialog()
+{
+    m_dialogTimer.stop();
+    m_dialog.hide();
+}
+
+void SessionLauncher::logOutput()
 {
     while (m_client.canReadLine() || m_client.bytesAvailable() > longestLogLine)
         logLine();
 }
 
-void SessionService::logLine()
+void SessionLauncher::logLine()
 {
     const QByteArray line = m_client.readLine(longestLogLine);
     qCDebug(lcSession).noquote() << "client:" << QString::fromLocal8Bit(line).trimmed();
 }
 
 /// A client that cannot be started says so here and nowhere else; after a crash `connectionFinished` follows.
-void SessionService::handleError(QProcess::ProcessError error)
+void SessionLauncher::handleError(QProcess::ProcessError error)
 {
     qCWarning(lcSession).noquote() << "client:" << m_client.errorString();
     // From the event loop: the process is still being tidied up.
@@ -153,7 +171,7 @@ void SessionService::handleError(QProcess::ProcessError error)
         QTimer::singleShot(0, this, [this] { finish(ConnectionFile::Verdict::ConnectionError); });
 }
 
-void SessionService::connectionFinished(int exitCode, QProcess::ExitStatus)
+void SessionLauncher::connectionFinished(int exitCode, QProcess::ExitStatus)
 {
     while (m_client.bytesAvailable() > 0)
         logLine();
@@ -161,7 +179,7 @@ void SessionService::connectionFinished(int exitCode, QProcess::ExitStatus)
     finish(connectionError());
 }
 
-ConnectionFile::Verdict SessionService::connectionError() const
+ConnectionFile::Verdict SessionLauncher::connectionError() const
 {
     QFile status(Paths::connectionStatus());
     if (!status.exists())
@@ -170,27 +188,27 @@ ConnectionFile::Verdict SessionService::connectionError() const
                                                                      : QByteArray());
 }
 
-void SessionService::finish(ConnectionFile::Verdict verdict)
+void SessionLauncher::finish(ConnectionFile::Verdict verdict)
 {
     if (!m_running)
         return;
     QFile::remove(Paths::connection());
-    emit clientEnded();
+    closeConnectionDialog();
     if (verdict != ConnectionFile::Verdict::NoError && ++m_member < m_group.size()) {
         // From the event loop: the client's end must be over before it is started again.
-        QTimer::singleShot(0, this, &SessionService::tryNextMember);
+        QTimer::singleShot(0, this, &SessionLauncher::tryNextMember);
         return;
     }
     m_running = false;
     emit ended(verdict);
 }
 
-void SessionService::abandonWalk()
+void SessionLauncher::abandonWalk()
 {
     m_group.clear();
 }
 
-void SessionService::tryNextMember()
+void SessionLauncher::tryNextMember()
 {
     if (m_member >= m_group.size()) {
         m_running = false;
