@@ -189,7 +189,7 @@ void Bench::runSessions()
     view->setCurrentIndex(view->model()->index(0, 0));
     auto *button = part<QPushButton>("connectButton");
     static int ended = 0;
-    QObject::connect(&launcher()->sessionLauncher(), &SessionLauncher::ended, button,
+    QObject::connect(&launcher()->session(), &SessionService::ended, button,
                      [button](ConnectionFile::Verdict verdict) {
                          if (verdict != ConnectionFile::Verdict::NoError)
                              qFatal("a session has failed");

@@ -5,7 +5,6 @@
 
 #include "shared/usbidentifier.h"
 
-#include <QCollator>
 #include <QDir>
 #include <QJsonArray>
 
@@ -76,9 +75,9 @@ QStringList usbSerialPorts()
     const QDir folder(qEnvironmentVariable("KT_DEVICE_ROOT") + QStringLiteral("/dev"));
     QStringList names = folder.entryList({QStringLiteral("ttyUSB*"), QStringLiteral("ttyACM*")},
                                          QDir::System | QDir::Files);
-    QCollator byNumber;
-    byNumber.setNumericMode(true);
-    std::sort(names.begin(), names.end(), byNumber);
+    // Two digits after one: the names have no leading zeros.
+    std::stable_sort(names.begin(), names.end(),
+                     [](const QString &left, const QString &right) { return left.size() < right.size(); });
     for (QString &name : names)
         name = folder.filePath(name);
     return names;

@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "app/resources.h"
-#include "launcher/settingsapp.h"
-#include "app/settingscontroller.h"
+#include "app/program.h"
 #include "app/unixsignalhandler.h"
 
 #include "device/log.h"
@@ -30,9 +29,10 @@ int main(int argc, char *argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     Resources::apply(application);
 
-    SettingsApp window;
-    SettingsController controller(&window);
-    UnixSignalHandler::instance()->setController(&controller);
+    Program program;
+    program.start();
+    UnixSignalHandler::instance()->setController(&program.controller());
+    SettingsApp &window = program.window();
 
     // In the lab the program is one window among others of somebody's desktop.
     if (qEnvironmentVariableIsSet("KT_WINDOWED")) {

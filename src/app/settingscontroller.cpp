@@ -4,6 +4,7 @@
 #include "app/settingscontroller.h"
 
 #include "launcher/settingsapp.h"
+#include "app/remoteconfiguration.h"
 #include "app/settingspages.h"
 #include "launcher/topbar.h"
 #include "config/applicationproxy.h"
@@ -12,24 +13,25 @@
 #include "config/defaults.h"
 #include "config/keys.h"
 #include "config/upgrades.h"
+#include "device/audiocontroller.h"
 #include "device/commands.h"
 #include "device/devicetools.h"
 #include "device/diagnostics.h"
+#include "device/networkcontroller.h"
 #include "device/paths.h"
+#include "device/resolutioncontainer.h"
 #include "management/qmdaddress.h"
 #include "pages/administratorpassword.h"
+#include "pages/keyboardpage.h"
+#include "services/networkstatus.h"
 #include "widgets/generaldialog.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QNetworkInterface>
-#include <QScopedValueRollback>
 #include <QTimer>
-
-#include <utility>
 
 Q_LOGGING_CATEGORY(lcController, "kt.app.controller")
 
@@ -75,87 +77,40 @@ QString hostName()
 
 } // namespace
 
-SettingsController::SettingsController(SettingsApp *window, QObject *parent)
+SettingsController::SettingsController(SettingsApp *window, const Parts &parts, QObject *parent)
     : QObject(parent)
     , m_window(window)
-    , m_configuration(QStringLiteral("config.json"), true)
-    , m_network(m_commands)
-    , m_networkStatus(m_network, m_configuration)
-    , m_applier(m_configuration, m_commands, m_network, m_resolutions)
-    , m_remote(m_configuration,
-               {[this] {
-                    int result = 0;
-                    m_window->checkResetPossible(&result);
-                    return result != 0;
-                },
-                [this] { return m_window->updateModule().ifSessionConnected(); }})
-    , m_agentFeed(*window, m_configuration)
+    , m_parts(parts)
 {
     connectWindow();
     connectNetworkStatus();
     connectAudio();
     connectRemote();
-    connectApplier();
-    loadConfiguration();
-    setupProxy();
-    m_networkStatus.initNetworkStatus();
 }
 
 SettingsController::~SettingsController() = default;
 
-JsonModule &SettingsController::configuration()
+void SettingsController::start()
 {
-    return m_configuration;
-}
-
-NetworkStatus &SettingsController::networkStatus()
-{
-    return m_networkStatus;
-}
-
-ResolutionContainer &SettingsController::resolutions()
-{
-    return m_resolutions;
-}
-
-RemoteConfiguration &SettingsController::remoteConfiguration()
-{
-    return m_remote;
-}
-
-SettingsApplier &SettingsController::applier()
-{
-    return m_applier;
+    loadConfiguration();
+    setupProxy();
+    m_parts.networkStatus.initNetworkStatus();
+    QTimer::singleShot(firstAudioMs, &m_parts.audio, &AudioController::readDevices);
 }
 
 void SettingsController::mergeRemoteConfig(const QJsonObject &remote, int *result)
 {
-    m_remote.mergeRemoteConfig(remote, result);
-}
-
-bool SettingsController::saveRemoteConfig(const QJsonObject &merged)
-{
-    return m_remote.saveRemoteConfig(merged);
+    m_parts.remote.mergeRemoteConfig(remote, result);
 }
 
 void SettingsController::applyRemoteConfig()
 {
-    m_applier.follow();
+    m_parts.remote.applyRemoteConfig();
 }
 
 void SettingsController::handlePostponeConfiguration()
 {
-    m_applier.follow();
-    prepareGUI();
-    m_window->showLauncher();
-}
-
-/// Nobody works on the remote desktop: the screen shows the new document at once.
-void SettingsController::showMerged()
-{
-    prepareGUI();
-    m_window->showLauncher();
-    QApplication::closeAllWindows(); // the main window refuses
+    m_parts.remote.handlePostponeConfiguration();
 }
 
 /// The pages are filled anew whenever the settings are shown; until then it is enough that nothing counts as
@@ -167,7 +122,7 @@ void SettingsController::prepareGUI()
         m_pages->view().setApplyEnabled(false);
     }
     m_window->loadConfiguration();
-    m_window->showClientMode(m_configuration.getDocument()
+    m_window->showClientMode(m_parts.configuration.getDocument()
                                  .object()
                                  .value(Key::general)
                                  .toObject()
@@ -177,10 +132,6 @@ void SettingsController::prepareGUI()
 
 void SettingsController::connectWindow()
 {
-    m_window->setConfiguration(&m_configuration);
-    connect(m_window, &SettingsApp::getProxyParameters, this, &SettingsController::fillProxyParameters);
-    connect(m_window, &SettingsApp::secondaryMonitorParameters, this,
-            &SettingsController::fillSecondaryParameter);
     connect(m_window, &SettingsApp::settingsRequested, this, &SettingsController::on_settingsButton_clicked);
     connect(this, &SettingsController::dualMonitorChanged, m_window, &SettingsApp::setDualDisplay);
 }
@@ -188,71 +139,44 @@ void SettingsController::connectWindow()
 void SettingsController::connectNetworkStatus()
 {
     TopBar *bar = &m_window->topBar();
-    connect(&m_networkStatus, &NetworkStatus::wiredStatus, bar, &TopBar::setWiredNetworkStatus);
-    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, bar, &TopBar::setWirelessNetworkStatus);
-    connect(&m_networkStatus, &NetworkStatus::wiredIconShown, bar, &TopBar::setWiredIconShown);
-    connect(&m_networkStatus, &NetworkStatus::wirelessIconShown, bar, &TopBar::setWirelessIconShown);
-    connect(&m_networkStatus, &NetworkStatus::wiredToolTip, bar, &TopBar::setWiredToolTip);
-    connect(&m_networkStatus, &NetworkStatus::wirelessToolTip, bar, &TopBar::setWirelessToolTip);
-    connect(&m_networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
+    connect(&m_parts.networkStatus, &NetworkStatus::wiredStatus, bar, &TopBar::setWiredNetworkStatus);
+    connect(&m_parts.networkStatus, &NetworkStatus::wirelessStatus, bar, &TopBar::setWirelessNetworkStatus);
+    connect(&m_parts.networkStatus, &NetworkStatus::wiredIconShown, bar, &TopBar::setWiredIconShown);
+    connect(&m_parts.networkStatus, &NetworkStatus::wirelessIconShown, bar, &TopBar::setWirelessIconShown);
+    connect(&m_parts.networkStatus, &NetworkStatus::wiredToolTip, bar, &TopBar::setWiredToolTip);
+    connect(&m_parts.networkStatus, &NetworkStatus::wirelessToolTip, bar, &TopBar::setWirelessToolTip);
+    connect(&m_parts.networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
             &SettingsApp::refreshServerGroups);
 }
 
 void SettingsController::connectRemote()
 {
-    connect(m_window, &SettingsApp::mergeRemoteConfig, this, &SettingsController::mergeRemoteConfig);
-    connect(m_window, &SettingsApp::applyConfig, this, &SettingsController::applyRemoteConfig);
     connect(m_window, &SettingsApp::handlePostponeConfiguration, this,
             &SettingsController::handlePostponeConfiguration);
-    connect(&m_remote, &RemoteConfiguration::screensOutdated, this, &SettingsController::showMerged);
-    connect(&m_remote, &RemoteConfiguration::screensPostponed, m_window, &SettingsApp::postponeConfiguration);
-    connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agentFeed, &AgentFeed::takeMerged);
-    connect(&m_networkStatus, &NetworkStatus::wiredStatus, &m_agentFeed, &AgentFeed::takeNetworkStatus);
-    connect(&m_networkStatus, &NetworkStatus::wirelessStatus, &m_agentFeed, &AgentFeed::takeNetworkStatus);
-}
-
-void SettingsController::connectApplier()
-{
-    m_applier.setSessionCheck([this] { return m_window->updateModule().ifSessionConnected(); });
-    connect(&m_applier, &SettingsApplier::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);
-    connect(&m_applier, &SettingsApplier::wirelessLeft, &m_networkStatus, &NetworkStatus::takeWirelessLeft);
-    connect(&m_configuration, &JsonModule::changed, this, &SettingsController::followDocument);
-}
-
-/// What this program itself does otherwise when the document has changed.
-void SettingsController::followDocument()
-{
-    const QJsonObject root = m_configuration.getDocument().object();
-    setupProxy();
-    m_window->endpoint().enableComunication(
-        root.value(Key::management).toObject().value(Key::consoleManagement).toBool());
-    const QJsonObject sound = root.value(Key::audio).toObject();
-    if (std::exchange(m_sound, sound) != sound && !m_storingSound)
-        m_window->audioActions().setSettings(sound);
+    connect(&m_parts.remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
+    connect(&m_parts.remote, &RemoteConfiguration::configurationMerged, this, &SettingsController::setupProxy);
+    connect(&m_parts.remote, &RemoteConfiguration::networkApplied, &m_parts.networkStatus, &NetworkStatus::takeApplied);
 }
 
 void SettingsController::connectAudio()
 {
     AudioActionController &actions = m_window->audioActions();
-    connect(this, &SettingsController::audioRefreshRequested, &m_audio, &AudioController::readDevices);
-    connect(&m_audio, &AudioController::sendAudioDevices, &actions, &AudioActionController::getAudioDevices);
+    connect(this, &SettingsController::audioRefreshRequested, &m_parts.audio, &AudioController::readDevices);
+    connect(&m_parts.audio, &AudioController::sendAudioDevices, &actions, &AudioActionController::getAudioDevices);
     connect(&actions, &AudioActionController::outputChosen, this, &SettingsController::setOutputAudio);
     connect(&actions, &AudioActionController::inputChosen, this, &SettingsController::setInputAudio);
-    QTimer::singleShot(firstAudioMs, &m_audio, &AudioController::readDevices);
 }
 
 void SettingsController::loadConfiguration()
 {
     loadDefaultConfig(m_defaults);
-    m_configuration.getParameters(m_defaults);
-    if (m_configuration.isConfigCorrect())
+    m_parts.configuration.getParameters(m_defaults);
+    if (m_parts.configuration.isConfigCorrect())
         checkConfigVersion();
-    const QJsonObject root = m_configuration.getDocument().object();
-    m_sound = root.value(Key::audio).toObject();
+    const QJsonObject root = m_parts.configuration.getDocument().object();
     m_window->loadConfiguration();
     m_window->openLauncher(root.value(Key::general).toObject().value(Key::clientMode).toString());
-    m_commands.add(DeviceTools::setNumLock(root.value(Key::keyboard).toObject().value(Key::numlockOn).toBool()));
-    m_applier.start();
+    KeyboardPage::setNumLock(root.value(Key::keyboard).toObject());
 }
 
 /// Most users never see the settings: their start does not wait for them.
@@ -260,8 +184,9 @@ SettingsPages &SettingsController::settingsPages()
 {
     if (!m_pages) {
         m_pages = std::make_unique<SettingsPages>(
-            *m_window, m_configuration,
-            SettingsPages::Device{m_network, m_networkStatus, m_resolutions, m_audio, m_applier});
+            *m_window, m_parts.configuration,
+            SettingsPages::Device{m_parts.network, m_parts.networkStatus, m_parts.resolutions, m_parts.audio});
+        connect(m_pages.get(), &SettingsPages::networkApplied, this, &SettingsController::setupProxy);
         connect(&m_pages->view(), &SettingsView::applyRequested, this,
                 &SettingsController::on_applyButton_clicked);
         connect(&m_pages->view(), &SettingsView::backRequested, this,
@@ -274,9 +199,9 @@ void SettingsController::on_settingsButton_clicked()
 {
     SettingsPages &pages = settingsPages();
     pages.view().showPage(0);
-    m_configuration.readAgain(); // without a document there would be no password to ask for
+    m_parts.configuration.readAgain(); // without a document there would be no password to ask for
     pages.fill();
-    if (!AdministratorPassword::ask(m_window, m_configuration.getDocument().object()))
+    if (!AdministratorPassword::ask(m_window, m_parts.configuration.getDocument().object()))
         return;
     m_window->showSettings();
     pages.view().setFocus();
@@ -288,7 +213,7 @@ void SettingsController::on_applyButton_clicked()
     if (!settingsPages().apply())
         return;
     leaveSettings();
-    m_agentFeed.takeApplied();
+    emit settingsApplied();
 }
 
 void SettingsController::on_backButton_clicked()
@@ -301,18 +226,18 @@ void SettingsController::on_backButton_clicked()
 
 QString SettingsController::setQMDaddress()
 {
-    return QmdAddress::url(m_configuration.getDocument().object().value(Key::management).toObject());
+    return QmdAddress::url(m_parts.configuration.getDocument().object().value(Key::management).toObject());
 }
 
 bool SettingsController::setupProxy()
 {
-    const QJsonObject network = m_configuration.getDocument().object().value(Key::network).toObject();
+    const QJsonObject network = m_parts.configuration.getDocument().object().value(Key::network).toObject();
     return ApplicationProxy::install(ApplicationProxy::fromSettings(network.value(Key::proxy).toObject()));
 }
 
 void SettingsController::leaveSettings()
 {
-    m_configuration.readAgain();
+    m_parts.configuration.readAgain();
     settingsPages().discard();
     settingsPages().view().setApplyEnabled(false);
     m_window->loadConfiguration();
@@ -348,21 +273,21 @@ void SettingsController::upgrade(const QVector<JsonModule::Edit> &steps)
         newVersion = Upgrades::effectiveVersion(root) != before;
         return edited;
     };
-    m_configuration.change(edit, JsonModule::OnFailure::Hold);
+    m_parts.configuration.change(edit, JsonModule::OnFailure::Hold);
     if (newVersion)
         applyNetwork();
 }
 
 void SettingsController::applyNetwork()
 {
-    m_network.setNetworkConfig();
-    m_network.autoconnect();
-    m_network.afterCommands(this, [this] { m_networkStatus.takeApplied(); });
+    m_parts.network.setNetworkConfig();
+    m_parts.network.autoconnect();
+    m_parts.network.afterCommands(this, [this] { m_parts.networkStatus.takeApplied(); });
 }
 
 bool SettingsController::checkConfigCompatibility(const QJsonObject &remote)
 {
-    return Compatibility::checkObjects(m_configuration.getDocument().object(), remote);
+    return Compatibility::checkObjects(m_parts.configuration.getDocument().object(), remote);
 }
 
 void SettingsController::loadDefaultConfig(QJsonObject &out)
@@ -376,11 +301,11 @@ QJsonObject SettingsController::generateDefaultNetwork()
     const QString eth0 = QStringLiteral("eth0");
     const QString wlan0 = QStringLiteral("wlan0");
     Defaults::NetworkState state;
-    state.wiredPresent = interfaceExists(eth0) && m_network.getNetworkByInterface(eth0, state.wired);
-    state.wirelessPresent = interfaceExists(wlan0) && m_network.getNetworkByInterface(wlan0, state.wireless);
+    state.wiredPresent = interfaceExists(eth0) && m_parts.network.getNetworkByInterface(eth0, state.wired);
+    state.wirelessPresent = interfaceExists(wlan0) && m_parts.network.getNetworkByInterface(wlan0, state.wireless);
     if (state.wirelessPresent) {
-        m_network.GetWifiNetworkList(state.scan);
-        m_network.getActualWifi(state.wireless);
+        m_parts.network.GetWifiNetworkList(state.scan);
+        m_parts.network.getActualWifi(state.wireless);
     }
     return Defaults::networkSettings(state);
 }
@@ -405,7 +330,7 @@ void SettingsController::takeMessage(const QJsonObject &message)
     const QString type = message.value(QLatin1String("type")).toString();
     const QJsonObject content = message.value(type).toObject();
     if (type == QLatin1String("network status")) {
-        m_networkStatus.takeMessage(content.value(QLatin1String("interface")).toString(),
+        m_parts.networkStatus.takeMessage(content.value(QLatin1String("interface")).toString(),
                                     content.value(QLatin1String("message")).toString());
     } else if (type == QLatin1String("dual monitor status")) {
         const QString status = content.value(QLatin1String("status")).toString();
@@ -418,14 +343,14 @@ void SettingsController::takeMessage(const QJsonObject &message)
 
 void SettingsController::fillProxyParameters(QJsonObject &proxy)
 {
-    m_configuration.readAgain();
+    m_parts.configuration.readAgain();
     proxy
-        = m_configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
+        = m_parts.configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
 }
 
 void SettingsController::fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned)
 {
-    const QJsonObject secondary = m_configuration.getDocument()
+    const QJsonObject secondary = m_parts.configuration.getDocument()
                                       .object()
                                       .value(Key::display)
                                       .toObject()
@@ -439,7 +364,7 @@ void SettingsController::fillSecondaryParameter(QString &resolution, int &atLeft
 
 void SettingsController::testResolutionFromConsole(const QString &size)
 {
-    m_resolutions.setResolutionFromConsole(size);
+    m_parts.resolutions.setResolutionFromConsole(size);
 }
 
 void SettingsController::setOutputAudio(const QString &name, const QString &number,
@@ -457,8 +382,7 @@ void SettingsController::setInputAudio(const QString &name, const QString &numbe
 void SettingsController::storeAudio(AudioDirection direction, const AudioChoice &device,
                                     const AudioChoice &checked)
 {
-    const QScopedValueRollback<bool> own(m_storingSound, true);
-    const JsonModule::Change change = m_configuration.change([&](QJsonObject &root) {
+    const JsonModule::Change change = m_parts.configuration.change([&](QJsonObject &root) {
         QJsonObject audio = root.value(Key::audio).toObject();
         AudioSettings::setInUse(audio, direction, device);
         AudioSettings::setChecked(audio, direction, checked);

@@ -3,40 +3,46 @@
 
 #pragma once
 
-#include "app/agentfeed.h"
-#include "services/networkstatus.h"
-#include "services/remoteconfiguration.h"
-#include "services/settingsapplier.h"
+#include "config/audiosettings.h"
 #include "config/jsonmodule.h"
-#include "device/audiocontroller.h"
-#include "device/networkcontroller.h"
-#include "device/resolutioncontainer.h"
 
 #include <QJsonObject>
 #include <QObject>
 
 #include <memory>
 
+class AudioController;
+class NetworkController;
+class NetworkStatus;
+class RemoteConfiguration;
+class ResolutionContainer;
 class SettingsApp;
 class SettingsPages;
 
-/// Owns the configuration document and what watches and changes the device by it, and answers the main
-/// window's questions about both.
+/// Sees to the document at start, leads the user through the settings, and carries out the messages of device
+/// scripts.
 class SettingsController : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Loads the document, upgrades an old one, writes the defaults where there is none to use, and fills the
-    /// window. The window outlives the controller.
-    explicit SettingsController(SettingsApp *window, QObject *parent = nullptr);
+    /// What the controller works with, beside the window. All outlive it.
+    struct Parts
+    {
+        JsonModule &configuration;
+        NetworkController &network;
+        NetworkStatus &networkStatus;
+        ResolutionContainer &resolutions;
+        AudioController &audio;
+        RemoteConfiguration &remote;
+    };
+
+    SettingsController(SettingsApp *window, const Parts &parts, QObject *parent = nullptr);
     ~SettingsController() override;
 
-    JsonModule &configuration();
-    NetworkStatus &networkStatus();
-    ResolutionContainer &resolutions();
-    RemoteConfiguration &remoteConfiguration();
-    SettingsApplier &applier();
+    /// Loads the document, upgrades an old one, writes the defaults where there is none to use, and fills the
+    /// window.
+    void start();
 
     /// The default "network settings" for what is connected now.
     QJsonObject generateDefaultNetwork();
@@ -71,10 +77,7 @@ public slots:
     void fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned);
     /// Documents from afar, see `RemoteConfiguration`.
     void mergeRemoteConfig(const QJsonObject &remote, int *result);
-    bool saveRemoteConfig(const QJsonObject &merged);
-    /// Has the device follow the merged document.
     void applyRemoteConfig();
-    /// A session has ended in which documents were merged: the screens show the new one, and the device follows.
     void handlePostponeConfiguration();
     /// Sets a resolution at once, without a question.
     void testResolutionFromConsole(const QString &size);
@@ -87,6 +90,8 @@ public slots:
 signals:
     /// The sound devices are to be read again.
     void audioRefreshRequested();
+    /// The user has applied the settings.
+    void settingsApplied();
     /// A second display has come or gone.
     void dualMonitorChanged(bool inUse);
 
@@ -98,27 +103,14 @@ private:
     void connectNetworkStatus();
     void connectAudio();
     void connectRemote();
-    void connectApplier();
-    void followDocument();
     void prepareGUI();
-    void showMerged();
     void storeAudio(AudioDirection direction, const AudioChoice &device, const AudioChoice &checked);
     SettingsPages &settingsPages();
     void leaveSettings();
     void takeMessage(const QJsonObject &message);
 
     SettingsApp *m_window;
-    JsonModule m_configuration;
+    Parts m_parts;
     QJsonObject m_defaults;
-    ToolQueue m_commands; ///< everything that configures the device takes its turn here
-    NetworkController m_network;
-    NetworkStatus m_networkStatus;
-    ResolutionContainer m_resolutions;
-    AudioController m_audio;
-    SettingsApplier m_applier;
-    RemoteConfiguration m_remote;
-    bool m_storingSound = false;
-    QJsonObject m_sound; ///< the "audio settings" as the launcher was told them last
-    AgentFeed m_agentFeed;
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };

@@ -4,9 +4,9 @@
 #include "launcher/brokerlauncher.h"
 
 #include "launcher/autoconnectpage.h"
-#include "launcher/sessionlauncher.h"
 #include "launcher/solvadesktopspage.h"
 #include "launcher/solvapage.h"
+#include "services/sessionservice.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 
@@ -24,14 +24,9 @@ BrokerLauncher::BrokerLauncher(const Parts &parts, QObject *parent)
     connect(&m_parts.autoLogon, &AutoConnectPage::connectRequested, this, [this] { logOn(true); });
 }
 
-void BrokerLauncher::setConfiguration(JsonModule *configuration)
-{
-    m_configuration = configuration;
-}
-
 QJsonObject BrokerLauncher::section(QLatin1String key) const
 {
-    return m_configuration ? m_configuration->getDocument().object().value(key).toObject() : QJsonObject();
+    return m_parts.configuration.getDocument().object().value(key).toObject();
 }
 
 QJsonObject BrokerLauncher::settings() const

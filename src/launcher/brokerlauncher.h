@@ -10,7 +10,7 @@
 
 class AutoConnectPage;
 class JsonModule;
-class SessionLauncher;
+class SessionService;
 class SolvaDesktopsPage;
 class SolvaPage;
 
@@ -21,18 +21,18 @@ class BrokerLauncher : public QObject
     Q_OBJECT
 
 public:
-    /// The pages between which it leads, and what runs the client. All outlive it.
+    /// The pages between which it leads, what runs the client, and the document. All outlive it.
     struct Parts
     {
         SolvaPage &logon;
         SolvaDesktopsPage &desktops;
         AutoConnectPage &autoLogon;
-        SessionLauncher &session;
+        SessionService &session;
+        JsonModule &configuration;
     };
 
     explicit BrokerLauncher(const Parts &parts, QObject *parent = nullptr);
 
-    void setConfiguration(JsonModule *configuration);
     /// Takes the broker, the log-on and the session's options from the held document.
     void loadConfiguration();
     /// The device signs in by itself: it is told to, and a broker and a user are stored.
@@ -76,5 +76,4 @@ private:
 
     Parts m_parts;
     SolvaAccessManager m_manager;
-    JsonModule *m_configuration = nullptr;
 };

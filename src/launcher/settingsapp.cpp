@@ -3,23 +3,23 @@
 
 #include "launcher/settingsapp.h"
 
-#include "launcher/managementactions.h"
+#include "launcher/popups.h"
 #include "launcher/servergroups.h"
 #include "launcher/stylesheets.h"
 #include "launcher/topbar.h"
 #include "launcher/windowsettings.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
-#include "device/devicetools.h"
-#include "management/deviceagent.h"
+#include "services/powerservice.h"
 #include "widgets/generaldialog.h"
 
 #include "ui_settingsapp.h"
 
-#include <QApplication>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QJsonArray>
 #include <QLoggingCategory>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -29,7 +29,6 @@ Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
 
 namespace {
 
-constexpr int deepestDialog = 4;
 const QPoint powerMenuOffset(-80, 38);
 
 SettingsApp::ClientMode modeOf(const QString &word)
@@ -41,15 +40,15 @@ SettingsApp::ClientMode modeOf(const QString &word)
 
 } // namespace
 
-SettingsApp::SettingsApp(QWidget *parent)
+SettingsApp::SettingsApp(const Parts &parts, QWidget *parent)
     : QMainWindow(parent)
     , m_ui(std::make_unique<Ui::SettingsApp>())
+    , m_parts(parts)
 {
     m_ui->setupUi(this);
     setUpTopBar();
     setUpLauncher();
     setUpSession();
-    setUpEndpoint();
     setUpBroker();
     setUpUpdate();
     showClientMode(ClientMode::Corvid);
@@ -78,12 +77,10 @@ void SettingsApp::setUpLauncher()
     connect(m_ui->rdpPage, &RdpPage::targetChanged, this, &SettingsApp::updateConnectButton);
     connect(m_ui->corvidPage, &CorvidPage::refreshRequested, this, &SettingsApp::autoDetectServers);
     connect(m_ui->corvidPage, &CorvidPage::selectionChosen, this, [this](const QString &selection) {
-        WindowSettings::store(m_configuration, Key::selection, selection);
+        WindowSettings::store(&m_parts.configuration, Key::selection, selection);
     });
     connect(m_ui->autoConnectPage, &AutoConnectPage::connectRequested, this,
             &SettingsApp::on_connectButton_clicked);
-    connect(this, &SettingsApp::refreshServerList, &m_endpoint, &TerminalServerModule::findTerminalServer);
-    connect(&m_endpoint, &TerminalServerModule::sendServerList, this, &SettingsApp::setServerList);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto *enter = new QShortcut(key, this);
         enter->setAutoRepeat(false);
@@ -94,35 +91,25 @@ void SettingsApp::setUpLauncher()
 
 void SettingsApp::setUpSession()
 {
-    connect(&m_launcher, &SessionLauncher::started, this, [this] {
-        closePopups();
+    SessionService *session = &m_parts.session;
+    connect(session, &SessionService::started, this, [this] {
+        Popups::closeAll();
         hide();
         setCursor(Qt::WaitCursor);
-        m_update.setSessionConnectedState();
     });
-    connect(&m_launcher, &SessionLauncher::ended, this, &SettingsApp::connectionFinished);
-    connect(&m_launcher, &SessionLauncher::getProxyParameters, this, &SettingsApp::getProxyParameters);
-    connect(&m_launcher, &SessionLauncher::secondaryMonitorParameters, this,
-            &SettingsApp::secondaryMonitorParameters);
-}
-
-void SettingsApp::setUpEndpoint()
-{
-    using Endpoint = TerminalServerModule;
-    connect(&m_endpoint, &Endpoint::firmwareUpdateLatest, this, &SettingsApp::on_updateLatest);
-    connect(&m_endpoint, &Endpoint::firmwareUpdateURL, this, &SettingsApp::on_updateByURL);
-    connect(&m_endpoint, &Endpoint::firmwareUpdateCORVID, this, &SettingsApp::on_updateByCORVID);
-    connect(&m_endpoint, &Endpoint::check_resetPossible, this, &SettingsApp::checkResetPossible);
-    connect(&m_endpoint, &Endpoint::ask_resetDevice, this, &SettingsApp::resetDevice);
-    connect(&m_endpoint, &Endpoint::saveConfiguration, this, &SettingsApp::mergeRemoteConfig);
-    connect(&m_endpoint, &Endpoint::applyConfig, this, &SettingsApp::applyConfig);
+    connect(session, &SessionService::connecting, &m_connectingBox, &ConnectingBox::show);
+    connect(session, &SessionService::clientEnded, &m_connectingBox, &ConnectingBox::closeConnectionDialog);
+    connect(session, &SessionService::ended, this, &SettingsApp::connectionFinished);
+    connect(session, &SessionService::primaryScreenSize, this,
+            [](QSize &size) { size = QGuiApplication::primaryScreen()->geometry().size(); });
 }
 
 void SettingsApp::setUpBroker()
 {
     m_ui->autoLogonPage->renameParts(QStringLiteral("autoLogon"));
     m_broker = std::make_unique<BrokerLauncher>(
-        BrokerLauncher::Parts{*m_ui->solvaPage, *m_ui->solvaDesktopsPage, *m_ui->autoLogonPage, m_launcher});
+        BrokerLauncher::Parts{*m_ui->solvaPage, *m_ui->solvaDesktopsPage, *m_ui->autoLogonPage,
+                              m_parts.session, m_parts.configuration});
     connect(m_broker.get(), &BrokerLauncher::busy, this, &SettingsApp::setBusy);
     connect(m_broker.get(), &BrokerLauncher::brokerUsed, this, &SettingsApp::updateBrokerServers);
     connect(m_broker.get(), &BrokerLauncher::loggedOut, this, &SettingsApp::showLauncher);
@@ -137,39 +124,28 @@ void SettingsApp::setUpBroker()
 
 void SettingsApp::setUpUpdate()
 {
-    m_updateLauncher = std::make_unique<UpdateLauncher>(*m_ui->updatePage, m_update);
-    connect(&m_update, &UpdateModule::getServerList, this, [this] {
-        int error = 0;
-        emit refreshServerList(error);
-    });
-    connect(this, &SettingsApp::passServerList, &m_update, &UpdateModule::setServerList);
-    connect(&m_update, &UpdateModule::ask_WantUdpFileData, &m_endpoint,
-            &TerminalServerModule::getUdpFileData);
-    connect(&m_endpoint, &TerminalServerModule::ask_HasUdpFileData, &m_update,
-            &UpdateModule::ask_HasUdpFileData);
-    connect(m_updateLauncher.get(), &UpdateLauncher::postponed, &m_launcher, &SessionLauncher::abandonWalk);
-    connect(m_updateLauncher.get(), &UpdateLauncher::windowRequested, this, [this] {
+    UpdateService *updates = &m_parts.updates;
+    ::UpdatePage *page = m_ui->updatePage;
+    connect(updates, &UpdateService::opened, this, [this](const QString &text) {
+        m_ui->updatePage->showProgress(text, -1, -1);
         m_pageBeforeUpdate = m_ui->mainStackedWidget->currentIndex();
         stopAutomatic();
-        closePopups();
+        Popups::closeAll();
         m_ui->mainStackedWidget->setCurrentIndex(UpdatePage);
     });
-    connect(m_updateLauncher.get(), &UpdateLauncher::windowDone, this, [this] {
+    connect(updates, &UpdateService::progress, page, &::UpdatePage::showProgress);
+    connect(updates, &UpdateService::installing, page, &::UpdatePage::showInstalling);
+    connect(updates, &UpdateService::failed, page, &::UpdatePage::showFailure);
+    connect(updates, &UpdateService::remaining, page, &::UpdatePage::showCountdown);
+    connect(updates, &UpdateService::closed, this, [this] {
         applyPostponed();
         m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate);
     });
 }
 
-void SettingsApp::setConfiguration(JsonModule *configuration)
-{
-    m_broker->setConfiguration(configuration);
-    m_configuration = configuration;
-    m_launcher.setConfiguration(configuration);
-}
-
 QJsonObject SettingsApp::root() const
 {
-    return m_configuration ? m_configuration->getDocument().object() : QJsonObject();
+    return m_parts.configuration.getDocument().object();
 }
 
 QJsonObject SettingsApp::connectionSettings(QLatin1String client) const
@@ -192,8 +168,6 @@ void SettingsApp::loadConfiguration()
     m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
                              rdp.value(Key::allowCustomRdpServers).toBool());
     m_topBar->showDeviceName(root().value(Key::general).toObject().value(Key::deviceName).toString());
-    m_endpoint.enableComunication(
-        root().value(Key::management).toObject().value(Key::consoleManagement).toBool());
     m_audio->setSettings(root().value(Key::audio).toObject());
     updateConnectButton();
 }
@@ -254,34 +228,15 @@ SettingsApp::ClientMode SettingsApp::clientMode() const
     return m_mode;
 }
 
-SessionLauncher &SettingsApp::sessionLauncher()
+SessionService &SettingsApp::session()
 {
-    return m_launcher;
-}
-
-DeviceAgent &SettingsApp::deviceAgent()
-{
-    if (!m_agent) {
-        m_agent = std::make_unique<DeviceAgent>(m_status);
-        ManagementActions::connectTo(m_agent->dispatcher(), *this);
-    }
-    return *m_agent;
-}
-
-UpdateModule &SettingsApp::updateModule()
-{
-    return m_update;
-}
-
-TerminalServerModule &SettingsApp::endpoint()
-{
-    return m_endpoint;
+    return m_parts.session;
 }
 
 void SettingsApp::postponeConfiguration()
 {
     m_configurationPostponed = true;
-    m_launcher.abandonWalk();
+    m_parts.session.abandonWalk();
 }
 
 TopBar &SettingsApp::topBar()
@@ -292,11 +247,6 @@ TopBar &SettingsApp::topBar()
 AudioActionController &SettingsApp::audioActions()
 {
     return *m_audio;
-}
-
-UpdateLauncher &SettingsApp::updateLauncher()
-{
-    return *m_updateLauncher;
 }
 
 void SettingsApp::showClientMode(ClientMode mode)
@@ -369,20 +319,7 @@ void SettingsApp::updateConnectButton()
         qCDebug(lcLauncher).noquote() << "chosen:" << target->name;
 }
 
-/// A session or an update that starts by itself leaves no menu before it and no question unanswered: the
-/// answer is no.
-void SettingsApp::closePopups()
-{
-    if (QWidget *popup = QApplication::activePopupWidget())
-        popup->close();
-    // A dialog may stand before another one.
-    for (int depth = 0; depth < deepestDialog; ++depth) {
-        if (auto *question = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
-            question->reject();
-    }
-}
-
-/// Whoever turns to the settings, and be it to type the password, is not overtaken by a session.
+/// Opening the settings, or the password dialog before them, stops what would start by itself.
 void SettingsApp::stopAutomatic()
 {
     for (::AutoConnectPage *page : {m_ui->autoConnectPage, m_ui->autoLogonPage})
@@ -406,7 +343,7 @@ void SettingsApp::pressEnter()
 void SettingsApp::on_connectButton_clicked()
 {
     const auto target = chosenTarget();
-    if (target && m_update.ifUpdateIdle())
+    if (target && m_parts.updates.isIdle())
         connectTo(*target);
 }
 
@@ -417,18 +354,17 @@ void SettingsApp::connectTo(const ConnectTarget &target)
                                  tr("Group %1 is empty. Connection aborted!").arg(target.name));
         return;
     }
-    m_launcher.connectTo(target);
+    m_parts.session.connectTo(target);
 }
 
 void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
 {
     show();
     activateWindow();
-    m_update.setIdleState();
     unsetCursor();
-    if (m_updateLauncher->replayPostponed() || applyPostponed())
+    if (!m_parts.updates.isIdle() || applyPostponed())
         return;
-    if (m_mode == ClientMode::Solva && m_launcher.clientIsMissing())
+    if (m_mode == ClientMode::Solva && m_parts.session.clientIsMissing())
         GeneralDialog::showError(this, tr("Connection Error"),
                                  tr("The program that shows the desktop could not be started."));
     else if (verdict == ConnectionFile::Verdict::ConnectionError)
@@ -485,20 +421,19 @@ void SettingsApp::on_mainStackedWidget_currentChanged(int index)
 
 void SettingsApp::updateManualServers()
 {
-    m_ui->corvidPage->setHistory(WindowSettings::addToHistory(m_configuration, Key::manualServerHistory,
-                                                              m_launcher.currentServerAddress()));
+    m_ui->corvidPage->setHistory(WindowSettings::addToHistory(&m_parts.configuration, Key::manualServerHistory,
+                                                              m_parts.session.currentServerAddress()));
 }
 
 void SettingsApp::updateBrokerServers(const QString &address)
 {
-    WindowSettings::addToHistory(m_configuration, Key::solvaBrokerHistory, address);
+    WindowSettings::addToHistory(&m_parts.configuration, Key::solvaBrokerHistory, address);
     m_broker->loadConfiguration();
 }
 
 void SettingsApp::refreshServerGroups()
 {
-    if (m_configuration)
-        m_configuration->readAgain();
+    m_parts.configuration.readAgain();
     loadServerGroups();
     autoDetectServers();
 }
@@ -529,41 +464,40 @@ void SettingsApp::setBusy(bool busy)
 
 void SettingsApp::setDualDisplay(bool inUse)
 {
-    m_launcher.setDualDisplay(inUse);
+    m_parts.session.setDualDisplay(inUse);
     m_broker->setDualDisplay(inUse);
     emit dualDisplayChanged(inUse);
 }
 
 void SettingsApp::checkResetPossible(int *result) const
 {
-    if (result)
-        *result = m_update.ifUpdateIdle() || m_update.ifSessionConnected() ? 0 : 1;
+    m_parts.power.checkResetPossible(result);
 }
 
 void SettingsApp::resetDevice()
 {
-    ToolRun::start(DeviceTools::reboot());
+    m_parts.power.resetDevice();
 }
 
 void SettingsApp::updateFirmware()
 {
-    m_updateLauncher->updateFirmware(root().value(Key::firmware).toObject());
+    m_parts.updates.updateFirmware(root().value(Key::firmware).toObject());
 }
 
 void SettingsApp::on_updateLatest(int *result)
 {
-    m_updateLauncher->on_updateLatest(result);
+    m_parts.updates.on_updateLatest(result);
 }
 
 void SettingsApp::on_updateByURL(const QString &url, const QString &password, const QString &user,
                                  const QString &file, int *result)
 {
-    m_updateLauncher->on_updateByURL(url, password, user, file, result);
+    m_parts.updates.on_updateByURL(url, password, user, file, result);
 }
 
 void SettingsApp::on_updateByCORVID(const QString &server, const QString &file, int *result)
 {
-    m_updateLauncher->on_updateByCORVID(server, file, result);
+    m_parts.updates.on_updateByCORVID(server, file, result);
 }
 
 void SettingsApp::on_powerButton_clicked()
@@ -582,18 +516,18 @@ bool SettingsApp::confirmed(const QString &title, const QString &message)
 void SettingsApp::on_actionShutdown_triggered()
 {
     if (confirmed(tr("Device shutdown"), tr("Shutdown device?")))
-        ToolRun::start(DeviceTools::shutDown());
+        m_parts.power.shutDown();
 }
 
 void SettingsApp::on_actionReboot_triggered()
 {
     if (confirmed(tr("Device reboot"), tr("Reboot device?")))
-        ToolRun::start(DeviceTools::reboot());
+        m_parts.power.resetDevice();
 }
 
 void SettingsApp::on_actionSleep_triggered()
 {
-    ToolRun::start(DeviceTools::sleep());
+    m_parts.power.sleep();
 }
 
 void SettingsApp::closeEvent(QCloseEvent *event)

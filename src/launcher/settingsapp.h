@@ -5,13 +5,12 @@
 
 #include "launcher/audioactioncontroller.h"
 #include "launcher/brokerlauncher.h"
+#include "launcher/connectingbox.h"
 #include "services/connecttarget.h"
-#include "launcher/sessionlauncher.h"
-#include "launcher/updatelauncher.h"
-#include "management/devicestatus.h"
-#include "update/terminalservermodule.h"
-#include "update/updatemodule.h"
+#include "services/sessionservice.h"
+#include "services/updateservice.h"
 
+#include <QHostAddress>
 #include <QMainWindow>
 #include <QMap>
 #include <QMenu>
@@ -20,8 +19,8 @@
 #include <memory>
 #include <optional>
 
-class DeviceAgent;
 class JsonModule;
+class PowerService;
 class QShortcut;
 class TopBar;
 
@@ -31,8 +30,8 @@ class SettingsApp;
 
 /// The main window: the launcher that the device's user meets, and the pages around it.
 ///
-/// It owns and connects the launcher's parts. It knows nothing of the settings controller, which is handed
-/// the window and answers its questions.
+/// It shows what its services report, and reports what its user wants. It owns none of them, and knows nothing of
+/// the settings controller, which is handed the window.
 class SettingsApp : public QMainWindow
 {
     Q_OBJECT
@@ -52,11 +51,18 @@ public:
         AutoLogonPage = 5,
     };
 
-    explicit SettingsApp(QWidget *parent = nullptr);
+    /// What the window shows and asks of the program. All outlive it.
+    struct Parts
+    {
+        JsonModule &configuration;
+        SessionService &session;
+        UpdateService &updates;
+        PowerService &power;
+    };
+
+    explicit SettingsApp(const Parts &parts, QWidget *parent = nullptr);
     ~SettingsApp() override;
 
-    /// The document that the launcher shows; it outlives its use here. Read anew by `loadConfiguration`.
-    void setConfiguration(JsonModule *configuration);
     /// Fills the launcher from the held document: groups, histories, addresses, what the user may do.
     void loadConfiguration();
     /// Takes the settings view into the main stack.
@@ -68,17 +74,12 @@ public:
     /// Shows the connection page of a "client mode" word.
     void showClientMode(const QString &clientMode);
     ClientMode clientMode() const;
-    SessionLauncher &sessionLauncher();
-    UpdateModule &updateModule();
-    TerminalServerModule &endpoint();
+    SessionService &session();
     /// A document has been merged during a session: when the client ends, that session is over and the rest
     /// of the document is applied.
     void postponeConfiguration();
     TopBar &topBar();
     AudioActionController &audioActions();
-    UpdateLauncher &updateLauncher();
-    /// Made when it is first asked for: the first paint does not wait for the TLS library.
-    DeviceAgent &deviceAgent();
 
 public slots:
     /// Writes 0 when a reset may go ahead, 1 while a firmware update is in progress.
@@ -112,14 +113,8 @@ public slots:
     void on_actionSleep_triggered();
 
 signals:
-    void getProxyParameters(QJsonObject &proxy);
-    void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
     /// A discovery is asked for; `error` becomes 1 when it could not be started everywhere.
     void refreshServerList(int &error);
-    /// A document from afar is to be merged into the held one. `result` becomes 1 when it is refused, else 0.
-    void mergeRemoteConfig(const QJsonObject &remote, int *result);
-    /// What a merged document left to be done is to be done now.
-    void applyConfig();
     /// What was merged during the session that has ended is to be applied.
     void handlePostponeConfiguration();
     void dualDisplayChanged(bool inUse);
@@ -136,12 +131,10 @@ protected:
 private:
     void setUpTopBar();
     void loadServerGroups();
-    void closePopups();
     void showPage(int page);
     void stopAutomatic();
     void setUpLauncher();
     void setUpSession();
-    void setUpEndpoint();
     void setUpBroker();
     void setUpUpdate();
     void showClientMode(ClientMode mode);
@@ -159,19 +152,14 @@ private:
     bool confirmed(const QString &title, const QString &message);
 
     std::unique_ptr<Ui::SettingsApp> m_ui;
-    DeviceStatus m_status;
-    TerminalServerModule m_endpoint{m_status};
-    UpdateModule m_update;
-    SessionLauncher m_launcher;
-    std::unique_ptr<DeviceAgent> m_agent;
+    Parts m_parts;
+    ConnectingBox m_connectingBox;
     std::unique_ptr<BrokerLauncher> m_broker;
     std::unique_ptr<TopBar> m_topBar;
     std::unique_ptr<AudioActionController> m_audio;
-    std::unique_ptr<UpdateLauncher> m_updateLauncher;
     int m_pageBeforeUpdate = LauncherPage;
     QMenu m_powerMenu;
     QVector<QShortcut *> m_enterShortcuts;
-    JsonModule *m_configuration = nullptr;
     ClientMode m_mode = ClientMode::Corvid;
     bool m_modeShown = false;
     bool m_autoConnect = false;

@@ -51,7 +51,7 @@ void UpdatePage::showProgress(const QString &what, qint64 received, qint64 total
     m_ui->updatePercentLabel->clear();
 }
 
-void UpdatePage::showSuccess(const QString &message)
+void UpdatePage::showInstalling(const QString &message)
 {
     showText(message);
     showPercentage(100);

@@ -22,7 +22,7 @@ public:
 
     /// -1 of -1 when nothing is known yet.
     void showProgress(const QString &what, qint64 received, qint64 total);
-    void showSuccess(const QString &message);
+    void showInstalling(const QString &message);
     void showFailure(const QString &message);
     void showCountdown(int seconds);
 

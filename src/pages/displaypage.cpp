@@ -4,6 +4,7 @@
 #include "pages/displaypage.h"
 
 #include "config/keys.h"
+#include "device/commands.h"
 
 #include "ui_displaypage.h"
 
@@ -27,8 +28,7 @@ DisplayPage::DisplayPage(JsonModule &configuration, ResolutionContainer &resolut
     watchEditors();
     // The box opens the settings of a second display; it is not stored.
     disconnect(m_ui->dualDisplayCheckBox, nullptr, this, nullptr);
-    connect(m_ui->dualDisplayCheckBox, &QCheckBox::toggled, m_ui->displayStackedWidget,
-            [this](bool shown) { m_ui->displayStackedWidget->setCurrentIndex(shown ? 1 : 0); });
+    connect(m_ui->dualDisplayCheckBox, &QCheckBox::toggled, this, &DisplayPage::showSubPage);
     showDualDisplay(false);
 }
 
@@ -102,10 +102,20 @@ void DisplayPage::setDisplayTab(const QJsonObject &display)
     m_ui->screenSaverSpinBox->setValue(timeout);
 }
 
+/// The sub-page that is hidden takes no room.
+void DisplayPage::showSubPage(bool dual)
+{
+    m_ui->singleDisplayPage->setSizePolicy(QSizePolicy::Preferred,
+                                           dual ? QSizePolicy::Ignored : QSizePolicy::Preferred);
+    m_ui->dualDisplayPage->setSizePolicy(QSizePolicy::Preferred,
+                                         dual ? QSizePolicy::Preferred : QSizePolicy::Ignored);
+    m_ui->displayStackedWidget->setCurrentIndex(dual ? 1 : 0);
+}
+
 void DisplayPage::showDualDisplay(bool inUse)
 {
     m_ui->dualDisplayCheckBox->setChecked(inUse);
-    m_ui->displayStackedWidget->setCurrentIndex(inUse ? 1 : 0);
+    showSubPage(inUse);
     m_ui->dualDisplayLabel->setText(inUse ? tr("A second display is in use: sessions span both.")
                                           : tr("No second display is in use."));
 }
@@ -138,4 +148,13 @@ void DisplayPage::saveDisplayTab(QJsonObject &display) const
     display.insert(Key::multiMonitorMode,
                    m_ui->mirrorCheckBox->isChecked() ? mirror : QStringLiteral("extend"));
     display.insert(Key::screenSaverTimeout, m_ui->screenSaverSpinBox->value());
+}
+
+void DisplayPage::runTools(const QJsonObject &)
+{
+    if (const auto call
+        = ResolutionContainer::callFor(m_modes, m_ui->primaryResolutionComboBox->currentText()))
+        Commands::runShell(call->commandLine);
+    Commands::runShell(
+        Commands::line(QStringLiteral("/etc/init.d/kt964-sleep"), QStringLiteral("restart"), true));
 }

@@ -28,12 +28,14 @@ public:
     void discard() override;
 
 public slots:
-    /// A second display has come or gone: its settings are shown, or no longer. They can be opened in either case.
+    /// A second display has come or gone: its settings are shown, or no longer. They can be opened in either
+    /// case.
     void showDualDisplay(bool inUse);
 
 protected:
     void load(const QJsonObject &root) override;
     void save(QJsonObject &root) override;
+    void runTools(const QJsonObject &root) override;
 
 private:
     /// Asks what the monitor offers and which mode is set, and shows it when the tools have replied.
@@ -42,6 +44,7 @@ private:
     void setDisplayTab(const QJsonObject &display);
     void saveDisplayTab(QJsonObject &display) const;
     void select(QComboBox &box, const QString &stored) const;
+    void showSubPage(bool dual);
     QString position() const;
 
     std::unique_ptr<Ui::DisplayPage> m_ui;

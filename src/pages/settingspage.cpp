@@ -88,6 +88,7 @@ bool SettingsPage::apply()
         return false;
     }
     m_changed = false;
+    runTools(root());
     return true;
 }
 
@@ -111,6 +112,8 @@ QString SettingsPage::refusal() const
 }
 
 void SettingsPage::save(QJsonObject &) { }
+
+void SettingsPage::runTools(const QJsonObject &) { }
 
 void SettingsPage::markChanged()
 {

@@ -27,7 +27,7 @@ private slots:
         m_program.reset();
         m_device = std::make_unique<TestDevice>();
         m_device->setState("sound-cards.json", '[' + board + ']');
-        m_program = std::make_unique<Program>();
+        m_program = std::make_unique<StartedProgram>();
         m_program->window.show();
         QTRY_VERIFY(menu("outputAudioButton").contains("HDMI"));
         m_device->forgetCalls();
@@ -70,7 +70,7 @@ private slots:
         m_program->window.audioActions().setPriorities({"Analog"}, {});
         QCOMPARE(stored("output device"), "Analog 0,0");
         m_device->write("/var/lib/kt964/config.json", "{"); // not to be read, and not to be written
-        m_program->controller.configuration().readContent();
+        m_program->program.configuration().readContent();
         m_program->window.audioActions().setPriorities({"HDMI"}, {});
         QCOMPARE(m_device->read("/var/lib/kt964/config.json"), QByteArray("{"));
     }
@@ -142,7 +142,7 @@ private:
     }
 
     std::unique_ptr<TestDevice> m_device;
-    std::unique_ptr<Program> m_program;
+    std::unique_ptr<StartedProgram> m_program;
 };
 
 QTEST_MAIN(AudioMenuTest)

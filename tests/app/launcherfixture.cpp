@@ -34,7 +34,6 @@ echo the last words without a line end
 } // namespace
 
 Launcher::Launcher(const QList<Setting> &settings)
-    : configuration("config.json", true)
 {
     static const bool dressed = (Resources::apply(*qApp), true);
     Q_UNUSED(dressed)
@@ -44,11 +43,11 @@ Launcher::Launcher(const QList<Setting> &settings)
         device.store(setting.keys, setting.value);
     qRegisterMetaType<ConnectionFile::Verdict>("ConnectionFile::Verdict");
     device.setTool("/opt/Tessaro/zClient", client);
-    configuration.readContent();
-    window = std::make_unique<SettingsApp>();
-    window->setConfiguration(&configuration);
+    program = std::make_unique<Program>();
+    program->configuration().readContent();
+    window = &program->window();
     window->loadConfiguration();
-    ended = std::make_unique<QSignalSpy>(&window->sessionLauncher(), &SessionLauncher::ended);
+    ended = std::make_unique<QSignalSpy>(&program->session(), &SessionService::ended);
     window->show();
 }
 
@@ -95,7 +94,7 @@ bool Launcher::connectAndWait()
 {
     const int before = ended->count();
     click("connectButton");
-    return ended->count() > before || (window->sessionLauncher().isRunning() && ended->wait(30000));
+    return ended->count() > before || (window->session().isRunning() && ended->wait(30000));
 }
 
 QJsonArray Launcher::history() const

@@ -3,8 +3,7 @@
 
 #pragma once
 
-#include "launcher/settingsapp.h"
-#include "config/jsonmodule.h"
+#include "app/program.h"
 #include "onlyinnamespace.h"
 #include "testdevice.h"
 
@@ -13,7 +12,8 @@
 
 class ConnectionDialog;
 
-/// A launcher over a device of its own, whose session client does as it is told.
+/// A launcher over a device of its own, whose session client does as it is told. Its program has not been started:
+/// the document is read, and no tool has been run.
 ///
 /// The client's runs are told in order: the text of a status file, or "none" (ends without one), "crash",
 /// "flood" (prints two megabytes, then 6), "hold" (waits for `letGo`, then 6).
@@ -50,8 +50,8 @@ public:
     static ConnectionDialog *connectingBox();
 
     TestDevice device;
-    JsonModule configuration;
-    std::unique_ptr<SettingsApp> window;
+    std::unique_ptr<Program> program;
+    SettingsApp *window;
     std::unique_ptr<QSignalSpy> ended;
 };
 

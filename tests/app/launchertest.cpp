@@ -119,7 +119,7 @@ private slots:
         QVERIFY(launcher.window->isVisible());
         QVERIFY(!Launcher::connectingBox()->isVisible());
         QVERIFY(!launcher.device.exists("/tmp/connect.json"));
-        QVERIFY(launcher.window->updateModule().ifUpdateIdle());
+        QVERIFY(launcher.program->updateModule().ifUpdateIdle());
         QVERIFY(launcher.window->cursor().shape() != Qt::WaitCursor);
     }
 
@@ -145,7 +145,7 @@ private slots:
         const DialogAnswer answer(true);
         launcher.click("connectButton");
         QCOMPARE(answer.messages, QStringList{"Group %1<i> is empty. Connection aborted!"});
-        QVERIFY(!launcher.window->sessionLauncher().isRunning());
+        QVERIFY(!launcher.window->session().isRunning());
         QVERIFY(launcher.window->isVisible());
     }
 
@@ -158,13 +158,12 @@ private slots:
         QTRY_COMPARE(launcher.runs(), 1);
         QVERIFY(!launcher.window->isVisible());
         QVERIFY(Launcher::connectingBox()->isVisible());
-        QVERIFY(launcher.window->updateModule().ifSessionConnected());
-        launcher.window->sessionLauncher().closeConnectionDialog();
-        QVERIFY(!Launcher::connectingBox()->isVisible());
+        QVERIFY(launcher.program->updateModule().ifSessionConnected());
 
         launcher.click("connectButton");
         launcher.letGo();
         QTRY_COMPARE(launcher.ended->count(), 1);
+        QVERIFY(!Launcher::connectingBox()->isVisible());
         QCOMPARE(launcher.runs(), 1);
         QVERIFY(launcher.window->isVisible());
     }
@@ -197,7 +196,7 @@ private slots:
         launcher.click("connectButton");
         QTRY_VERIFY(launcher.device.exists("/tmp/connect.json.begin"));
         launcher.ended.reset();
-        launcher.window.reset();
+        launcher.program.reset();
         QVERIFY(launcher.device.exists("/tmp/connect.json.end"));
     }
 
@@ -244,7 +243,7 @@ private slots:
         QFETCH(int, key);
         QFETCH(bool, connects);
         Launcher launcher({{{groups}, oneGroup("Office", {"10.0.0.1"})}});
-        QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
+        QVERIFY(QTest::qWaitForWindowActive(launcher.window));
         launcher.tellClient({success});
         launcher.part<QWidget>("groupServerTreeView")->setFocus(Qt::TabFocusReason);
         QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Down);
@@ -254,7 +253,7 @@ private slots:
         const QSignalSpy pressed(launcher.part<QAbstractButton>("rdpClientButton"),
                                  &QAbstractButton::clicked);
         QTest::keyClick(launcher.window->focusWidget(), Qt::Key(key));
-        QCOMPARE(launcher.window->sessionLauncher().isRunning(), connects);
+        QCOMPARE(launcher.window->session().isRunning(), connects);
         QCOMPARE(pressed.count(), from == "rdpClientButton" ? 1 : 0);
         if (connects)
             QVERIFY(launcher.ended->wait());
@@ -264,7 +263,7 @@ private slots:
     void enterChoosesFromTheOpenHistory()
     {
         Launcher launcher({{{Key::mainWindow, Key::manualServerHistory}, numbered(1, 3)}});
-        QVERIFY(QTest::qWaitForWindowActive(launcher.window.get()));
+        QVERIFY(QTest::qWaitForWindowActive(launcher.window));
         launcher.click("manuallyDesktopButton");
         auto *box = launcher.part<QComboBox>("manualServerComboBox");
         box->showPopup();
@@ -272,7 +271,7 @@ private slots:
         QTest::keyClick(box->view(), Qt::Key_Down);
         QTest::keyClick(box->view(), Qt::Key_Return);
         QCOMPARE(box->currentText(), "10.0.0.2");
-        QVERIFY(!launcher.window->sessionLauncher().isRunning());
+        QVERIFY(!launcher.window->session().isRunning());
         launcher.tellClient({success});
         QTRY_VERIFY(!QApplication::activePopupWidget());
         QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);

@@ -3,18 +3,18 @@
 
 #pragma once
 
-#include "launcher/settingsapp.h"
-#include "app/settingscontroller.h"
+#include "app/program.h"
 #include "onlyinnamespace.h"
 #include "parts.h"
 #include "testdevice.h"
 
 #include <QStackedWidget>
-#include <QTest>
 
-/// The window and its controller as `main` makes them, over the device in force.
-struct Program
+/// The program as `main` starts it, over the device in force.
+struct StartedProgram
 {
+    StartedProgram() { program.start(); }
+
     template <typename Part = QWidget>
     Part *part(const char *name) const
     {
@@ -24,14 +24,9 @@ struct Program
     int page() const { return part<QStackedWidget>("mainStackedWidget")->currentIndex(); }
     bool settingsShown() const { return page() == SettingsApp::SettingsPage; }
     void openSettings() const { click("settingsButton"); }
-    /// Presses "Apply" and waits until the device has followed.
-    void apply()
-    {
-        click("applyButton");
-        settle();
-    }
-    void settle() { QTRY_VERIFY(!controller.applier().isBusy()); }
+    void apply() const { click("applyButton"); }
 
-    SettingsApp window;
-    SettingsController controller{&window};
+    Program program;
+    SettingsApp &window = program.window();
+    SettingsController &controller = program.controller();
 };

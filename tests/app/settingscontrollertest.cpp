@@ -37,7 +37,7 @@ private slots:
     void writesTheDocumentAtTheFirstStart()
     {
         m_device->setState("wired-type", "static");
-        Program program;
+        StartedProgram program;
         const QJsonObject document = m_device->document();
         QCOMPARE(document.size(), 17);
         QCOMPARE(document.value("general settings").toObject().value("device name").toString(), "kt964-lab");
@@ -51,7 +51,7 @@ private slots:
         QCOMPARE(interfaces.value("eth").toObject(), crosswise);
         // This machine has no wlan0, whatever the device's tool says.
         QCOMPARE(interfaces.value("wlan").toObject().value("enabled"), QJsonValue(false));
-        QCOMPARE(program.controller.configuration().getDocument().object(), document);
+        QCOMPARE(program.program.configuration().getDocument().object(), document);
     }
 
     void doesNothingOnABrokenMessage_data()
@@ -95,12 +95,12 @@ private slots:
         UnixSignalHandler *handler = UnixSignalHandler::instance();
         const QSignalSpy told(handler, &UnixSignalHandler::notifyController);
         {
-            Program former;
+            StartedProgram former;
             handler->setController(&former.controller);
         }
         ::raise(SIGUSR1); // nobody is there to hear it
         QTRY_COMPARE(told.size(), 1);
-        Program program;
+        StartedProgram program;
         const QSignalSpy audio(&program.controller, &SettingsController::audioRefreshRequested);
         handler->setController(&program.controller);
         handler->setController(&program.controller);
@@ -111,43 +111,46 @@ private slots:
 
     void readsTheProxyAnew()
     {
-        Program program;
+        StartedProgram program;
         QJsonObject proxy;
         m_device->store({"network settings", "proxy", "port"}, 2);
-        emit program.window.getProxyParameters(proxy);
+        emit program.program.session().getProxyParameters(proxy);
         QCOMPARE(proxy.value("port").toInt(), 2);
         m_device->write("/var/lib/kt964/config.json", "{");
-        emit program.window.getProxyParameters(proxy); // or, where the file says nothing, what it said
+        emit program.program.session().getProxyParameters(proxy); // or, where the file says nothing, what it said
         QCOMPARE(proxy.value("port").toInt(), 2);
     }
 
     void putsTheStoredProxyInForce()
     {
-        Program program;
+        StartedProgram program;
         QVERIFY(!program.controller.setupProxy());
         QJsonObject document = m_device->document();
         const auto store = [&](const char *proxy) {
             const QJsonObject parsed = QJsonDocument::fromJson(proxy).object();
             document.insert("network settings", QJsonObject{{"proxy", parsed}});
-            program.controller.configuration().setObject(document);
+            program.program.configuration().setObject(document);
         };
         store(R"({"enabled": true, "address": "p", "port": 3128, "user name": "u", "password": "w"})");
-        QVERIFY(!program.controller.setupProxy()); // the change has seen to it
+        QVERIFY(program.controller.setupProxy());
+        QVERIFY(!program.controller.setupProxy());
         const QNetworkProxy expected(QNetworkProxy::HttpProxy, "p", 3128, "u", "w");
         QCOMPARE(QNetworkProxy::applicationProxy(), expected);
         store(R"({"enabled": true, "address": "p", "port": 70000})");
+        QVERIFY(program.controller.setupProxy());
         QCOMPARE(QNetworkProxy::applicationProxy().port(), quint16(0));
         store(R"({"enabled": false, "address": "p", "port": 3128})");
+        QVERIFY(program.controller.setupProxy());
         QCOMPARE(QNetworkProxy::applicationProxy(), QNetworkProxy(QNetworkProxy::NoProxy));
     }
 
     void keepsSilentWhereConsolesAreSwitchedOff()
     {
-        Program(); // writes the document
+        StartedProgram(); // writes the document
         for (const bool allowed : {true, false}) {
             m_device->store({"management settings", "corvid console management"}, allowed);
-            Program program;
-            const QSignalSpy lists(&program.window.endpoint(), &TerminalServerModule::hasTsFindReplies);
+            StartedProgram program;
+            const QSignalSpy lists(&program.program.endpoint(), &TerminalServerModule::hasTsFindReplies);
             QUdpSocket console;
             QVERIFY(console.bind(QHostAddress::LocalHost));
             const QByteArray request = ConsoleFormat::request(ConsoleFormat::Command::GetJson);
@@ -164,7 +167,7 @@ private slots:
         m_device->setState("cable", "unplugged");
         m_device->setState("wireless-ssid", "Visitors");
         m_device->setState("wireless-address", "");
-        Program program;
+        StartedProgram program;
         m_device->write("/tmp/msg.json",
                         message("network status", R"({"interface": "wlan0", "message": "link"})"));
         program.controller.getRemoteMessage();
@@ -193,10 +196,10 @@ private:
     /// What the program makes of messages of the device's scripts.
     Told tell(const QByteArrayList &messages) const
     {
-        Program program;
+        StartedProgram program;
         QSignalSpy displays(&program.controller, &SettingsController::dualMonitorChanged);
         const QSignalSpy audio(&program.controller, &SettingsController::audioRefreshRequested);
-        QSignalSpy wired(&program.controller.networkStatus(), &NetworkStatus::wiredStatus);
+        QSignalSpy wired(&program.program.networkStatus(), &NetworkStatus::wiredStatus);
         for (const QByteArray &message : messages) {
             if (!message.isNull())
                 m_device->write("/tmp/msg.json", message);

@@ -6,8 +6,7 @@
 #include "outputtofile.h"
 #include "testdevice.h"
 
-#include "launcher/settingsapp.h"
-#include "app/settingscontroller.h"
+#include "app/program.h"
 #include "config/keys.h"
 #include "testtable.h"
 
@@ -51,20 +50,20 @@ private slots:
         QFETCH(QString, printed);
         const TestDevice device;
         device.write(documentPath, Documents::text(found));
-        SettingsApp window;
+        Program program;
         auto redirected = std::make_unique<OutputToFile>(device.path(output));
-        SettingsController controller(&window);
+        program.start();
         redirected.reset();
 
         QJsonObject expected;
-        controller.loadDefaultConfig(expected);
+        program.controller().loadDefaultConfig(expected);
         if (!left.isEmpty())
             expected = Documents::object(left);
         QCOMPARE(device.document(), expected);
         if (found == left)
             QCOMPARE(device.read(documentPath), Documents::text(found));
-        QCOMPARE(window.clientMode() == SettingsApp::ClientMode::Rdp, found == "version-16.json");
-        QCOMPARE(controller.configuration().getDocument().object(), expected);
+        QCOMPARE(program.window().clientMode() == SettingsApp::ClientMode::Rdp, found == "version-16.json");
+        QCOMPARE(program.configuration().getDocument().object(), expected);
         const QStringList lines = QString::fromUtf8(device.read(output)).split('\n');
         QCOMPARE(lines.filter(QRegularExpression("^UPGRADE")).join(','), printed);
 
@@ -75,11 +74,11 @@ private slots:
         QTRY_COMPARE(applied(), upgraded ? expected[Key::network].toObject() : QJsonObject());
         const QRegularExpression commands("set-config A .*autoconnect A ");
         QTRY_COMPARE(device.calls().join(' ').contains(commands), upgraded);
-        QCOMPARE(window.cursor().shape(), Qt::ArrowCursor);
+        QCOMPARE(program.window().cursor().shape(), Qt::ArrowCursor);
 
-        QVERIFY(controller.checkConfigCompatibility(expected));
+        QVERIFY(program.controller().checkConfigCompatibility(expected));
         expected.remove(Key::mainWindow);
-        QVERIFY(!controller.checkConfigCompatibility(expected));
+        QVERIFY(!program.controller().checkConfigCompatibility(expected));
     }
 
     void keepsWhatItUpgradedOnAFullDisk()
@@ -87,17 +86,16 @@ private slots:
         const TestDevice device;
         device.write(documentPath, Documents::text("old-network.json"));
         const QJsonObject upgraded = Documents::object("old-network.upgraded.json");
-        SettingsApp window;
-        std::unique_ptr<SettingsController> controller;
+        Program program;
         {
             const FullDisk full(static_cast<rlim_t>(device.read(documentPath).size()));
-            controller = std::make_unique<SettingsController>(&window);
-            controller->on_settingsButton_clicked();
-            QCOMPARE(controller->configuration().getDocument().object(), upgraded);
+            program.start();
+            program.controller().on_settingsButton_clicked();
+            QCOMPARE(program.configuration().getDocument().object(), upgraded);
             QCOMPARE(device.document(), Documents::object("old-network.json"));
         }
-        window.findChild<QCheckBox *>("numLockCheckBox")->click();
-        controller->on_applyButton_clicked();
+        program.window().findChild<QCheckBox *>("numLockCheckBox")->click();
+        program.controller().on_applyButton_clicked();
         QJsonObject expected = upgraded;
         expected.insert(Key::keyboard, QJsonObject{{"layout", "US"}, {"numlock on", true}});
         expected.insert(Key::audio, device.document().value(Key::audio)); // the devices found meanwhile
@@ -109,8 +107,8 @@ private slots:
         const TestDevice device;
         for (const char *tool : {"hostname", "kt-set-hostname", "kt-network-config"})
             device.setTool(QString("/usr/bin/") + QLatin1String(tool), "kill -ABRT $$");
-        SettingsApp window;
-        const SettingsController controller(&window);
+        Program program;
+        program.start();
         QCOMPARE(device.document().keys().size(), 17);
     }
 };

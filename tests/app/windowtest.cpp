@@ -87,7 +87,7 @@ private slots:
                                  {{Key::connection, Key::corvidConnection, Key::showAutodetected}, false},
                                  {{Key::connection, Key::rdpConnection, Key::rdpServerAddress}, address},
                                  {{Key::mainWindow, Key::selection}, "manual address"}});
-        const QSignalSpy searches(launcher.window.get(), &SettingsApp::refreshServerList);
+        const QSignalSpy searches(launcher.window, &SettingsApp::refreshServerList);
         launcher.window->openLauncher("corvid");
         launcher.window->setServerList({{"found", QHostAddress("10.0.0.9")}});
         QCOMPARE(searches.count(), 0);

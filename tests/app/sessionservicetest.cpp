@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "launcher/sessionlauncher.h"
 #include "runningprocess.h"
+#include "config/jsonmodule.h"
 #include "services/connectionfile.h"
+#include "services/sessionservice.h"
 #include "testdevice.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QtTest>
 
 #include <thread>
@@ -18,7 +19,7 @@
 namespace {
 
 const QString launchOnly
-    = "--launch-only"; ///< makes this program a launcher that starts a client, for a test
+    = "--launch-only"; ///< makes this program a program that starts a client, for a test
 
 /// Reads a named pipe to its end and returns the permissions that it had while its writer still waited.
 mode_t readSlowly(const QByteArray &path)
@@ -37,7 +38,7 @@ mode_t readSlowly(const QByteArray &path)
 } // namespace
 
 /// What a session's start leaves to others, and what its end leaves behind.
-class SessionLauncherTest : public QObject
+class SessionServiceTest : public QObject
 {
     Q_OBJECT
 
@@ -56,7 +57,7 @@ private slots:
         QCOMPARE(mode, mode_t{0600});
     }
 
-    void clientEndsWithItsLauncher()
+    void clientEndsWithTheProgram()
     {
         const TestDevice device;
         device.setTool("/usr/bin/solva-client", "echo $$ >$KT_DEVICE_ROOT/tmp/pid; exec sleep 60");
@@ -73,14 +74,15 @@ private slots:
 
 int main(int argc, char *argv[])
 {
-    QApplication application(argc, argv);
+    QCoreApplication application(argc, argv);
     if (application.arguments().contains(launchOnly)) {
-        SessionLauncher launcher;
-        launcher.startBrokerClient({}, QString());
-        return QApplication::exec();
+        JsonModule configuration("config.json", true);
+        SessionService session(configuration);
+        session.startBrokerClient({}, QString());
+        return QCoreApplication::exec();
     }
-    SessionLauncherTest test;
+    SessionServiceTest test;
     return QTest::qExec(&test, argc, argv);
 }
 
-#include "sessionlaunchertest.moc"
+#include "sessionservicetest.moc"

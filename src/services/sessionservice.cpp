@@ -1,16 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "launcher/sessionlauncher.h"
+#include "services/sessionservice.h"
 
 #include "config/jsonmodule.h"
 #include "device/commands.h"
 #include "device/paths.h"
 
 #include <QFile>
-#include <QGuiApplication>
 #include <QLoggingCategory>
-#include <QScreen>
+#include <QTimer>
 
 #include <csignal>
 
@@ -30,21 +29,19 @@ QString shownName(const ServerEntry &server)
 
 } // namespace
 
-SessionLauncher::SessionLauncher(QObject *parent)
+SessionService::SessionService(JsonModule &configuration, QObject *parent)
     : QObject(parent)
+    , m_configuration(configuration)
     , m_client(SIGTERM)
 {
     m_client.setProcessChannelMode(QProcess::MergedChannels);
     connect(&m_client, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
-            &SessionLauncher::connectionFinished);
-    connect(&m_client, &QProcess::errorOccurred, this, &SessionLauncher::handleError);
-    connect(&m_client, &QProcess::readyReadStandardOutput, this, &SessionLauncher::logOutput);
-    m_dialogTimer.setSingleShot(true);
-    m_dialogTimer.setInterval(dialogTimeMs);
-    connect(&m_dialogTimer, &QTimer::timeout, this, &SessionLauncher::closeConnectionDialog);
+            &SessionService::connectionFinished);
+    connect(&m_client, &QProcess::errorOccurred, this, &SessionService::handleError);
+    connect(&m_client, &QProcess::readyReadStandardOutput, this, &SessionService::logOutput);
 }
 
-SessionLauncher::~SessionLauncher()
+SessionService::~SessionService()
 {
     m_client.disconnect(this);
     if (m_client.state() != QProcess::NotRunning) {
@@ -53,37 +50,32 @@ SessionLauncher::~SessionLauncher()
     }
 }
 
-void SessionLauncher::setConfiguration(JsonModule *configuration)
-{
-    m_configuration = configuration;
-}
-
-void SessionLauncher::setDualDisplay(bool inUse)
+void SessionService::setDualDisplay(bool inUse)
 {
     m_dualDisplay = inUse;
 }
 
-bool SessionLauncher::isDualDisplay() const
+bool SessionService::isDualDisplay() const
 {
     return m_dualDisplay;
 }
 
-bool SessionLauncher::isRunning() const
+bool SessionService::isRunning() const
 {
     return m_running;
 }
 
-bool SessionLauncher::clientIsMissing() const
+bool SessionService::clientIsMissing() const
 {
     return m_client.error() == QProcess::FailedToStart;
 }
 
-QString SessionLauncher::currentServerAddress() const
+QString SessionService::currentServerAddress() const
 {
     return m_address;
 }
 
-void SessionLauncher::connectTo(const ConnectTarget &target)
+void SessionService::connectTo(const ConnectTarget &target)
 {
     if (m_running)
         return;
@@ -94,12 +86,12 @@ void SessionLauncher::connectTo(const ConnectTarget &target)
     startConnection(shownName(first));
 }
 
-void SessionLauncher::createConnectionFile(const QString &address, bool autoDisconnect)
+void SessionService::createConnectionFile(const QString &address, bool autoDisconnect)
 {
     ConnectionFile::Session session;
     session.address = address;
     session.autoDisconnect = autoDisconnect;
-    session.screen = QGuiApplication::primaryScreen()->geometry().size();
+    emit primaryScreenSize(session.screen);
     if (m_dualDisplay) {
         QString resolution;
         int atLeft = 0;
@@ -108,18 +100,18 @@ void SessionLauncher::createConnectionFile(const QString &address, bool autoDisc
         session.secondaryAtLeft = atLeft;
     }
     emit getProxyParameters(session.proxy);
-    const QJsonObject root = m_configuration ? m_configuration->getDocument().object() : QJsonObject();
-    ConnectionFile::write(Paths::connection(), ConnectionFile::describe(session, root));
+    ConnectionFile::write(Paths::connection(),
+                          ConnectionFile::describe(session, m_configuration.getDocument().object()));
     m_address = address;
 }
 
-void SessionLauncher::startConnection(const QString &shown)
+void SessionService::startConnection(const QString &shown)
 {
     qCInfo(lcSession).noquote() << "start the client for" << m_address;
     launch(Paths::client(), {QStringLiteral("-x"), Paths::connection()}, shown);
 }
 
-void SessionLauncher::startBrokerClient(const QStringList &arguments, const QString &desktop)
+void SessionService::startBrokerClient(const QStringList &arguments, const QString &desktop)
 {
     if (m_running)
         return;
@@ -129,41 +121,31 @@ void SessionLauncher::startBrokerClient(const QStringList &arguments, const QStr
     launch(Paths::program(QStringLiteral("solva-client")), arguments, desktop);
 }
 
-void SessionLauncher::launch(const QString &program, const QStringList &arguments, const QString &shown)
+void SessionService::launch(const QString &program, const QStringList &arguments, const QString &shown)
 {
     emit started();
     QFile::remove(Paths::connectionStatus());
     m_running = true;
     m_client.setProcessEnvironment(Commands::environment());
     m_client.setWorkingDirectory(Paths::clientDirectory());
-    if (!shown.isEmpty())
-        m_dialog.setAddress(shown);
-    m_dialogTimer.start();
-    if (!m_dialog.isVisible())
-        m_dialog.show();
+    emit connecting(shown);
     m_client.start(program, arguments, QIODevice::ReadWrite);
 }
 
-void SessionLauncher::closeConnectionDialog()
-{
-    m_dialogTimer.stop();
-    m_dialog.hide();
-}
-
-void SessionLauncher::logOutput()
+void SessionService::logOutput()
 {
     while (m_client.canReadLine() || m_client.bytesAvailable() > longestLogLine)
         logLine();
 }
 
-void SessionLauncher::logLine()
+void SessionService::logLine()
 {
     const QByteArray line = m_client.readLine(longestLogLine);
     qCDebug(lcSession).noquote() << "client:" << QString::fromLocal8Bit(line).trimmed();
 }
 
 /// A client that cannot be started says so here and nowhere else; after a crash `connectionFinished` follows.
-void SessionLauncher::handleError(QProcess::ProcessError error)
+void SessionService::handleError(QProcess::ProcessError error)
 {
     qCWarning(lcSession).noquote() << "client:" << m_client.errorString();
     // From the event loop: the process is still being tidied up.
@@ -171,7 +153,7 @@ void SessionLauncher::handleError(QProcess::ProcessError error)
         QTimer::singleShot(0, this, [this] { finish(ConnectionFile::Verdict::ConnectionError); });
 }
 
-void SessionLauncher::connectionFinished(int exitCode, QProcess::ExitStatus)
+void SessionService::connectionFinished(int exitCode, QProcess::ExitStatus)
 {
     while (m_client.bytesAvailable() > 0)
         logLine();
@@ -179,7 +161,7 @@ void SessionLauncher::connectionFinished(int exitCode, QProcess::ExitStatus)
     finish(connectionError());
 }
 
-ConnectionFile::Verdict SessionLauncher::connectionError() const
+ConnectionFile::Verdict SessionService::connectionError() const
 {
     QFile status(Paths::connectionStatus());
     if (!status.exists())
@@ -188,27 +170,27 @@ ConnectionFile::Verdict SessionLauncher::connectionError() const
                                                                      : QByteArray());
 }
 
-void SessionLauncher::finish(ConnectionFile::Verdict verdict)
+void SessionService::finish(ConnectionFile::Verdict verdict)
 {
     if (!m_running)
         return;
     QFile::remove(Paths::connection());
-    closeConnectionDialog();
+    emit clientEnded();
     if (verdict != ConnectionFile::Verdict::NoError && ++m_member < m_group.size()) {
         // From the event loop: the client's end must be over before it is started again.
-        QTimer::singleShot(0, this, &SessionLauncher::tryNextMember);
+        QTimer::singleShot(0, this, &SessionService::tryNextMember);
         return;
     }
     m_running = false;
     emit ended(verdict);
 }
 
-void SessionLauncher::abandonWalk()
+void SessionService::abandonWalk()
 {
     m_group.clear();
 }
 
-void SessionLauncher::tryNextMember()
+void SessionService::tryNextMember()
 {
     if (m_member >= m_group.size()) {
         m_running = false;

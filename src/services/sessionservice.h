@@ -6,28 +6,23 @@
 #include "services/connectionfile.h"
 #include "services/connecttarget.h"
 #include "shared/childprocess.h"
-#include "widgets/connectiondialog.h"
 
 #include <QObject>
-#include <QTimer>
 
 class JsonModule;
 
 /// The life of a remote-desktop session: the description is written, the client started, and at its end the
 /// verdict read. A group's members are tried in their order until one lets the user in. At most one client
 /// runs.
-class SessionLauncher : public QObject
+class SessionService : public QObject
 {
     Q_OBJECT
 
 public:
-    /// How long the connecting box stands before the session's own window.
-    static constexpr int dialogTimeMs = 10000;
+    /// The document outlives the object.
+    explicit SessionService(JsonModule &configuration, QObject *parent = nullptr);
+    ~SessionService() override;
 
-    explicit SessionLauncher(QObject *parent = nullptr);
-    ~SessionLauncher() override;
-
-    void setConfiguration(JsonModule *configuration);
     void setDualDisplay(bool inUse);
     bool isDualDisplay() const;
     bool isRunning() const;
@@ -40,7 +35,7 @@ public:
     void connectTo(const ConnectTarget &target);
 
     void createConnectionFile(const QString &address, bool autoDisconnect);
-    /// Starts the client; `shown` is what the connecting box names.
+    /// Starts the client; `shown` is the name that `connecting` announces.
     void startConnection(const QString &shown);
     /// Starts the broker's client with these arguments, which hold a password and are never logged; `desktop`
     /// is what the connecting box names. Nothing happens while a client runs.
@@ -48,17 +43,22 @@ public:
     ConnectionFile::Verdict connectionError() const;
 
 public slots:
-    void closeConnectionDialog();
     /// When the client ends the session is over, whatever members a group has left.
     void abandonWalk();
 
 signals:
     /// A client is about to be started: the window makes way.
     void started();
+    /// The client for this server or desktop is being started.
+    void connecting(const QString &name);
+    /// A client has ended. Another one may follow at once.
+    void clientEnded();
     /// The session is over and no other member is tried.
     void ended(ConnectionFile::Verdict verdict);
+    /// What only others know of a session: the stored proxy, the screens.
     void getProxyParameters(QJsonObject &proxy);
     void secondaryMonitorParameters(QString &resolution, int &atLeft, int &bottomAligned);
+    void primaryScreenSize(QSize &size);
 
 private:
     void connectionFinished(int exitCode, QProcess::ExitStatus status);
@@ -69,10 +69,8 @@ private:
     void logOutput();
     void logLine();
 
-    JsonModule *m_configuration = nullptr;
+    JsonModule &m_configuration;
     ChildProcess m_client; ///< ends with the launcher, so that a restarted launcher has the screen to itself
-    ConnectionDialog m_dialog;
-    QTimer m_dialogTimer;
     QVector<ServerEntry> m_group;
     int m_member = 0;
     bool m_running = false;

@@ -14,7 +14,7 @@
 #include <QtTest>
 
 /// The whole window with its controller, and the management server that its document names.
-class AgentFeedTest : public QObject
+class AgentServiceTest : public QObject
 {
     Q_OBJECT
 
@@ -32,7 +32,7 @@ private slots:
                                     {Key::autodiscoverQmd, false},
                                     {Key::qmdAddress, QString("127.0.0.1:%1").arg(m_server->serverPort())}});
         m_device->setDocument(document);
-        m_program = std::make_unique<Program>();
+        m_program = std::make_unique<StartedProgram>();
     }
 
     void cleanup()
@@ -67,12 +67,12 @@ private slots:
         QTRY_VERIFY(sent("PUT configuration 200", 1));
         const QByteArray address = m_device->stored({Key::management, Key::qmdAddress}).toString().toLatin1();
         m_device->store({Key::management, Key::autodiscoverQmd}, true);
-        m_program->controller.configuration().readContent();
-        emit m_program->controller.networkStatus().wiredStatus("no link"); // no offer yet
+        m_program->program.configuration().readContent();
+        emit m_program->program.networkStatus().wiredStatus("no link"); // no offer yet
         m_device->write("/tmp/dhcp-options.conf", "[QMD]\nqmd_address=" + address + "/\n");
         QCoreApplication::processEvents();
         QVERIFY(sent("PUT checkin 200", 1));
-        emit m_program->controller.networkStatus().wiredStatus("connected");
+        emit m_program->program.networkStatus().wiredStatus("connected");
         QTRY_VERIFY(sent("PUT checkin 200", 2) && sent("PUT configuration 200", 2));
     }
 
@@ -112,11 +112,11 @@ private slots:
             "[" + QByteArray(R"({"action": "REBOOT"},{"action": "GET_PROFILE"},)").repeated(50000)
                 + R"({"action": "UPDATE_FIRMWARE"},{"action": "REBOOT"}])");
         m_device->forgetCalls();
-        m_program->window.deviceAgent().heartbeat();
+        m_program->program.agent().agent().heartbeat();
         QTRY_VERIFY(sent("GET profileConfiguration 200", 2));
         QCOMPARE(m_device->calls("kt-lulling"), QStringList{"kt-lulling -r"});
         // An update without a URL is started, and fails.
-        QVERIFY(!m_program->window.updateModule().ifUpdateIdle());
+        QVERIFY(!m_program->program.updateModule().ifUpdateIdle());
     }
 
     void followsAPushedDocument()
@@ -127,7 +127,7 @@ private slots:
             "general settings": {"device name": "pushed"}, "network settings": {"DNS": {"dns1": "10.77.0.1"}}}})";
         m_device->forgetCalls();
         m_server->spool().add(QString(), "body", document);
-        m_program->window.deviceAgent().getConfiguration();
+        m_program->program.agent().agent().getConfiguration();
         QTRY_VERIFY(sent("PUT configuration 200", 2));
         const QJsonObject general = m_device->stored({Key::general}).toObject();
         QCOMPARE(general.value(Key::deviceName).toString(), "pushed");
@@ -137,13 +137,13 @@ private slots:
         QTRY_VERIFY(m_device->calls().join(' ').contains("set-config"));
         // The answer to the upload brings the same document again: that is the end of it.
         m_server->spool().add(QString(), "body", document);
-        m_program->window.deviceAgent().putConfiguration();
+        m_program->program.agent().agent().putConfiguration();
         QTRY_VERIFY(sent("PUT configuration 200", 3));
         for (const char *wrong :
              {R"({"data": {"firmware info": 1}})", R"({"data": {"general settings": 1}})"})
             m_server->spool().add(QString(), "body", wrong);
         for (int i = 2; i <= 3; ++i) {
-            m_program->window.deviceAgent().getConfiguration();
+            m_program->program.agent().agent().getConfiguration();
             QTRY_VERIFY(sent("GET configuration 200", i));
         }
         QCOMPARE(m_device->stored({Key::general}).toObject(), general);
@@ -154,14 +154,14 @@ private:
     bool sent(const char *request, int times) const
     {
         return m_server->requests().count(QLatin1String(request)) == times
-            && !m_program->window.deviceAgent().isBusy();
+            && !m_program->program.agent().agent().isBusy();
     }
     QJsonObject uploaded() const { return QJsonDocument::fromJson(m_server->body("configuration")).object(); }
 
     std::unique_ptr<TestDevice> m_device;
     std::unique_ptr<QmdServer> m_server;
-    std::unique_ptr<Program> m_program;
+    std::unique_ptr<StartedProgram> m_program;
 };
 
-QTEST_MAIN(AgentFeedTest)
-#include "agentfeedtest.moc"
+QTEST_MAIN(AgentServiceTest)
+#include "agentservicetest.moc"
