@@ -90,5 +90,8 @@ void FreeRdpProcess::finish(EndReason reason, const QString &raw)
     m_finished = true;
     m_stopTimer.stop();
     qCInfo(lcFreeRdp) << raw;
-    emit ended({reason, raw, m_tail.lines()});
+    SessionEnd end{reason, raw, m_tail.lines()};
+    if (reason == EndReason::CertificateRefused)
+        end.certificate = certificateChange(end.output, readKnownHosts());
+    emit ended(end);
 }

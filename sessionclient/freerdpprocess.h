@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "session/certificatechange.h"
 #include "session/endreason.h"
 #include "session/freerdpcommand.h"
 #include "session/outputtail.h"
@@ -13,11 +14,15 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <optional>
+
 struct SessionEnd
 {
     EndReason reason = EndReason::Ended;
     QString raw;        ///< the exit code or signal
     QStringList output; ///< the last lines of the program's output
+    /// Set if the server was rejected because its certificate has changed.
+    std::optional<CertificateChange> certificate = std::nullopt;
 };
 Q_DECLARE_METATYPE(SessionEnd)
 

@@ -43,12 +43,13 @@ int main(int argc, char **argv)
         return fail(WrongUsage, QStringLiteral("usage: zClient -x FILE"));
 
     const QString file = QFile::decodeName(argv[2]);
-    const Outcome outcome = runSession(argc, argv, file);
-    const QString fault = writeStatusFile(file + QStringLiteral(".status"), outcome.end);
-    if (!fault.isEmpty())
-        return fail(StatusNotWritten, QStringLiteral("cannot write the status: ") + fault);
-    // The window opens after the status is written.
-    if (outcome.explain)
-        explain(argc, argv, outcome.end);
+    Outcome outcome;
+    do {
+        outcome = runSession(argc, argv, file);
+        const QString fault = writeStatusFile(file + QStringLiteral(".status"), outcome.end);
+        if (!fault.isEmpty())
+            return fail(StatusNotWritten, QStringLiteral("cannot write the status: ") + fault);
+        // The window opens after the status is written.
+    } while (outcome.explain && explain(argc, argv, outcome.end));
     return exitCodeOf(outcome.end);
 }

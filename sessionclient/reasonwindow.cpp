@@ -23,8 +23,9 @@ const char styleSheetText[] = R"(
     QLabel { color: #525252; font-size: 16px; }
     QLabel#reasonLabel { font-size: 24px; font-weight: bold; }
     QLabel#rawLabel, QLabel#remainingLabel { font-size: 14px; }
+    QLabel#fingerprintLabel { font-family: monospace; font-size: 14px; }
     QPushButton { color: #ffffff; background: #525252; border: 3px solid #525252; border-radius: 4px; font-size: 16px;
-                  min-width: 120px; min-height: 34px; }
+                  min-width: 120px; padding: 0 8px; min-height: 34px; }
     QPushButton:focus { border-color: rgb(131,182,43); }
     QPushButton:pressed { background: #3a3a3a; }
 )";
@@ -39,11 +40,32 @@ QLabel *addLabel(QVBoxLayout *layout, const char *name, const QString &text)
     return label;
 }
 
+QString certificateQuestion(const CertificateChange &change)
+{
+    return ReasonWindow::tr(
+               "%1 has a new certificate. Either the server was renewed, or another computer imitates "
+               "it to get your password. Trust the new certificate only if your administrator confirms "
+               "its fingerprint.")
+        .arg(change.server());
+}
+
+/// A fingerprint has no blanks, so it is broken in the middle.
+QString fingerprints(const CertificateChange &change)
+{
+    const auto inTwoLines = [](const QString &fingerprint) {
+        const int half = fingerprint.size() / 2 + 1;
+        return fingerprint.left(half) + QLatin1Char('\n') + fingerprint.mid(half);
+    };
+    return ReasonWindow::tr("New:\n%1\nKnown until now:\n%2")
+        .arg(inTwoLines(change.offered), inTwoLines(change.known));
+}
+
 } // namespace
 
 ReasonWindow::ReasonWindow(const SessionEnd &end, QWidget *parent)
     : QWidget(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
     , m_timer(new QTimer(this))
+    , m_remaining(end.certificate ? askedSeconds : shownSeconds)
 {
     setAttribute(Qt::WA_StyledBackground);
     setWindowTitle(tr("Session"));
@@ -61,22 +83,39 @@ void ReasonWindow::build(const SessionEnd &end)
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(2 * grid);
     addLabel(layout, "reasonLabel", reasonText(end.reason));
-    addLabel(layout, "nextStepLabel", reasonNextStep(end.reason));
+    addLabel(layout, "nextStepLabel",
+             end.certificate ? certificateQuestion(*end.certificate) : reasonNextStep(end.reason));
+    if (end.certificate)
+        addLabel(layout, "fingerprintLabel", fingerprints(*end.certificate));
     addLabel(layout, "rawLabel", tr("For your administrator: %1").arg(end.raw));
 
     auto *bottom = new QHBoxLayout;
     m_remainingLabel = new QLabel;
     m_remainingLabel->setObjectName(QStringLiteral("remainingLabel"));
-    auto *closeButton = new QPushButton(tr("Close"));
+    auto *closeButton = new QPushButton(end.certificate ? tr("Do not trust") : tr("Close"));
     closeButton->setObjectName(QStringLiteral("closeButton"));
     closeButton->setDefault(true);
-    closeButton->setFocus();
     connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
     bottom->addWidget(m_remainingLabel, 1);
+    if (end.certificate)
+        addTrustButton(bottom);
     bottom->addWidget(closeButton);
     layout->addSpacing(grid);
     layout->addLayout(bottom);
+    closeButton->setFocus(); // it has a window only now
     setFixedWidth(windowWidth);
+}
+
+/// Enter and Escape mean no, whichever button has the keyboard.
+void ReasonWindow::addTrustButton(QHBoxLayout *row)
+{
+    auto *trustButton = new QPushButton(tr("Trust and connect"));
+    trustButton->setObjectName(QStringLiteral("trustButton"));
+    connect(trustButton, &QPushButton::clicked, this, [this] {
+        m_trusted = true;
+        close();
+    });
+    row->addWidget(trustButton);
 }
 
 void ReasonWindow::showEvent(QShowEvent *event)

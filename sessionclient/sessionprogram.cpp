@@ -13,7 +13,7 @@ SessionExitCode exitCodeOf(const SessionEnd &end)
     return reasonRow(end.reason).status == sessionEndedStatus ? SessionEnded : SessionFailed;
 }
 
-void explain(int argc, char **argv, const SessionEnd &end)
+bool explain(int argc, char **argv, const SessionEnd &end)
 {
     const QApplication application(argc, argv);
     const SessionSignals signalSource;
@@ -21,4 +21,5 @@ void explain(int argc, char **argv, const SessionEnd &end)
     QObject::connect(&signalSource, &SessionSignals::stopRequested, &window, &QWidget::close);
     window.show();
     QApplication::exec();
+    return window.isTrusted() && trustOfferedCertificate(*end.certificate);
 }

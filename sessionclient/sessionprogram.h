@@ -31,5 +31,6 @@ SessionEnd runToEnd(Client *client)
 
 SessionExitCode exitCodeOf(const SessionEnd &end);
 
-/// Shows why the session ended in a QApplication, until the user closes the window.
-void explain(int argc, char **argv, const SessionEnd &end);
+/// Shows why the session ended in a QApplication, until the user closes the window. Returns whether to start
+/// the session again, because the user trusts the server's new certificate.
+bool explain(int argc, char **argv, const SessionEnd &end);

@@ -25,6 +25,9 @@ QByteArray statusDocument(const SessionEnd &end)
     log.append(QLatin1String(row.text));
     if (*row.nextStep != '\0')
         log.append(QLatin1String(row.nextStep));
+    if (end.certificate)
+        log.append(QStringLiteral("The certificate of %1 was %2 and is now %3.")
+                       .arg(end.certificate->server(), end.certificate->known, end.certificate->offered));
     log.append(end.raw);
     if (row.status != sessionEndedStatus && row.explainedBy != ExplainedBy::Launcher)
         log.append(failMarker);

@@ -39,9 +39,10 @@ int main(int argc, char **argv)
         QTextStream(stderr) << "solva-client: " << arguments.error << '\n';
         return WrongUsage;
     }
-    const SessionEnd end = runSession(argc, argv, arguments);
-    report(end);
-    if (reasonRow(end.reason).explainedBy != ExplainedBy::Nobody)
-        explain(argc, argv, end);
+    SessionEnd end;
+    do {
+        end = runSession(argc, argv, arguments);
+        report(end);
+    } while (reasonRow(end.reason).explainedBy != ExplainedBy::Nobody && explain(argc, argv, end));
     return exitCodeOf(end);
 }
