@@ -232,7 +232,7 @@ QString SettingsController::setQMDaddress()
 bool SettingsController::setupProxy()
 {
     const QJsonObject network = m_parts.configuration.getDocument().object().value(Key::network).toObject();
-    return ApplicationProxy::install(ApplicationProxy::fromSettings(network.value(Key::proxy).toObject()));
+    return ApplicationProxy::install(network.value(Key::proxy).toObject());
 }
 
 void SettingsController::leaveSettings()

@@ -8,8 +8,10 @@
 
 Q_LOGGING_CATEGORY(lcProxy, "kt.device.proxy")
 
-ProxyFactory::ProxyFactory(const QNetworkProxy &proxy)
+ProxyFactory::ProxyFactory(const QNetworkProxy &proxy,
+                           const std::function<bool(const QString &host)> &goesDirect)
     : m_proxies({proxy})
+    , m_goesDirect(goesDirect)
 {
     if (proxy.type() != QNetworkProxy::NoProxy) {
         for (const auto type : {QNetworkProxy::FtpCachingProxy, QNetworkProxy::Socks5Proxy}) {
@@ -25,7 +27,9 @@ ProxyFactory::ProxyFactory(const QNetworkProxy &proxy)
 
 ProxyFactory::~ProxyFactory() = default;
 
-QList<QNetworkProxy> ProxyFactory::queryProxy(const QNetworkProxyQuery &)
+QList<QNetworkProxy> ProxyFactory::queryProxy(const QNetworkProxyQuery &query)
 {
+    if (m_goesDirect && m_goesDirect(query.peerHostName()))
+        return {QNetworkProxy(QNetworkProxy::NoProxy)};
     return m_proxies;
 }

@@ -3,6 +3,7 @@
 
 #include "services/connectionfile.h"
 
+#include "config/applicationproxy.h"
 #include "config/jsontext.h"
 #include "config/keys.h"
 
@@ -52,9 +53,9 @@ void setKioskAutoLogin(QJsonObject &server, const QJsonObject &configuration)
 
 } // namespace
 
-QString proxyUrl(const QJsonObject &proxy)
+QString proxyUrl(const QJsonObject &proxy, const QString &server)
 {
-    if (!proxy.value(Key::enabled).toBool())
+    if (!proxy.value(Key::enabled).toBool() || ApplicationProxy::bypassedFor(server, proxy))
         return QStringLiteral("\"\"");
     QUrl url;
     url.setScheme(QStringLiteral("http"));
@@ -79,7 +80,7 @@ QJsonObject describe(const Session &session, const QJsonObject &configuration)
                               {QStringLiteral("ShowSystemMessages"), false},
                               {QStringLiteral("auto_disconnect"), session.autoDisconnect},
                               {QStringLiteral("UserDeviceName"), device},
-                              {QStringLiteral("proxy_url"), proxyUrl(session.proxy)}};
+                              {QStringLiteral("proxy_url"), proxyUrl(session.proxy, session.address)}};
     return {{QStringLiteral("zClient"),
              QJsonObject{{QStringLiteral("desktop"), desktop(session)},
                          {QStringLiteral("server"), server},

@@ -4,6 +4,7 @@
 #include "update/urlfilemodule.h"
 
 #include "device/diagnostics.h"
+#include "config/applicationproxy.h"
 #include "device/proxyfactory.h"
 #include "update/firmwareimage.h"
 
@@ -124,7 +125,7 @@ void UrlFileModule::fsm_StartTransfer(const QUrl &url, bool reportProgress)
         return;
     }
     const QNetworkProxy proxy = QNetworkProxy::applicationProxy();
-    if (isFtp(m_url) && !proxy.hostName().isEmpty())
+    if (isFtp(m_url) && !proxy.hostName().isEmpty() && !ApplicationProxy::goesDirect(m_url.host()))
         startTool(proxy);
     else
         startDownload(reportProgress);
@@ -134,7 +135,8 @@ void UrlFileModule::startDownload(bool reportProgress)
 {
     qCInfo(lcUrl).noquote() << "fetch" << shownUrl();
     m_manager = new QNetworkAccessManager(this);
-    m_manager->setProxyFactory(new ProxyFactory(QNetworkProxy::applicationProxy()));
+    m_manager->setProxyFactory(
+        new ProxyFactory(QNetworkProxy::applicationProxy(), ApplicationProxy::goesDirect));
     m_abortTimer.start();
     if (reportProgress)
         m_progressTimer.start(progressMs);

@@ -80,8 +80,20 @@ private slots:
                                         {"address", address},
                                         {"port", 8080},
                                         {"user name", user},
-                                        {"password", password}}),
+                                        {"password", password}},
+                                       "127.0.0.1"),
               "url");
+    }
+
+    void passesLocalServersByTheProxy()
+    {
+        const QJsonObject proxy{
+            {"enabled", true}, {"address", "proxy"}, {"port", 8080}, {"no proxy for LAN", true}};
+        for (const char *server :
+             {"127.0.0.1", "127.0.0.1:3389", "terminal", "terminal.local:3389", "[::1]:5"})
+            QCOMPARE(ConnectionFile::proxyUrl(proxy, server), "\"\"");
+        for (const char *server : {"203.0.113.1", "203.0.113.1:3389", "terminal.example"})
+            QCOMPARE(ConnectionFile::proxyUrl(proxy, server), "http://proxy:8080");
     }
 
     void keepsTheFileToItsOwner()

@@ -5,6 +5,7 @@
 
 #include "fulldisk.h"
 #include "runningprocess.h"
+#include "config/applicationproxy.h"
 #include "testdevice.h"
 #include "update/firmwareimage.h"
 #include "update/ftpproxytool.h"
@@ -164,6 +165,20 @@ private slots:
         QNetworkProxy::setApplicationProxy(
             QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", proxy.serverPort(), "u", "p w"));
         QCOMPARE(fetch(QUrl("http://firmware.lan/fw.img")), QString());
+        QCOMPARE(m_device->read(imagePath), image);
+    }
+
+    void reachesLocalHostsWithoutTheProxy()
+    {
+        WebServer server([](const QByteArray &) { return answer("200 OK", image); });
+        WebServer proxy([](const QByteArray &) { return answer("502 Bad", ""); });
+        QJsonObject settings{{"enabled", true}, {"address", "127.0.0.1"}, {"port", proxy.serverPort()}};
+        ApplicationProxy::install(settings);
+        QCOMPARE(fetch(server.url()), notFound);
+        settings.insert("no proxy for LAN", true);
+        ApplicationProxy::install(settings);
+        QCOMPARE(fetch(server.url()), QString());
+        ApplicationProxy::install({});
         QCOMPARE(m_device->read(imagePath), image);
     }
 
