@@ -4,11 +4,13 @@
 #include "app/resources.h"
 #include "app/program.h"
 #include "app/unixsignalhandler.h"
+#include "launcher/screenfollower.h"
 
 #include "device/log.h"
 
 #include <QApplication>
-#include <QScreen>
+
+#include <optional>
 
 namespace {
 constexpr char openGlChoice[] = "QT_XCB_GL_INTEGRATION";
@@ -35,11 +37,11 @@ int main(int argc, char *argv[])
     SettingsApp &window = program.window();
 
     // In the lab the program is one window among others of somebody's desktop.
+    std::optional<ScreenFollower> follower;
     if (qEnvironmentVariableIsSet("KT_WINDOWED")) {
         window.show();
     } else {
-        // Without a window manager nobody else gives the window the size of the screen.
-        window.setGeometry(QGuiApplication::primaryScreen()->geometry());
+        follower.emplace(window);
         window.showFullScreen();
     }
     // Read when the first window is made. The programs that we start choose for themselves.

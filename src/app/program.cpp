@@ -18,8 +18,7 @@ Program::Program()
     , m_agent(m_configuration, m_status)
     , m_window({m_configuration, m_session, m_updates, m_power})
     , m_remote({m_window, m_configuration, m_resolutions, m_network, m_update})
-    , m_controller(&m_window,
-                   {m_configuration, m_network, m_networkStatus, m_resolutions, m_audio, m_remote})
+    , m_controller(&m_window, {m_configuration, m_network, m_networkStatus, m_resolutions, m_audio, m_remote})
 {
     connectEndpoint();
     connectSession();
@@ -73,8 +72,7 @@ void Program::start()
 /// What of the program itself obeys the document.
 void Program::followDocument()
 {
-    const QJsonObject management
-        = m_configuration.getDocument().object().value(Key::management).toObject();
+    const QJsonObject management = m_configuration.getDocument().object().value(Key::management).toObject();
     m_endpoint.enableComunication(management.value(Key::consoleManagement).toBool());
 }
 

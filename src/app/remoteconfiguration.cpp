@@ -159,7 +159,7 @@ void RemoteConfiguration::followAtOnce(const QJsonObject &stored, const QJsonObj
     const QJsonObject audio = merged.value(Key::audio).toObject();
     if (priorityDiffers(stored, merged))
         m_parts.window.audioActions().setPriorities(AudioSettings::priority(audio, AudioDirection::Output),
-                                              AudioSettings::priority(audio, AudioDirection::Input));
+                                                    AudioSettings::priority(audio, AudioDirection::Input));
 }
 
 /// Nobody works on the remote desktop: the screen shows the new document at once.

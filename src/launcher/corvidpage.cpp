@@ -211,8 +211,10 @@ void CorvidPage::focusFirst()
         m_ui->manualServerComboBox->setFocus();
     else if (m_groups.rowCount() > 0 && !m_groups.topLevelItem(0)->isHeading())
         m_ui->groupServerTreeView->setFocus();
-    else
+    else if (!m_ui->detectedPanel->isHidden())
         m_ui->detectedView->setFocus();
+    else
+        m_ui->groupServerTreeView->setFocus();
 }
 
 std::optional<ConnectTarget> CorvidPage::target() const

@@ -79,8 +79,7 @@ void SettingsApp::setUpLauncher()
     connect(m_ui->corvidPage, &CorvidPage::selectionChosen, this, [this](const QString &selection) {
         WindowSettings::store(&m_parts.configuration, Key::selection, selection);
     });
-    connect(m_ui->autoConnectPage, &AutoConnectPage::connectRequested, this,
-            &SettingsApp::on_connectButton_clicked);
+    connect(m_ui->autoConnectPage, &AutoConnectPage::connectRequested, this, &SettingsApp::autoConnect);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto *enter = new QShortcut(key, this);
         enter->setAutoRepeat(false);
@@ -189,6 +188,7 @@ void SettingsApp::openLauncher(const QString &clientMode)
     else if (m_mode == ClientMode::Solva && m_broker->autoLogonEnabled())
         page = AutoLogonPage;
     showPage(page);
+    focusMode();
     autoDetectServers();
 }
 
@@ -264,29 +264,45 @@ void SettingsApp::showClientMode(ClientMode mode)
     m_ui->connectButton->setVisible(mode != ClientMode::Solva);
     if (m_ui->mainStackedWidget->currentIndex() != SettingsPage)
         showPage(LauncherPage);
-    if (mode == ClientMode::Corvid)
-        m_ui->corvidPage->focusFirst();
-    else if (mode == ClientMode::Solva)
-        m_ui->solvaPage->focusFirst();
-    else if (mode == ClientMode::Rdp)
-        m_ui->rdpPage->setFocus();
+    focusMode();
     updateConnectButton();
     emit clientModeChanged(mode);
 }
 
+/// Puts the focus where a user begins. What is not shown never gets it.
+void SettingsApp::focusMode()
+{
+    if (m_ui->mainStackedWidget->currentIndex() != LauncherPage)
+        return;
+    if (m_mode == ClientMode::Corvid)
+        m_ui->corvidPage->focusFirst();
+    else if (m_mode == ClientMode::Solva)
+        m_ui->solvaPage->focusFirst();
+    else if (m_mode == ClientMode::Rdp)
+        m_ui->rdpPage->setFocus();
+}
+
+/// From a countdown or the desktops, the button of the mode that is shown leads back to the mode's page.
+void SettingsApp::chooseClientMode(ClientMode mode)
+{
+    if (mode == m_mode)
+        showPage(LauncherPage);
+    showClientMode(mode);
+}
+
 void SettingsApp::on_CorvidProButton_clicked()
 {
-    showClientMode(ClientMode::Corvid);
+    chooseClientMode(ClientMode::Corvid);
 }
 
 void SettingsApp::on_solvaVDIButton_clicked()
 {
-    showClientMode(ClientMode::Solva);
+    chooseClientMode(ClientMode::Solva);
 }
 
 void SettingsApp::on_rdpClientButton_clicked()
 {
-    showClientMode(ClientMode::Rdp);
+    chooseClientMode(ClientMode::Rdp);
 }
 
 bool SettingsApp::autoConnectEnabled() const
@@ -296,10 +312,8 @@ bool SettingsApp::autoConnectEnabled() const
 
 std::optional<ConnectTarget> SettingsApp::chosenTarget() const
 {
-    if (autoConnectEnabled()) {
-        const bool named = m_autoConnectTarget.isGroup() || !m_autoConnectTarget.address.isEmpty();
-        return named ? std::make_optional(m_autoConnectTarget) : std::nullopt;
-    }
+    if (autoConnectEnabled() && m_autoConnectTarget.isComplete())
+        return m_autoConnectTarget;
     switch (m_mode) {
     case ClientMode::Corvid:
         return m_ui->corvidPage->target();
@@ -347,9 +361,20 @@ void SettingsApp::on_connectButton_clicked()
         connectTo(*target);
 }
 
+void SettingsApp::autoConnect()
+{
+    if (m_autoConnectTarget.isComplete())
+        return on_connectButton_clicked();
+    showPage(LauncherPage);
+    GeneralDialog::showError(
+        this, tr("Connection Error"),
+        tr("Server %1 has no address. Connection aborted!").arg(m_autoConnectTarget.name));
+}
+
 void SettingsApp::connectTo(const ConnectTarget &target)
 {
     if (target.isGroup() && target.members.isEmpty()) {
+        m_ui->autoConnectPage->showStopped();
         GeneralDialog::showError(this, tr("Empty group"),
                                  tr("Group %1 is empty. Connection aborted!").arg(target.name));
         return;
@@ -364,7 +389,7 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     unsetCursor();
     if (!m_parts.updates.isIdle() || applyPostponed())
         return;
-    if (m_mode == ClientMode::Solva && m_parts.session.clientIsMissing())
+    if (m_parts.session.clientIsMissing())
         GeneralDialog::showError(this, tr("Connection Error"),
                                  tr("The program that shows the desktop could not be started."));
     else if (verdict == ConnectionFile::Verdict::ConnectionError)
@@ -409,6 +434,8 @@ void SettingsApp::on_mainStackedWidget_currentChanged(int index)
          {static_cast<QWidget *>(m_ui->CorvidProButton), static_cast<QWidget *>(m_ui->solvaVDIButton),
           static_cast<QWidget *>(m_ui->rdpClientButton), static_cast<QWidget *>(m_ui->settingsButton)})
         button->setVisible(!settings);
+    if (index == LauncherPage)
+        focusMode();
     if (index == AutoConnectPage)
         m_ui->autoConnectPage->startAutoConnect(m_autoConnectTarget);
     else
@@ -421,8 +448,8 @@ void SettingsApp::on_mainStackedWidget_currentChanged(int index)
 
 void SettingsApp::updateManualServers()
 {
-    m_ui->corvidPage->setHistory(WindowSettings::addToHistory(&m_parts.configuration, Key::manualServerHistory,
-                                                              m_parts.session.currentServerAddress()));
+    m_ui->corvidPage->setHistory(WindowSettings::addToHistory(
+        &m_parts.configuration, Key::manualServerHistory, m_parts.session.currentServerAddress()));
 }
 
 void SettingsApp::updateBrokerServers(const QString &address)

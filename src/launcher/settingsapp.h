@@ -30,8 +30,8 @@ class SettingsApp;
 
 /// The main window: the launcher that the device's user meets, and the pages around it.
 ///
-/// It shows what its services report, and reports what its user wants. It owns none of them, and knows nothing of
-/// the settings controller, which is handed the window.
+/// It shows what its services report, and reports what its user wants. It owns none of them, and knows
+/// nothing of the settings controller, which is handed the window.
 class SettingsApp : public QMainWindow
 {
     Q_OBJECT
@@ -141,6 +141,9 @@ private:
     std::optional<ConnectTarget> chosenTarget() const;
     bool autoConnectEnabled() const;
     void updateConnectButton();
+    void focusMode();
+    void chooseClientMode(ClientMode mode);
+    void autoConnect();
     void pressEnter();
     void connectTo(const ConnectTarget &target);
     void connectionFinished(ConnectionFile::Verdict verdict);

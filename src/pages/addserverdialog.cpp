@@ -95,6 +95,8 @@ bool AddServerDialog::addTyped()
 bool AddServerDialog::addPicked()
 {
     QModelIndexList picked = m_ui->serverView->selectionModel()->selectedRows();
+    if (picked.isEmpty())
+        GeneralDialog::showError(this, tr("Error"), tr("Choose a server from the list first."));
     std::sort(picked.begin(), picked.end());
     // Copies, because another search may end while a question is open.
     QVector<Item> servers;

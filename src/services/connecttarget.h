@@ -24,6 +24,8 @@ struct ConnectTarget
     QVector<ServerEntry> members; ///< of a group
 
     bool isGroup() const { return type == ItemType::group; }
+    /// There is something to connect to; a group may still be empty.
+    bool isComplete() const { return isGroup() || !address.isEmpty(); }
 
     static ConnectTarget server(const QString &name, const QString &address)
     {

@@ -74,6 +74,7 @@ private slots:
         const TestTable<QByteArray, int> table("button", "page");
         table.row("cancel", "autoConnectCancelButton", 2);
         table.row("another mode", "rdpClientButton", 0);
+        table.row("its own mode", "CorvidProButton", 0);
     }
 
     void stopsWhenToldTo()
@@ -127,6 +128,18 @@ private slots:
         launcher.click("autoConnectButton");
         QVERIFY(launcher.ended->wait());
         QCOMPARE(launcher.addresses(), QStringList({"10.0.0.1", "10.0.0.2"}));
+    }
+
+    void saysWhatIsMissing()
+    {
+        QList<Launcher::Setting> settings = toServer("Main");
+        settings.last().value = QJsonObject{{Key::serverName, "Main"}, {Key::serverAddress, ""}};
+        Launcher launcher(settings);
+        const DialogAnswer answer(true);
+        open(launcher);
+        QTRY_COMPARE(answer.messages, QStringList{"Server Main has no address. Connection aborted!"});
+        QCOMPARE(launcher.page(), 0);
+        QVERIFY(!launcher.window->session().isRunning());
     }
 
     void declinesTheQuestionThatStandsOpen()
