@@ -40,14 +40,11 @@ SolvaAccessManager::~SolvaAccessManager()
 void SolvaAccessManager::getSolvaServers(const QString &address, const QString &user, const QString &password,
                                          const QString &domain)
 {
-    // Deleted, not aborted: its thread may be waiting for us, and the cache can be cleared only after that
-    // thread has ended.
-    delete m_reply.data();
+    delete m_reply.data(); // and with it the credentials
     m_session.address = address;
     m_session.user = SolvaProtocol::userWithDomain(user, domain);
     m_session.password = password;
     m_credentialsGiven = false;
-    m_manager.clearAccessCache();
 
     const QUrl url = SolvaProtocol::requestUrl(address, m_session.user, password);
     std::printf("[%s]   [%s]   [%s]\n", qUtf8Printable(url.toString()), qUtf8Printable(m_session.user),

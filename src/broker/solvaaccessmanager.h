@@ -4,10 +4,10 @@
 #pragma once
 
 #include "broker/solvaprotocol.h"
+#include "device/httpaccess.h"
 #include "models/item.h"
 
 #include <QList>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QObject>
 #include <QPointer>
@@ -101,7 +101,7 @@ private:
     void checkSize();
     void fail(const QString &reason);
 
-    QNetworkAccessManager m_manager;
+    HttpAccess m_manager;
     QPointer<QNetworkReply> m_reply; ///< the reply of the running log-on
     QTimer m_replyTimer;
     bool m_credentialsGiven = false;

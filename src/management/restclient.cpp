@@ -3,34 +3,18 @@
 
 #include "management/restclient.h"
 
-#include "device/paths.h"
+#include "device/tlstrust.h"
 
 #include <QLoggingCategory>
-#include <QSslCertificate>
-#include <QSslConfiguration>
 #include <QSslError>
 #include <QTimer>
 
 Q_LOGGING_CATEGORY(lcRest, "kt.management.rest")
 
-namespace {
-
-void trustTheDevicesCertificates()
-{
-    const QString files = Paths::caCertificates() + QLatin1String("/*");
-    const auto wildcard = QSslCertificate::PatternSyntax::Wildcard;
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setCaCertificates(QSslCertificate::fromPath(files, QSsl::Pem, wildcard)
-                                    + QSslCertificate::fromPath(files, QSsl::Der, wildcard));
-    QSslConfiguration::setDefaultConfiguration(configuration);
-}
-
-} // namespace
-
 RestClient::RestClient(QObject *parent)
     : QObject(parent)
 {
-    trustTheDevicesCertificates();
+    TlsTrust::refresh();
     connect(&m_manager, &QNetworkAccessManager::sslErrors, this, &RestClient::onSslError);
     connect(&m_manager, &QNetworkAccessManager::finished, this, &RestClient::onFinished);
     connect(this, &RestClient::restResponse, &m_dispatcher, &MessageDispatcher::dispatch);

@@ -3,9 +3,9 @@
 
 #pragma once
 
+#include "device/httpaccess.h"
 #include "management/messagedispatcher.h"
 
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QObject>
@@ -24,7 +24,7 @@ public:
     /// The time limit for a server's whole reply.
     static constexpr int replyTimeMs = 120000;
 
-    /// Makes every TLS connection of the process trust the device's CA certificates, and no others.
+    /// Makes the process trust the device's CA certificates, see `TlsTrust`.
     explicit RestClient(QObject *parent = nullptr);
     ~RestClient() override;
 
@@ -57,7 +57,7 @@ private:
     QNetworkReply *send(const QUrl &url, Send request);
 
     MessageDispatcher m_dispatcher;
-    QNetworkAccessManager m_manager;
+    HttpAccess m_manager;
     QNetworkRequest m_request; ///< the template of every request
     int m_replyTime = replyTimeMs;
 };

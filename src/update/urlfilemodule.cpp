@@ -134,7 +134,7 @@ void UrlFileModule::fsm_StartTransfer(const QUrl &url, bool reportProgress)
 void UrlFileModule::startDownload(bool reportProgress)
 {
     qCInfo(lcUrl).noquote() << "fetch" << shownUrl();
-    m_manager = new QNetworkAccessManager(this);
+    m_manager = new HttpAccess(this);
     m_manager->setProxyFactory(
         new ProxyFactory(QNetworkProxy::applicationProxy(), ApplicationProxy::goesDirect));
     m_abortTimer.start();
@@ -147,7 +147,7 @@ void UrlFileModule::startDownload(bool reportProgress)
     connect(m_manager, &QNetworkAccessManager::proxyAuthenticationRequired, this,
             &UrlFileModule::fsm_ProxyAuthenticate);
 
-    // With HTTP the network layer would send the user information by itself, before the first attempt counts.
+    // With HTTP the user information would be sent by itself, before the first attempt counts.
     QNetworkRequest request(isFtp(m_url) ? m_url : m_url.adjusted(QUrl::RemoveUserInfo));
     request.setRawHeader("Accept-Encoding", "identity"); // the image is written unchanged
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
@@ -224,8 +224,6 @@ void UrlFileModule::fsm_Authenticate(QNetworkReply *reply, QAuthenticator *authe
     ++m_attempts;
     // A redirection may lead to another host, which must not get the password.
     if (m_attempts < attemptsLimit && reply->url().host() == m_url.host()) {
-        // The authenticator sends credentials again only if they have changed.
-        authenticator->setUser(m_url.userName(QUrl::FullyDecoded) + QLatin1Char(' '));
         authenticator->setUser(m_url.userName(QUrl::FullyDecoded));
         authenticator->setPassword(m_url.password(QUrl::FullyDecoded));
         return;

@@ -3,9 +3,9 @@
 
 #pragma once
 
+#include "device/httpaccess.h"
 #include "update/ftpproxytool.h"
 
-#include <QNetworkAccessManager>
 #include <QObject>
 #include <QTemporaryFile>
 #include <QTimer>
@@ -90,7 +90,7 @@ private:
     qint64 m_total = 0; ///< -1 when unknown
     QTimer m_abortTimer;
     QUrl m_url;
-    QNetworkAccessManager *m_manager = nullptr;
+    HttpAccess *m_manager = nullptr;
     QNetworkReply *m_reply = nullptr;
     int m_attempts = 0;
     Error m_error = Error::None;
