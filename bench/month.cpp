@@ -89,7 +89,7 @@ struct Month
 {
     Server server;
     DeviceStatus status;
-    DeviceAgent agent(status);
+    DeviceAgent agent{status};
     int answered = 0;
     int mostSockets = 0;
 

@@ -5,6 +5,7 @@
 
 #include "lab-peers/corvidserver.h"
 #include "lab-peers/linkproxy.h"
+#include "management/devicestatus.h"
 #include "onlyinnamespace.h"
 #include "testdevice.h"
 #include "update/terminalservermodule.h"
@@ -40,7 +41,7 @@ private slots:
     void init()
     {
         m_device = std::make_unique<TestDevice>();
-        m_endpoint = std::make_unique<TerminalServerModule>();
+        m_endpoint = std::make_unique<TerminalServerModule>(m_status);
         m_update = std::make_unique<UpdateModule>();
         m_update->setTimeouts(100, 1000);
         m_servers = std::make_unique<CorvidServer>();
@@ -177,6 +178,7 @@ private:
     QByteArray placed() const { return m_device->read(imagePath); }
 
     std::unique_ptr<TestDevice> m_device;
+    DeviceStatus m_status;
     std::unique_ptr<TerminalServerModule> m_endpoint;
     std::unique_ptr<UpdateModule> m_update;
     std::unique_ptr<CorvidServer> m_servers;
