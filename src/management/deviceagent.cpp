@@ -21,6 +21,8 @@ DeviceAgent::DeviceAgent(DeviceStatus &status, QObject *parent)
 {
     connect(&dispatcher(), &MessageDispatcher::getConfiguration, this, &DeviceAgent::getConfiguration);
     connect(&dispatcher(), &MessageDispatcher::getProfile, this, &DeviceAgent::getProfile);
+    m_repeatTimer.setSingleShot(true);
+    connect(&m_repeatTimer, &QTimer::timeout, this, &DeviceAgent::checkIn);
 }
 
 void DeviceAgent::setURL(const QUrl &url)
@@ -67,6 +69,7 @@ bool DeviceAgent::initConnection()
         return false;
     }
     m_baseUrl.setPath(devices + m_serial);
+    m_nextRepeat = m_firstRepeat;
     checkIn();
     return true;
 }
@@ -74,6 +77,7 @@ bool DeviceAgent::initConnection()
 void DeviceAgent::checkIn()
 {
     abort(CheckIn);
+    m_repeatTimer.stop();
     // Without a server, the device's tools need not be queried.
     if (!m_enabled || !isSupported(m_baseUrl))
         return sendCheckIn(QByteArray());
@@ -88,11 +92,38 @@ void DeviceAgent::checkIn()
 
 void DeviceAgent::sendCheckIn(const QByteArray &document)
 {
-    if (!document.isEmpty())
-        m_replies[CheckIn] = PUT(m_baseUrl, document);
+    QNetworkReply *reply = document.isEmpty() ? nullptr : PUT(m_baseUrl, document);
+    m_replies[CheckIn] = reply;
+    if (reply) {
+        connect(reply, &QNetworkReply::finished, this, [this, reply] {
+            if (reply == m_replies[CheckIn]) // and not a later one
+                handleCheckInReply(reply->error());
+        });
+    }
     putConfiguration();
     if (m_heartbeatTimer == 0)
         m_heartbeatTimer = startTimer(heartbeatMs, Qt::CoarseTimer);
+}
+
+/// A gateway's word that the server is away is no reply of the server.
+void DeviceAgent::handleCheckInReply(QNetworkReply::NetworkError error)
+{
+    const bool replied = error == QNetworkReply::NoError
+        || (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError);
+    if (replied)
+        return;
+    m_repeatTimer.start(m_nextRepeat);
+    m_nextRepeat = nextRepeat(m_nextRepeat);
+}
+
+int DeviceAgent::nextRepeat(int milliseconds)
+{
+    return qMin(2 * milliseconds, longestRepeatMs);
+}
+
+void DeviceAgent::setFirstRepeat(int milliseconds)
+{
+    m_firstRepeat = milliseconds;
 }
 
 void DeviceAgent::heartbeat()
@@ -165,8 +196,11 @@ bool DeviceAgent::isPending(Kind kind) const
 
 void DeviceAgent::abort(Kind kind)
 {
-    if (isPending(kind))
-        m_replies[kind]->abort();
+    if (!isPending(kind))
+        return;
+    // It is no longer ours when its signal arrives.
+    const QPointer<QNetworkReply> reply = std::exchange(m_replies[kind], nullptr);
+    reply->abort();
 }
 
 void DeviceAgent::stop()
@@ -174,6 +208,7 @@ void DeviceAgent::stop()
     if (m_heartbeatTimer != 0)
         killTimer(m_heartbeatTimer);
     m_heartbeatTimer = 0;
+    m_repeatTimer.stop();
     m_gathering = false;
     m_repeat.fill(false);
     for (int kind = 0; kind < KindCount; ++kind)

@@ -7,6 +7,7 @@
 
 #include <QNetworkProxy>
 #include <QPointer>
+#include <QTimer>
 #include <QUrl>
 
 #include <array>
@@ -24,6 +25,10 @@ class DeviceAgent : public RestClient
 
 public:
     static constexpr int heartbeatMs = 30000;
+    /// A check-in without a reply is repeated after this time, and each further time after twice the time
+    /// before.
+    static constexpr int firstRepeatMs = 30000;
+    static constexpr int longestRepeatMs = 600000;
 
     /// `status` outlives the agent.
     explicit DeviceAgent(DeviceStatus &status, QObject *parent = nullptr);
@@ -46,6 +51,12 @@ public:
 
     /// Whether any reply is still pending.
     bool isBusy() const;
+    /// Whether a check-in without a reply will be repeated.
+    bool isRepeating() const { return m_repeatTimer.isActive(); }
+    /// The time before the repetition that follows one after `milliseconds`.
+    static int nextRepeat(int milliseconds);
+    /// For tests: shortens the time before the first repetition.
+    void setFirstRepeat(int milliseconds);
 
 public slots:
     void getConfiguration();
@@ -58,6 +69,7 @@ private:
     enum Kind { CheckIn, Heartbeat, Upload, Configuration, Profile, KindCount };
 
     void sendCheckIn(const QByteArray &document);
+    void handleCheckInReply(QNetworkReply::NetworkError error);
     void fetch(Kind kind, const char *name);
     QUrl resource(const char *name) const;
     bool isPending(Kind kind) const;
@@ -66,13 +78,16 @@ private:
 
     DeviceStatus &m_status;
     bool m_gathering = false; ///< the description is awaited
-    QUrl m_baseUrl; ///< with the path of this device once connected
+    QUrl m_baseUrl;           ///< with the path of this device once connected
     int m_heartbeatTimer = 0;
     QString m_serial;
     bool m_enabled = true;
     QByteArray m_configuration;
     bool m_initNeeded = false;
     const QNetworkProxy m_proxy{QNetworkProxy::NoProxy}; ///< the agent never uses the device's proxy
+    QTimer m_repeatTimer;                                ///< of the check-in
+    int m_firstRepeat = firstRepeatMs;
+    int m_nextRepeat = firstRepeatMs;
     std::array<QPointer<QNetworkReply>, KindCount> m_replies;
     std::array<bool, KindCount> m_repeat{};
 };

@@ -86,7 +86,9 @@ void JSONStatus::GetNetworkStatus(const InterfaceFacts &interfaces)
     m_netmask = known(shown.netmask());
     m_gateway = known(shown.gateway());
     m_ipType = typeOf(shown);
+    m_wiredNetmask = known(wired.netmask());
     m_wiredIpType = typeOf(wired);
+    m_wirelessIpType = typeOf(wireless);
 }
 
 void JSONStatus::GetConnectionStatus()
@@ -169,7 +171,7 @@ QString JSONStatus::getIpAddress() const
 
 QString JSONStatus::getIpNetmask() const
 {
-    return m_netmask;
+    return m_wiredNetmask;
 }
 
 QString JSONStatus::getGateway() const
@@ -194,7 +196,7 @@ QString JSONStatus::getWmacAddress() const
 
 QString JSONStatus::getIPType() const
 {
-    return m_ipType;
+    return m_wirelessIpType;
 }
 
 QString JSONStatus::getWiredIPType() const

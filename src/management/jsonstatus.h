@@ -36,12 +36,12 @@ public:
     int getConfigVersion() const;
     QString getDeviceName() const;
     QString getIpAddress() const; ///< of the wired interface
-    QString getIpNetmask() const;
+    QString getIpNetmask() const; ///< of the wired interface
     QString getGateway() const;
     QString getMacAddress() const; ///< of the wired interface
     QString getWifiIpAddress() const;
     QString getWmacAddress() const;
-    QString getIPType() const; ///< of the interface that is shown
+    QString getIPType() const; ///< of the wireless interface
     QString getWiredIPType() const;
     QString getIFaceName() const;
 
@@ -69,7 +69,9 @@ private:
     QString m_netmask = QStringLiteral("0.0.0.0");
     QString m_gateway = QStringLiteral("0.0.0.0");
     QString m_ipType;
+    QString m_wiredNetmask = QStringLiteral("0.0.0.0");
     QString m_wiredIpType;
+    QString m_wirelessIpType;
     QString m_connectionStatus = QStringLiteral("disconnected");
     QStringList m_servers;
     QJsonDocument m_report;

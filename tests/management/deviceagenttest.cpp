@@ -131,6 +131,28 @@ private slots:
         QTRY_VERIFY(sent("GET configuration 200", 2) && !m_agent->isBusy());
     }
 
+    void repeatsACheckInUntilTheReply()
+    {
+        QStringList waits;
+        for (int wait = DeviceAgent::firstRepeatMs; waits.size() < 7; wait = DeviceAgent::nextRepeat(wait))
+            waits += QString::number(wait / 1000);
+        QCOMPARE(waits.join(' '), "30 60 120 240 480 600 600");
+
+        start();
+        m_server->setMode(QmdServer::Mode::Silent);
+        m_agent->setReplyTime(50);
+        m_agent->setFirstRepeat(10);
+        m_agent->setURL(m_url);
+        m_agent->setDeviceSerial(serial);
+        QVERIFY(m_agent->initConnection());
+        QTRY_VERIFY(m_server->requests().count("PUT checkin 0") >= 2);
+        m_server->setMode(QmdServer::Mode::Error);
+        QTRY_VERIFY(m_server->requests().count("PUT checkin 500") >= 2);
+        m_server->setMode(QmdServer::Mode::Normal);
+        QTRY_VERIFY(sent("PUT checkin 200") && !m_agent->isBusy());
+        QVERIFY(!m_agent->isRepeating());
+    }
+
     void connectsWhereSomethingHasChanged()
     {
         start();

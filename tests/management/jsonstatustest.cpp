@@ -63,11 +63,13 @@ private slots:
 
     void choosesTheInterface_data()
     {
-        const TestTable<QByteArray, QByteArray, QString> table("wired", "wireless", "shown");
+        const TestTable<QByteArray, QByteArray, QString, QString> table("wired", "wireless", "shown",
+                                                                        "checkIn");
         const QString eth = "eth0 10.77.0.10 255.255.255.0 dhcp";
-        table.row("wired", "10.77.0.10", QByteArray(), eth);
-        table.row("both", "10.77.0.10", "10.77.1.10", eth);
-        table.row("wireless", QByteArray(), "10.77.1.10", "wlan0 10.77.1.10 255.255.0.0 static");
+        table.row("wired", "10.77.0.10", QByteArray(), eth, "255.255.255.0 static");
+        table.row("both", "10.77.0.10", "10.77.1.10", eth, "255.255.255.0 static");
+        table.row("wireless", QByteArray(), "10.77.1.10", "wlan0 10.77.1.10 255.255.0.0 static",
+                  "255.255.255.0 static");
     }
 
     void choosesTheInterface()
@@ -78,11 +80,15 @@ private slots:
         m_device->setState("wireless-address", wireless);
         m_device->setState("wireless-netmask", "255.255.0.0");
         m_device->setState("wireless-type", "static");
-        const QJsonObject network = part("network info");
+        const JSONStatus status = this->status();
+        const QJsonObject network
+            = QJsonDocument::fromJson(status.get()).object().value("network info").toObject();
         QStringList told;
         for (const char *key : {"interface", "IP address", "network mask", "IP type"})
             told += network.value(QLatin1String(key)).toString();
         QTEST(told.join(' '), "shown");
+        // The check-in tells the mask of the one interface and the type of the other, whichever is shown.
+        QTEST(status.getIpNetmask() + ' ' + status.getIPType(), "checkIn");
     }
 
     void tellsOfASession()
