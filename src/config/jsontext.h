@@ -9,11 +9,12 @@
 /// Reads JSON text from untrusted sources.
 namespace JsonText {
 
-/// Whether an object in the text repeats a key. The framework's parser accepts such text but leaks the
-/// replaced member, so a peer could use up the device's memory.
-bool repeatsKey(const QByteArray &text);
+/// The text with blanks in the place of each member that a later one of the same object and key replaces. The
+/// framework's parser would leak it, so that a peer could use up the device's memory.
+QByteArray withLastMembers(QByteArray text);
 
-/// The object in UTF-8 text, or else in Latin-1 text. Empty if the text is not an object or repeats a key.
+/// The object in UTF-8 text, or else in Latin-1 text. Empty if the text is not an object. Of members with one
+/// key the last counts.
 QJsonObject parsed(const QByteArray &text);
 
 } // namespace JsonText

@@ -40,12 +40,12 @@ constexpr int statusLengthOffset = 200;
 constexpr int secondMarkOffset = 288;
 constexpr quint32 infoMark = 0x45787449;
 
+/// Bytes beyond the end count as zero.
 template <typename Integer>
 Integer read(const QByteArray &bytes, int offset)
 {
-    if (offset + static_cast<int>(sizeof(Integer)) > bytes.size())
-        return 0;
-    return qFromLittleEndian<Integer>(bytes.constData() + offset);
+    const QByteArray field = bytes.mid(offset, sizeof(Integer)).leftJustified(sizeof(Integer), '\0');
+    return qFromLittleEndian<Integer>(field.constData());
 }
 
 template <typename Integer>

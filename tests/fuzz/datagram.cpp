@@ -5,6 +5,7 @@
 
 #include "config/defaults.h"
 #include "config/merge.h"
+#include "management/devicestatus.h"
 #include "update/consoleformat.h"
 #include "update/terminalservermodule.h"
 #include "update/wireformat.h"
@@ -30,7 +31,7 @@ public:
         QFile file(m_root.filePath(QStringLiteral("var/lib/kt964/config.json")));
         require(file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(m_document).toJson()) > 0,
                 "a device");
-        m_endpoint = new TerminalServerModule(&m_application);
+        m_endpoint = new TerminalServerModule(m_status, &m_application);
         QObject::connect(
             m_endpoint, &TerminalServerModule::saveConfiguration, &m_application,
             [this](const QJsonObject &remote, int *) { Merge::mergeJsonObject(m_document, remote); });
@@ -75,6 +76,7 @@ private:
     char *m_argv[2] = {m_name, nullptr};
     QCoreApplication m_application{m_argc, m_argv};
     QJsonObject m_document = Defaults::document(QStringLiteral("kt964"), Defaults::networkSettings({}));
+    DeviceStatus m_status;
     TerminalServerModule *m_endpoint = nullptr;
     QUdpSocket m_console;
 };

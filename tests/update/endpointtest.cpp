@@ -120,6 +120,8 @@ private slots:
         // A datagram that ends early is the same request; the answer shows nothing of the ones before.
         console.ask(QByteArray(4500, '\xee').replace(16, 4, QByteArray("\x13\0\x20\1", 4)));
         QCOMPARE(console.ask(asked.left(20)).toHex(), documentReply(asked, text).toHex());
+        QCOMPARE(console.ask(asked.left(19)).mid(18, 2).toHex(), QByteArray("2000"));
+        QCOMPARE(console.ask(asked.left(17)).mid(16, 4).toHex(), QByteArray("13000000"));
     }
 
     void mergesAPart_data()
@@ -129,6 +131,7 @@ private slots:
         table.row("part", R"({"a":1})", R"({"a":1})");
         table.row("UTF-8", "{\"a\":\"\xc3\xb3\"}", "{\"a\":\"\xc3\xb3\"}");
         table.row("Latin-1", "{\"a\":\"\xf3\"}", "{\"a\":\"\xc3\xb3\"}");
+        table.row("a repeated key", R"({"a":{"b":1},"a":2})", R"({"a":2})");
         table.row("no JSON", "hello", nothing);
         table.row("deep", QByteArray(10000, '['), nothing);
         table.row("cut", "{\"a\":\"" + QByteArray(5000, 'x') + "\"}", nothing);
