@@ -11,18 +11,23 @@ Program::Program()
     : m_configuration(QStringLiteral("config.json"), true)
     , m_network(m_commands)
     , m_networkStatus(m_network, m_configuration)
+    , m_applier(m_configuration, m_commands, m_network, m_resolutions)
     , m_endpoint(m_status)
     , m_session(m_configuration)
     , m_updates(m_update, m_endpoint, m_session)
     , m_power(m_update)
     , m_agent(m_configuration, m_status)
     , m_window({m_configuration, m_session, m_updates, m_power})
-    , m_remote({m_window, m_configuration, m_resolutions, m_network, m_update})
-    , m_controller(&m_window, {m_configuration, m_network, m_networkStatus, m_resolutions, m_audio, m_remote})
+    , m_remote(m_configuration,
+               {[this] { return !m_update.ifUpdateIdle() && !m_update.ifSessionConnected(); },
+                [this] { return m_update.ifSessionConnected(); }})
+    , m_controller(&m_window,
+                   {m_configuration, m_network, m_networkStatus, m_resolutions, m_audio, m_remote, m_applier})
 {
     connectEndpoint();
     connectSession();
     connectAgent();
+    connectApplier();
     connect(&m_configuration, &JsonModule::changed, this, &Program::followDocument);
 }
 
@@ -36,7 +41,7 @@ void Program::connectEndpoint()
     connect(&m_endpoint, &Endpoint::check_resetPossible, &m_power, &PowerService::checkResetPossible);
     connect(&m_endpoint, &Endpoint::ask_resetDevice, &m_power, &PowerService::resetDevice);
     connect(&m_endpoint, &Endpoint::saveConfiguration, &m_remote, &RemoteConfiguration::mergeRemoteConfig);
-    connect(&m_endpoint, &Endpoint::applyConfig, &m_remote, &RemoteConfiguration::applyRemoteConfig);
+    connect(&m_endpoint, &Endpoint::applyConfig, &m_applier, &SettingsApplier::follow);
 }
 
 void Program::connectSession()
@@ -54,12 +59,19 @@ void Program::connectAgent()
     connect(&m_agent, &Agent::check_resetPossible, &m_power, &PowerService::checkResetPossible);
     connect(&m_agent, &Agent::ask_resetDevice, &m_power, &PowerService::resetDevice);
     connect(&m_agent, &Agent::mergeRemoteConfig, &m_remote, &RemoteConfiguration::mergeRemoteConfig);
-    connect(&m_agent, &Agent::applyConfig, &m_remote, &RemoteConfiguration::applyRemoteConfig);
+    connect(&m_agent, &Agent::applyConfig, &m_applier, &SettingsApplier::follow);
     connect(&m_remote, &RemoteConfiguration::configurationMerged, &m_agent, &Agent::handleMerged);
     connect(&m_controller, &SettingsController::settingsApplied, &m_agent, &Agent::handleApplied);
     connect(&m_networkStatus, &NetworkStatus::wiredStatus, &m_agent, &Agent::handleNetworkStatus);
     connect(&m_networkStatus, &NetworkStatus::wirelessStatus, &m_agent, &Agent::handleNetworkStatus);
     m_window.installEventFilter(this);
+}
+
+void Program::connectApplier()
+{
+    m_applier.setSessionCheck([this] { return m_update.ifSessionConnected(); });
+    connect(&m_applier, &SettingsApplier::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);
+    connect(&m_applier, &SettingsApplier::wirelessLeft, &m_networkStatus, &NetworkStatus::takeWirelessLeft);
 }
 
 void Program::start()
@@ -128,6 +140,11 @@ UpdateService &Program::updates()
 RemoteConfiguration &Program::remoteConfiguration()
 {
     return m_remote;
+}
+
+SettingsApplier &Program::applier()
+{
+    return m_applier;
 }
 
 AgentService &Program::agent()

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include "app/remoteconfiguration.h"
 #include "app/settingscontroller.h"
 #include "config/jsonmodule.h"
 #include "device/audiocontroller.h"
@@ -15,7 +14,9 @@
 #include "services/agentservice.h"
 #include "services/networkstatus.h"
 #include "services/powerservice.h"
+#include "services/remoteconfiguration.h"
 #include "services/sessionservice.h"
+#include "services/settingsapplier.h"
 #include "services/updateservice.h"
 #include "update/terminalservermodule.h"
 #include "update/updatemodule.h"
@@ -45,6 +46,7 @@ public:
     SessionService &session();
     UpdateService &updates();
     RemoteConfiguration &remoteConfiguration();
+    SettingsApplier &applier();
     AgentService &agent();
 
 protected:
@@ -54,6 +56,7 @@ private:
     void connectEndpoint();
     void connectSession();
     void connectAgent();
+    void connectApplier();
     void followDocument();
 
     JsonModule m_configuration;
@@ -61,6 +64,7 @@ private:
     NetworkController m_network;
     NetworkStatus m_networkStatus;
     ResolutionContainer m_resolutions;
+    SettingsApplier m_applier;
     AudioController m_audio;
     DeviceStatus m_status;
     TerminalServerModule m_endpoint;

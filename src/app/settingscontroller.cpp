@@ -4,7 +4,6 @@
 #include "app/settingscontroller.h"
 
 #include "launcher/settingsapp.h"
-#include "app/remoteconfiguration.h"
 #include "app/settingspages.h"
 #include "launcher/topbar.h"
 #include "config/applicationproxy.h"
@@ -22,16 +21,21 @@
 #include "device/resolutioncontainer.h"
 #include "management/qmdaddress.h"
 #include "pages/administratorpassword.h"
-#include "pages/keyboardpage.h"
 #include "services/networkstatus.h"
+#include "services/remoteconfiguration.h"
+#include "services/settingsapplier.h"
 #include "widgets/generaldialog.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QLoggingCategory>
 #include <QNetworkInterface>
+#include <QScopedValueRollback>
 #include <QTimer>
+
+#include <utility>
 
 Q_LOGGING_CATEGORY(lcController, "kt.app.controller")
 
@@ -103,14 +107,38 @@ void SettingsController::mergeRemoteConfig(const QJsonObject &remote, int *resul
     m_parts.remote.mergeRemoteConfig(remote, result);
 }
 
+bool SettingsController::saveRemoteConfig(const QJsonObject &merged)
+{
+    return m_parts.remote.saveRemoteConfig(merged);
+}
+
 void SettingsController::applyRemoteConfig()
 {
-    m_parts.remote.applyRemoteConfig();
+    m_parts.applier.follow();
 }
 
 void SettingsController::handlePostponeConfiguration()
 {
-    m_parts.remote.handlePostponeConfiguration();
+    m_parts.applier.follow();
+    prepareGUI();
+    m_window->showLauncher();
+}
+
+/// Nobody works on the remote desktop: the screen shows the new document at once.
+void SettingsController::showMerged()
+{
+    prepareGUI();
+    m_window->showLauncher();
+    QApplication::closeAllWindows(); // the main window refuses
+}
+
+/// What the window and the program's own connections do otherwise when the document has changed.
+void SettingsController::followDocument()
+{
+    setupProxy();
+    const QJsonObject sound = m_parts.configuration.getDocument().object().value(Key::audio).toObject();
+    if (std::exchange(m_sound, sound) != sound && !m_storingSound)
+        m_window->audioActions().setSettings(sound);
 }
 
 /// The pages are filled anew whenever the settings are shown; until then it is enough that nothing counts as
@@ -153,9 +181,10 @@ void SettingsController::connectRemote()
 {
     connect(m_window, &SettingsApp::handlePostponeConfiguration, this,
             &SettingsController::handlePostponeConfiguration);
-    connect(&m_parts.remote, &RemoteConfiguration::pagesOutdated, this, &SettingsController::prepareGUI);
-    connect(&m_parts.remote, &RemoteConfiguration::configurationMerged, this, &SettingsController::setupProxy);
-    connect(&m_parts.remote, &RemoteConfiguration::networkApplied, &m_parts.networkStatus, &NetworkStatus::takeApplied);
+    connect(&m_parts.remote, &RemoteConfiguration::screensOutdated, this, &SettingsController::showMerged);
+    connect(&m_parts.remote, &RemoteConfiguration::screensPostponed, m_window,
+            &SettingsApp::postponeConfiguration);
+    connect(&m_parts.configuration, &JsonModule::changed, this, &SettingsController::followDocument);
 }
 
 void SettingsController::connectAudio()
@@ -174,9 +203,11 @@ void SettingsController::loadConfiguration()
     if (m_parts.configuration.isConfigCorrect())
         checkConfigVersion();
     const QJsonObject root = m_parts.configuration.getDocument().object();
+    m_sound = root.value(Key::audio).toObject();
     m_window->loadConfiguration();
     m_window->openLauncher(root.value(Key::general).toObject().value(Key::clientMode).toString());
-    KeyboardPage::setNumLock(root.value(Key::keyboard).toObject());
+    ToolRun::start(DeviceTools::setNumLock(root.value(Key::keyboard).toObject().value(Key::numlockOn).toBool()));
+    m_parts.applier.start();
 }
 
 /// Most users never see the settings: their start does not wait for them.
@@ -185,8 +216,8 @@ SettingsPages &SettingsController::settingsPages()
     if (!m_pages) {
         m_pages = std::make_unique<SettingsPages>(
             *m_window, m_parts.configuration,
-            SettingsPages::Device{m_parts.network, m_parts.networkStatus, m_parts.resolutions, m_parts.audio});
-        connect(m_pages.get(), &SettingsPages::networkApplied, this, &SettingsController::setupProxy);
+            SettingsPages::Device{m_parts.network, m_parts.networkStatus, m_parts.resolutions, m_parts.audio,
+                                  m_parts.applier});
         connect(&m_pages->view(), &SettingsView::applyRequested, this,
                 &SettingsController::on_applyButton_clicked);
         connect(&m_pages->view(), &SettingsView::backRequested, this,
@@ -382,6 +413,7 @@ void SettingsController::setInputAudio(const QString &name, const QString &numbe
 void SettingsController::storeAudio(AudioDirection direction, const AudioChoice &device,
                                     const AudioChoice &checked)
 {
+    const QScopedValueRollback<bool> own(m_storingSound, true);
     const JsonModule::Change change = m_parts.configuration.change([&](QJsonObject &root) {
         QJsonObject audio = root.value(Key::audio).toObject();
         AudioSettings::setInUse(audio, direction, device);

@@ -17,6 +17,7 @@ class NetworkStatus;
 class RemoteConfiguration;
 class ResolutionContainer;
 class SettingsApp;
+class SettingsApplier;
 class SettingsPages;
 
 /// Sees to the document at start, leads the user through the settings, and carries out the messages of device
@@ -35,6 +36,7 @@ public:
         ResolutionContainer &resolutions;
         AudioController &audio;
         RemoteConfiguration &remote;
+        SettingsApplier &applier;
     };
 
     SettingsController(SettingsApp *window, const Parts &parts, QObject *parent = nullptr);
@@ -77,7 +79,10 @@ public slots:
     void fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned);
     /// Documents from afar, see `RemoteConfiguration`.
     void mergeRemoteConfig(const QJsonObject &remote, int *result);
+    bool saveRemoteConfig(const QJsonObject &merged);
+    /// Has the device follow the merged document.
     void applyRemoteConfig();
+    /// A session has ended in which documents were merged: the screens show the new one, and the device follows.
     void handlePostponeConfiguration();
     /// Sets a resolution at once, without a question.
     void testResolutionFromConsole(const QString &size);
@@ -103,7 +108,9 @@ private:
     void connectNetworkStatus();
     void connectAudio();
     void connectRemote();
+    void followDocument();
     void prepareGUI();
+    void showMerged();
     void storeAudio(AudioDirection direction, const AudioChoice &device, const AudioChoice &checked);
     SettingsPages &settingsPages();
     void leaveSettings();
@@ -112,5 +119,7 @@ private:
     SettingsApp *m_window;
     Parts m_parts;
     QJsonObject m_defaults;
+    bool m_storingSound = false;
+    QJsonObject m_sound; ///< the "audio settings" as the launcher was told them last
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };

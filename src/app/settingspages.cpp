@@ -4,8 +4,10 @@
 #include "app/settingspages.h"
 
 #include "services/networkstatus.h"
+#include "services/settingsapplier.h"
 #include "launcher/settingsapp.h"
 #include "config/jsonmodule.h"
+#include "config/keys.h"
 #include "device/log.h"
 #include "pages/aboutpage.h"
 #include "pages/audiopage.h"
@@ -35,6 +37,7 @@ SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, con
     , m_window(window)
     , m_configuration(configuration)
     , m_networkStatus(device.networkStatus)
+    , m_applier(device.applier)
     , m_certificates(configuration)
     , m_view(new SettingsView)
 {
@@ -78,6 +81,7 @@ void SettingsPages::build(const Device &device)
                     keyboard, management, peripherals,  security,  dateTime, firmware};
     connectPages(general, connection, serverGroups, firmware);
     connectNetworkPage(networkPage);
+    listSections(general, display, networkPage, keyboard, dateTime);
     connect(&m_window, &SettingsApp::dualDisplayChanged, display, &DisplayPage::showDualDisplay);
     display->showDualDisplay(m_window.session().isDualDisplay());
 }
@@ -102,10 +106,22 @@ void SettingsPages::connectNetworkPage(NetworkPage *page)
     connect(&m_networkStatus, &NetworkStatus::ethernetIndicator, page, &NetworkPage::showEthernetIndicator);
     connect(&m_networkStatus, &NetworkStatus::wifiIndicator, page, &NetworkPage::showWifiIndicator);
     connect(&m_networkStatus, &NetworkStatus::wifiTurnedOff, page, &NetworkPage::turnOffWifi);
-    connect(page, &NetworkPage::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);
-    connect(page, &NetworkPage::wirelessLeft, &m_networkStatus, &NetworkStatus::takeWirelessLeft);
-    connect(page, &NetworkPage::applied, this, &SettingsPages::networkApplied);
     m_networkStatus.sayAgain();
+}
+
+/// The tools of a page that the user has edited run again, even when the document is as before: one of them may
+/// have failed.
+void SettingsPages::listSections(GeneralPage *general, DisplayPage *display, NetworkPage *network,
+                                 KeyboardPage *keyboard, DateTimePage *dateTime)
+{
+    m_dateTime = dateTime;
+    m_sections = {{general, SettingsSections::HostName},
+                  {display, SettingsSections::DisplayMode | SettingsSections::ScreenSaver},
+                  {network, SettingsSections::Network},
+                  {keyboard, SettingsSections::KeyboardLayout},
+                  {dateTime, SettingsSections::TimeZone | SettingsSections::TimeServer}};
+    connect(&m_applier, &SettingsApplier::busy, m_view, &SettingsView::showBusy);
+    m_view->showBusy(m_applier.isBusy());
 }
 
 void SettingsPages::addTools()
@@ -138,10 +154,38 @@ void SettingsPages::discard()
 bool SettingsPages::apply()
 {
     for (SettingsPage *page : qAsConst(m_applyOrder)) {
+        const bool touched = page->isChanged();
         if (!page->apply()) {
             m_view->showPage(page);
             return false;
         }
+        if (touched && page == m_dateTime)
+            m_applier.setClock(m_dateTime->clock());
+        if (touched)
+            m_applier.apply(m_sections.value(page));
+        if (touched && m_sections.value(page).testFlag(SettingsSections::Network))
+            m_applier.apply(unconnectedInterfaces());
     }
     return true;
+}
+
+/// An interface that should be connected and is not is connected again.
+SettingsSections::Sections SettingsPages::unconnectedInterfaces() const
+{
+    const QJsonObject interfaces = m_configuration.getDocument()
+                                       .object()
+                                       .value(Key::network)
+                                       .toObject()
+                                       .value(Key::interfaces)
+                                       .toObject();
+    const auto isEnabled = [&interfaces](QLatin1String key) {
+        return interfaces.value(key).toObject().value(Key::enabled).toBool();
+    };
+    SettingsSections::Sections sections;
+    sections.setFlag(SettingsSections::Wired,
+                     isEnabled(Key::eth) && m_networkStatus.wiredState() != NetworkStatus::Link::Connected);
+    sections.setFlag(SettingsSections::Wireless,
+                     isEnabled(Key::wlan)
+                         && m_networkStatus.wirelessState() != NetworkStatus::Link::Connected);
+    return sections;
 }

@@ -5,21 +5,27 @@
 
 #include "certificates/certificatestore.h"
 #include "pages/settingsview.h"
+#include "services/settingssections.h"
 
+#include <QHash>
 #include <QObject>
 #include <QVector>
 
 class AudioController;
 class ConnectionPage;
+class DateTimePage;
+class DisplayPage;
 class FirmwarePage;
 class GeneralPage;
 class JsonModule;
+class KeyboardPage;
 class NetworkController;
 class NetworkPage;
 class NetworkStatus;
 class ResolutionContainer;
 class ServerGroupsPage;
 class SettingsApp;
+class SettingsApplier;
 class SettingsPage;
 
 /// The settings view with all its pages: which there are, in which order they are filled and applied, and how
@@ -36,6 +42,7 @@ public:
         NetworkStatus &networkStatus;
         ResolutionContainer &resolutions;
         AudioController &audio;
+        SettingsApplier &applier;
     };
 
     /// Builds the pages into a view of the window's. All that is referred to outlives the object.
@@ -51,22 +58,24 @@ public:
     /// as they are.
     bool apply();
 
-signals:
-    /// The network settings are stored and in force; the proxy is not yet.
-    void networkApplied();
-
 private:
     void build(const Device &device);
     void connectPages(GeneralPage *general, ConnectionPage *connection, ServerGroupsPage *serverGroups,
                       FirmwarePage *firmware);
     void connectNetworkPage(NetworkPage *page);
     void addTools();
+    void listSections(GeneralPage *general, DisplayPage *display, NetworkPage *network, KeyboardPage *keyboard,
+                      DateTimePage *dateTime);
+    SettingsSections::Sections unconnectedInterfaces() const;
 
     SettingsApp &m_window;
     JsonModule &m_configuration;
     NetworkStatus &m_networkStatus;
+    SettingsApplier &m_applier;
     CertificateStore m_certificates;
     SettingsView *m_view; ///< owned by the window
     QVector<SettingsPage *> m_fillOrder;
     QVector<SettingsPage *> m_applyOrder;
+    DateTimePage *m_dateTime = nullptr;
+    QHash<SettingsPage *, SettingsSections::Sections> m_sections; ///< what the tools are told of a page
 };

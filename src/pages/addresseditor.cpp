@@ -33,23 +33,6 @@ AddressEditor::AddressEditor(QWidget *parent)
 
 AddressEditor::~AddressEditor() = default;
 
-QJsonObject AddressEditor::normalized(QJsonObject interface)
-{
-    if (interface.contains(Key::wiredIpAddress)) {
-        const QJsonValue address = interface.take(Key::wiredIpAddress);
-        if (interface.value(Key::ipAddress).toString().isEmpty())
-            interface.insert(Key::ipAddress, address);
-    }
-    const QString type = interface.value(Key::type).toString();
-    if (type.isEmpty())
-        interface.insert(Key::type, dhcp);
-    if (type != fixed && type != off) {
-        for (const QLatin1String key : {Key::ipAddress, Key::networkMask, Key::defaultGateway})
-            interface.insert(key, QString());
-    }
-    return interface;
-}
-
 void AddressEditor::load(const QJsonObject &interface, const NetworkProperty &live)
 {
     m_live = {live.ip(), live.netmask(), live.gateway()};

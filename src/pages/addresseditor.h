@@ -34,9 +34,6 @@ public:
     QLineEdit *incompleteField() const;
     void save(QJsonObject &interface, bool enabled) const;
 
-    /// Returns settings in the form that `save` writes: one address key, and no addresses with DHCP.
-    static QJsonObject normalized(QJsonObject interface);
-
 private:
     struct Addresses
     {

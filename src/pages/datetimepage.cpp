@@ -4,25 +4,12 @@
 #include "pages/datetimepage.h"
 
 #include "config/keys.h"
-#include "device/commands.h"
 #include "device/listfile.h"
 #include "device/paths.h"
 
 #include "ui_datetimepage.h"
 
 #include <QRegularExpression>
-
-namespace {
-
-const QString ntpService = QStringLiteral("/etc/init.d/ntp");
-
-void controlNtp(const char *systemctl, const char *service)
-{
-    Commands::runShell(QStringLiteral("sudo systemctl %1 ntp.service").arg(QLatin1String(systemctl)));
-    Commands::runShell(Commands::line(ntpService, QLatin1String(service), true));
-}
-
-} // namespace
 
 DateTimePage::DateTimePage(JsonModule &configuration, QWidget *parent)
     : SettingsPage(configuration, tr("Date and time"), QStringLiteral(":/images/page_datetime.png"), parent)
@@ -92,41 +79,8 @@ void DateTimePage::saveDateTimeTab(QJsonObject &dateTime) const
     dateTime.insert(Key::ntpServer, m_ui->ntpServerLineEdit->text());
 }
 
-void DateTimePage::runTools(const QJsonObject &root)
+QDateTime DateTimePage::clock() const
 {
-    const QJsonObject dateTime = root.value(Key::dateTime).toObject();
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-set-timezone"),
-                                      Commands::quoted(dateTime.value(Key::timezone).toString())));
-    if (dateTime.value(Key::ntpEnabled).toBool())
-        useTimeServer(dateTime.value(Key::ntpServer).toString());
-    else
-        setClock();
-}
-
-void DateTimePage::useTimeServer(const QString &server) const
-{
-    controlNtp("enable", "start");
-    Commands::runShell(
-        Commands::line(QStringLiteral("/usr/bin/kt-set-ntp-server"), Commands::quoted(server)));
-}
-
-void DateTimePage::setClock() const
-{
-    controlNtp("disable", "stop");
-    // If the user did not edit the time, the shown one is out of date and must not be set.
     const QDateTime entered = m_ui->dateTimeEdit->dateTime();
-    const QDateTime time = entered == m_shownTime ? QDateTime::currentDateTime() : entered;
-    Commands::runShell(QStringLiteral("sudo date -s \"%1\"").arg(clockArgument(time)));
-}
-
-QString DateTimePage::clockArgument(const QDateTime &time)
-{
-    static const char *const months[]
-        = {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const QDate date = time.date();
-    return QStringLiteral("%1 %2 %3 %4")
-        .arg(date.day())
-        .arg(QLatin1String(months[qBound(1, date.month(), 12) - 1]))
-        .arg(date.year(), 4, 10, QLatin1Char('0'))
-        .arg(time.time().toString(QStringLiteral("HH:mm:ss")));
+    return entered == m_shownTime ? QDateTime() : entered;
 }

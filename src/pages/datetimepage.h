@@ -22,22 +22,19 @@ public:
     explicit DateTimePage(JsonModule &configuration, QWidget *parent = nullptr);
     ~DateTimePage() override;
 
-    /// Returns the argument of `date -s`, for example "5 Mar 2024 07:08:09".
-    static QString clockArgument(const QDateTime &time);
+    /// The entered time; null when the user has left the time as it was shown, which is past by now.
+    QDateTime clock() const;
 
 protected:
     void load(const QJsonObject &root) override;
     QString refusal() const override;
     void save(QJsonObject &root) override;
-    void runTools(const QJsonObject &root) override;
 
 private:
     void getTimezones();
     void setDateTimeTab(const QJsonObject &dateTime);
     void saveDateTimeTab(QJsonObject &dateTime) const;
     void enableFields();
-    void useTimeServer(const QString &server) const;
-    void setClock() const;
 
     std::unique_ptr<Ui::DateTimePage> m_ui;
     QDateTime m_shownTime; ///< the time at which the page was filled

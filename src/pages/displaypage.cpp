@@ -4,7 +4,6 @@
 #include "pages/displaypage.h"
 
 #include "config/keys.h"
-#include "device/commands.h"
 
 #include "ui_displaypage.h"
 
@@ -148,13 +147,4 @@ void DisplayPage::saveDisplayTab(QJsonObject &display) const
     display.insert(Key::multiMonitorMode,
                    m_ui->mirrorCheckBox->isChecked() ? mirror : QStringLiteral("extend"));
     display.insert(Key::screenSaverTimeout, m_ui->screenSaverSpinBox->value());
-}
-
-void DisplayPage::runTools(const QJsonObject &)
-{
-    if (const auto call
-        = ResolutionContainer::callFor(m_modes, m_ui->primaryResolutionComboBox->currentText()))
-        Commands::runShell(call->commandLine);
-    Commands::runShell(
-        Commands::line(QStringLiteral("/etc/init.d/kt964-sleep"), QStringLiteral("restart"), true));
 }

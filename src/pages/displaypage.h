@@ -35,7 +35,6 @@ public slots:
 protected:
     void load(const QJsonObject &root) override;
     void save(QJsonObject &root) override;
-    void runTools(const QJsonObject &root) override;
 
 private:
     /// Asks what the monitor offers and which mode is set, and shows it when the tools have replied.

@@ -4,7 +4,6 @@
 #include "pages/generalpage.h"
 
 #include "config/keys.h"
-#include "device/commands.h"
 #include "pages/administratorpassword.h"
 
 #include "ui_generalpage.h"
@@ -167,9 +166,4 @@ void GeneralPage::saveGeneralTab(QJsonObject &general) const
     if (m_passwordChanged && m_ui->passwordCheckBox->isChecked())
         general.insert(Key::setupPasswordHash,
                        AdministratorPassword::hashOf(m_ui->enterPasswordLineEdit->text()));
-}
-
-void GeneralPage::runTools(const QJsonObject &)
-{
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-set-hostname"), QStringLiteral("-j")));
 }

@@ -34,7 +34,6 @@ protected:
     void load(const QJsonObject &root) override;
     QString refusal() const override;
     void save(QJsonObject &root) override;
-    void runTools(const QJsonObject &root) override;
 
 private:
     void setGeneralTab(const QJsonObject &general);

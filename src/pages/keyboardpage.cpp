@@ -4,7 +4,6 @@
 #include "pages/keyboardpage.h"
 
 #include "config/keys.h"
-#include "device/commands.h"
 
 #include "ui_keyboardpage.h"
 
@@ -58,19 +57,4 @@ void KeyboardPage::saveKeyboardTab(QJsonObject &keyboard) const
 {
     keyboard.insert(Key::layout, m_layouts.value(m_ui->layoutComboBox->currentIndex()).code);
     keyboard.insert(Key::numlockOn, m_ui->numLockCheckBox->isChecked());
-}
-
-void KeyboardPage::runTools(const QJsonObject &)
-{
-    const KeyboardLayout layout = m_layouts.value(m_ui->layoutComboBox->currentIndex());
-    Commands::runShell(
-        Commands::line(QStringLiteral("/usr/bin/kt-set-keyboard"),
-                       Commands::quoted(layout.code) + QLatin1Char(' ') + Commands::quoted(layout.variant)));
-}
-
-void KeyboardPage::setNumLock(const QJsonObject &keyboard)
-{
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/numlockx"),
-                                      keyboard.value(Key::numlockOn).toBool() ? QStringLiteral("on")
-                                                                              : QStringLiteral("off")));
 }

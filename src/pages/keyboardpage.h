@@ -23,13 +23,9 @@ public:
     explicit KeyboardPage(JsonModule &configuration, QWidget *parent = nullptr);
     ~KeyboardPage() override;
 
-    /// Switches NumLock according to a "keyboard settings" object.
-    static void setNumLock(const QJsonObject &keyboard);
-
 protected:
     void load(const QJsonObject &root) override;
     void save(QJsonObject &root) override;
-    void runTools(const QJsonObject &root) override;
 
 private:
     void loadKeyboardLayouts();

@@ -6,14 +6,12 @@
 #include "config/keys.h"
 #include "config/wifisettings.h"
 #include "device/networkcontroller.h"
-#include "device/paths.h"
 #include "pages/addresseditor.h"
 #include "pages/ipv4validator.h"
 #include "pages/wifichooser.h"
 
 #include "ui_networkpage.h"
 
-#include <QFile>
 #include <QSignalBlocker>
 
 namespace {
@@ -25,21 +23,6 @@ const QString fixed = QStringLiteral("static");
 QJsonObject member(const QJsonObject &object, QLatin1String key)
 {
     return object.value(key).toObject();
-}
-
-/// Ignores interfaces that stay disabled, and settings that only gained their implied defaults.
-bool needsReconnect(const QJsonObject &before, const QJsonObject &after)
-{
-    if (!before.value(Key::enabled).toBool() && !after.value(Key::enabled).toBool())
-        return false;
-    const QJsonObject old = AddressEditor::normalized(before);
-    for (auto now = after.begin(); now != after.end(); ++now) {
-        const QJsonValue nothing = now.value().isBool() ? QJsonValue(false) : QJsonValue(QString());
-        const QJsonValue value = old.value(now.key());
-        if ((value.isUndefined() || value.isNull() ? nothing : value) != now.value())
-            return true;
-    }
-    return false;
 }
 
 /// Names a field whose text is not the address that it is for.
@@ -243,8 +226,6 @@ void NetworkPage::saveNetworkTab(QJsonObject &network)
     QJsonObject interfaces = member(network, Key::interfaces);
     QJsonObject eth = member(interfaces, Key::eth);
     QJsonObject wlan = member(interfaces, Key::wlan);
-    const QJsonObject ethBefore = eth;
-    const QJsonObject wlanBefore = wlan;
     m_ui->ethernetEditor->save(eth, m_ui->ethernetCheckBox->isChecked());
     m_ui->wifiEditor->save(wlan, m_ui->wifiCheckBox->isChecked());
     const WifiItem chosen = m_wifi->chosen();
@@ -252,16 +233,12 @@ void NetworkPage::saveNetworkTab(QJsonObject &network)
         wlan.insert(Key::ssid, QString());
     else
         WifiSettings::write(chosen, wlan);
-    m_wiredChanged = needsReconnect(ethBefore, eth);
-    m_wirelessChanged = needsReconnect(wlanBefore, wlan);
     interfaces.insert(Key::eth, eth);
     interfaces.insert(Key::wlan, wlan);
     network.insert(Key::interfaces, interfaces);
     network.insert(Key::dns, savedDns(member(network, Key::dns)));
     network.insert(Key::proxy, savedProxy(member(network, Key::proxy)));
     updateIndicators();
-    // The stored DHCP options belong to the previous network.
-    QFile::remove(Paths::dhcpOptions());
 }
 
 QJsonObject NetworkPage::savedDns(QJsonObject dns) const
@@ -283,44 +260,6 @@ QJsonObject NetworkPage::savedProxy(QJsonObject proxy) const
     proxy.insert(Key::password, m_ui->proxyPasswordLineEdit->text());
     proxy.insert(Key::noProxyForLan, m_ui->proxyLanCheckBox->isChecked());
     return proxy;
-}
-
-void NetworkPage::runTools(const QJsonObject &)
-{
-    m_network.setNetworkConfig();
-    if (m_wiredChanged)
-        applyWired();
-    if (m_wirelessChanged)
-        applyWireless();
-    emit applied();
-}
-
-void NetworkPage::applyWired()
-{
-    const bool enabled = m_ui->ethernetCheckBox->isChecked();
-    if (enabled) {
-        m_network.connectWired();
-        m_network.setRoutingTable();
-    } else {
-        m_network.disconnect();
-    }
-    m_network.afterCommands(this, [this, enabled] { emit wiredApplied(enabled); });
-}
-
-void NetworkPage::applyWireless()
-{
-    const bool enabled = m_ui->wifiCheckBox->isChecked();
-    const WifiItem item = m_wifi->chosen();
-    m_network.disconnectWifi();
-    emit wirelessLeft(!enabled);
-    if (!enabled || item.essid().isEmpty())
-        return;
-    if (item.security == QLatin1String("enterprise"))
-        m_network.connectToWifi(item);
-    else if (item.security == QLatin1String("personal"))
-        m_network.connectToWifi(item.essid(), item.password, item.hidden);
-    else
-        m_network.connectToWifi(item.essid(), QString(), item.hidden);
 }
 
 void NetworkPage::updateIndicators()

@@ -18,8 +18,6 @@ class NetworkPage;
 }
 
 /// Sets the wired and the wireless interface, the name servers and the proxy.
-///
-/// "Apply" reconnects only the interfaces whose settings have changed.
 class NetworkPage : public SettingsPage
 {
     Q_OBJECT
@@ -40,19 +38,10 @@ public slots:
     /// Shows that the interface was turned off elsewhere. Does not count as a change by the user.
     void turnOffWifi();
 
-signals:
-    /// The wired interface has been connected with its new settings, or disconnected.
-    void wiredApplied(bool enabled);
-    /// The wireless network has been disconnected, to reconnect or, if `turnedOff`, to stay off.
-    void wirelessLeft(bool turnedOff);
-    /// The settings are stored and the interfaces reconfigured.
-    void applied();
-
 protected:
     void load(const QJsonObject &root) override;
     QString refusal() const override;
     void save(QJsonObject &root) override;
-    void runTools(const QJsonObject &root) override;
 
 private:
     void setNetworkTab(const QJsonObject &network);
@@ -63,8 +52,6 @@ private:
     void saveNetworkTab(QJsonObject &network);
     QJsonObject savedDns(QJsonObject dns) const;
     QJsonObject savedProxy(QJsonObject proxy) const;
-    void applyWired();
-    void applyWireless();
     void connectEditors();
     void updateFields();
     void chooseStaticDns(bool isStatic);
@@ -83,6 +70,4 @@ private:
     QString m_wifiImage;
     NetworkProperty m_live; ///< what DHCP gave the wired interface, as far as it is known
     int m_filling = 0;      ///< counts fillings: a reply to an earlier one is late
-    bool m_wiredChanged = false;
-    bool m_wirelessChanged = false;
 };

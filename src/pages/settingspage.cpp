@@ -88,7 +88,6 @@ bool SettingsPage::apply()
         return false;
     }
     m_changed = false;
-    runTools(root());
     return true;
 }
 
@@ -112,8 +111,6 @@ QString SettingsPage::refusal() const
 }
 
 void SettingsPage::save(QJsonObject &) { }
-
-void SettingsPage::runTools(const QJsonObject &) { }
 
 void SettingsPage::markChanged()
 {

@@ -33,7 +33,7 @@ public:
     bool isChanged() const;
     /// False while the input is incomplete, which disables "Apply".
     virtual bool canApply() const;
-    /// Checks a changed page, writes its keys and runs its tools. If the page refuses its input, or the
+    /// Checks a changed page and writes its keys. The device follows the document. If the page refuses its input, or the
     /// document cannot be read or written, shows the error and returns false; the page stays changed.
     bool apply();
     /// Drops changes that were not applied. A page whose `fill` runs slow device tools only resets its state
@@ -58,8 +58,6 @@ protected:
     virtual QString refusal() const;
     /// Copies the widgets' values into the document.
     virtual void save(QJsonObject &root);
-    /// Runs the device's tools. The document is on disk by then.
-    virtual void runTools(const QJsonObject &root);
 
     /// Marks the page changed by the user. Does nothing while the page is being filled.
     void markChanged();

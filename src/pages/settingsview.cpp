@@ -127,6 +127,11 @@ void SettingsView::setApplyEnabled(bool enabled)
     m_ui->applyButton->setEnabled(enabled);
 }
 
+void SettingsView::showBusy(bool busy)
+{
+    m_ui->progressLabel->setText(busy ? tr("Settings are being applied...") : QString());
+}
+
 void SettingsView::updateApply()
 {
     const bool allowed

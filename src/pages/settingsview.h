@@ -36,6 +36,8 @@ public:
 
     bool hasUnsavedChanges() const;
     void setApplyEnabled(bool enabled);
+    /// Says below the page that settings are being applied. Nothing is blocked meanwhile.
+    void showBusy(bool busy);
 
 signals:
     void applyRequested();

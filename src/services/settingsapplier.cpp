@@ -69,6 +69,12 @@ void SettingsApplier::setSessionCheck(const std::function<bool()> &inSession)
     m_inSession = inSession;
 }
 
+void SettingsApplier::start()
+{
+    adopt(m_configuration.getDocument().object());
+    follow();
+}
+
 void SettingsApplier::follow()
 {
     m_turn.start(0);
@@ -135,13 +141,13 @@ SettingsApplier::Sections SettingsApplier::differing(const QJsonObject &root) co
     return sections;
 }
 
-/// A mode that somebody else asks for is one of the connected monitor's, or it becomes "Automatic". Until the
-/// monitor has been asked, the mode waits, and what comes after it.
+/// A mode that comes from afar is one of the connected monitor's, or it becomes "Automatic"; on the page a user
+/// may leave one of another monitor. Until the monitor has been asked, the mode waits, and what comes after it.
 SettingsApplier::Sections SettingsApplier::withoutUncheckedMode(const QJsonObject &root, Sections due)
 {
     const QString mode = displayMode(root);
-    const bool chosenHere = m_forced.testFlag(Section::DisplayMode) && !m_resolutions.resolutions().empty();
-    if (!due.testFlag(Section::DisplayMode) || mode == ResolutionContainer::automatic || chosenHere
+    const bool onPage = m_forced.testFlag(Section::DisplayMode) && !m_resolutions.resolutions().empty();
+    if (!due.testFlag(Section::DisplayMode) || mode == ResolutionContainer::automatic || onPage
         || m_modeChecked == mode)
         return due;
     if (!m_checkingMode)
@@ -155,7 +161,7 @@ void SettingsApplier::checkMode(const QString &mode)
     m_resolutions.getResolutions(this, [this, mode](const std::vector<Item> &modes) {
         m_checkingMode = false;
         m_modeChecked = mode;
-        if (ResolutionContainer::rowIn(modes, mode) < 0) {
+        if (ResolutionContainer::rowIn(modes, mode) < 0 && !m_forced.testFlag(Section::DisplayMode)) {
             qCWarning(lcApplier).noquote() << "the monitor has no mode" << mode;
             m_configuration.change([&mode](QJsonObject &root) {
                 if (displayMode(root) != mode)

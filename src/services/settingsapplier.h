@@ -43,6 +43,9 @@ public:
     /// While this is true, sections that would disturb a session wait. Whoever owns the session calls `follow` at
     /// its end.
     void setSessionCheck(const std::function<bool()> &inSession);
+    /// At the start of the program: a device without a record is taken as it is, and what was left undone is
+    /// carried out.
+    void start();
     /// Compares the document in the next turn of the event loop, and carries out these sections even if they
     /// have not changed.
     void apply(Sections forced);

@@ -9,6 +9,7 @@
 #include "testdevice.h"
 
 #include <QStackedWidget>
+#include <QTest>
 
 /// The program as `main` starts it, over the device in force.
 struct StartedProgram
@@ -24,7 +25,13 @@ struct StartedProgram
     int page() const { return part<QStackedWidget>("mainStackedWidget")->currentIndex(); }
     bool settingsShown() const { return page() == SettingsApp::SettingsPage; }
     void openSettings() const { click("settingsButton"); }
-    void apply() const { click("applyButton"); }
+    /// Presses "Apply" and waits until the device has followed.
+    void apply()
+    {
+        click("applyButton");
+        settle();
+    }
+    void settle() { QTRY_VERIFY(!program.applier().isBusy()); }
 
     Program program;
     SettingsApp &window = program.window();

@@ -132,15 +132,12 @@ private slots:
             program.program.configuration().setObject(document);
         };
         store(R"({"enabled": true, "address": "p", "port": 3128, "user name": "u", "password": "w"})");
-        QVERIFY(program.controller.setupProxy());
-        QVERIFY(!program.controller.setupProxy());
+        QVERIFY(!program.controller.setupProxy()); // the change has seen to it
         const QNetworkProxy expected(QNetworkProxy::HttpProxy, "p", 3128, "u", "w");
         QCOMPARE(QNetworkProxy::applicationProxy(), expected);
         store(R"({"enabled": true, "address": "p", "port": 70000})");
-        QVERIFY(program.controller.setupProxy());
         QCOMPARE(QNetworkProxy::applicationProxy().port(), quint16(0));
         store(R"({"enabled": false, "address": "p", "port": 3128})");
-        QVERIFY(program.controller.setupProxy());
         QCOMPARE(QNetworkProxy::applicationProxy(), QNetworkProxy(QNetworkProxy::NoProxy));
     }
 

@@ -3,6 +3,9 @@
 
 #include "certificates/certificatestore.h"
 #include "device/networkcontroller.h"
+#include "device/resolutioncontainer.h"
+#include "device/toolqueue.h"
+#include "services/settingsapplier.h"
 #include "dialoganswer.h"
 #include "openedpage.h"
 #include "pages/networkpage.h"
@@ -44,6 +47,8 @@ struct Opened : HeldDocument
     explicit Opened(const char *eth, const char *wlan, const char *dns = "{'type': 'dhcp'}")
         : HeldDocument(network(eth, wlan, dns))
     {
+        applier.start(); // the device is as the document says
+        settle();
         page.fill();
         page.show();
         toolsReplied();
@@ -105,17 +110,15 @@ struct Opened : HeldDocument
         QVERIFY(seen);
     }
 
-    void commandsEnded()
-    {
-        bool ended = false;
-        controller.afterCommands(&page, [&ended] { ended = true; });
-        QTRY_VERIFY(ended);
-    }
+    void settle() { QTRY_VERIFY(!applier.isBusy()); }
 
     QJsonValue stored() const { return device.document()["network settings"]; }
     QComboBox *networks() const { return part<QComboBox>(page, "wifiComboBox"); }
 
-    NetworkController controller;
+    ToolQueue commands;
+    NetworkController controller{commands};
+    ResolutionContainer resolutions;
+    SettingsApplier applier{configuration, commands, controller, resolutions};
     CertificateStore store{configuration};
     NetworkPage page{configuration, controller, store};
 };
@@ -213,12 +216,15 @@ private slots:
         const DialogAnswer answer(true);
         QVERIFY2(opened.page.apply(), qPrintable(answer.messages.join('|')));
         const bool joins = !calls.filter(QRegularExpression("^kt-(check|enterprise)-wifi")).isEmpty();
-        opened.commandsEnded();
+        opened.applier.apply(SettingsSections::Network);
+        opened.settle();
         QTRY_COMPARE(joined.count(), joins ? 1 : 0);
         QStringList heard = opened.device.calls().filter(QRegularExpression("^(?!sudo )"));
         QVERIFY(heard.takeFirst().startsWith("kt-network-config set-config A "));
         QCOMPARE(heard, calls);
-        QVERIFY(!opened.device.exists("/tmp/dhcp-options.conf"));
+        // An offer belongs to the network as it was: it goes when one is connected.
+        const bool connects = joins || calls.contains("kt-network-config connect-ethernet A");
+        QCOMPARE(opened.device.exists("/tmp/dhcp-options.conf"), !connects);
     }
 
     void readsTheDefaultsCrosswise()
