@@ -4,6 +4,7 @@
 #pragma once
 
 #include "session/freerdpprocess.h"
+#include "session/proxyrelay.h"
 #include "session/sessionaudio.h"
 #include "session/sessiondescription.h"
 
@@ -28,6 +29,9 @@ signals:
     void ended(const SessionEnd &end);
 
 private:
+    void handleEnd(SessionEnd end);
+
+    ProxyRelay m_proxy;
     FreeRdpProcess m_freeRdp;
     SessionAudio m_audio;
 };

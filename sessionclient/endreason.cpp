@@ -119,6 +119,11 @@ QVector<ReasonRow> makeTable()
          QT_TRANSLATE_NOOP("EndReason", "The server's address is not valid."),
          QT_TRANSLATE_NOOP("EndReason", "Enter a host name or an IP address."),
          {}},
+        {EndReason::ProxyRejected, 29, ExplainedBy::Client,
+         QT_TRANSLATE_NOOP("EndReason", "The proxy rejected the log-on."),
+         QT_TRANSLATE_NOOP("EndReason", "Check the proxy's user name and password in the network settings. The proxy must "
+                                        "accept the log-on scheme \"Basic\"."),
+         {}},
     };
 }
 // clang-format on

@@ -29,7 +29,8 @@ enum class EndReason {
     ClientMissing,
     Stopped,
     BadFile,
-    BadAddress
+    BadAddress,
+    ProxyRejected
 };
 
 /// Who explains the end to the user.

@@ -64,7 +64,8 @@ QStringList soundOptions(const SessionDescription &session, const SessionHardwar
     return options;
 }
 
-/// xfreerdp 2.11 never authenticates to an HTTP proxy, so user name and password are left out.
+/// xfreerdp 2.11 never authenticates to an HTTP proxy, so ProxyRelay does it. User name and password stay
+/// here.
 QString proxyValue(const QUrl &proxy)
 {
     if (proxy.isEmpty())
