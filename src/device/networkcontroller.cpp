@@ -20,10 +20,6 @@ Q_LOGGING_CATEGORY(lcNetwork, "kt.device.network")
 
 namespace {
 
-const QString configTool = QStringLiteral("/usr/bin/kt-network-config");
-/// The tool expects this word in every call.
-const QString fixedWord = QStringLiteral("A");
-
 QJsonObject values(const QByteArray &output)
 {
     return QJsonDocument::fromJson(output).object().value(QLatin1String("values")).toObject();
@@ -227,47 +223,10 @@ void NetworkController::GetWifiNetworkList(QObject *context, const ScanDone &don
           [done](const ToolResult &result) { done(readScan(result.output)); });
 }
 
-void NetworkController::limitQueries(int milliseconds)
+QByteArray NetworkController::ask(const QString &subCommand)
 {
-    m_deadline.setRemainingTime(milliseconds);
-}
-
-QByteArray NetworkController::query(const QString &program, const QStringList &arguments) const
-{
-    if (m_deadline.isForever())
-        return Commands::query(program, arguments);
-    const qint64 left = qMin<qint64>(m_deadline.remainingTime(), Commands::timeLimitMs);
-    return left > 0 ? Commands::query(program, arguments, static_cast<int>(left)) : QByteArray();
-}
-
-QByteArray NetworkController::ask(const QString &subCommand) const
-{
-    return query(configTool, {subCommand, fixedWord});
-}
-
-bool NetworkController::isTrue(const QString &subCommand) const
-{
-    return ask(subCommand).replace('\n', "") == "true";
-}
-
-bool NetworkController::CheckWiredPlugged()
-{
-    return isTrue(QStringLiteral("is-wired-linked"));
-}
-
-bool NetworkController::isWiredUp()
-{
-    return isTrue(QStringLiteral("is-wired-on"));
-}
-
-bool NetworkController::isWifiConnected()
-{
-    return isTrue(QStringLiteral("is-wireless-connected"));
-}
-
-bool NetworkController::isEthernetConnected()
-{
-    return isTrue(QStringLiteral("is-wired-connected"));
+    const ToolCall call = DeviceTools::networkQuery(subCommand);
+    return Commands::query(call.program, call.arguments);
 }
 
 bool NetworkController::getActualWifi(NetworkProperty &property)
@@ -293,7 +252,10 @@ bool NetworkController::getNetworkByInterface(const QString &interface, NetworkP
     if (interface != QLatin1String("eth0") && interface != QLatin1String("wlan0"))
         return false;
     readParameters(ask(QStringLiteral("get-%1-parameters").arg(interface)), property);
-    networkAdditionalParameters(property);
+    const ToolCall routes = DeviceTools::routes();
+    property.setGateway(
+        gatewayFromRoutes(QString::fromLocal8Bit(Commands::query(routes.program, routes.arguments))));
+    readNameServers(property);
     readInterface(interface, property);
     return true;
 }
@@ -305,13 +267,6 @@ void NetworkController::readParameters(const QByteArray &output, NetworkProperty
     property.setGateway(found.value(QLatin1String("gateway address")).toString());
     property.setNetmask(found.value(QLatin1String("netmask address")).toString());
     property.setTypeIp(found.value(QLatin1String("type")).toString());
-}
-
-void NetworkController::networkAdditionalParameters(NetworkProperty &property) const
-{
-    property.setGateway(
-        gatewayFromRoutes(QString::fromLocal8Bit(query(QStringLiteral("route"), {QStringLiteral("-n")}))));
-    readNameServers(property);
 }
 
 void NetworkController::readNameServers(NetworkProperty &property)

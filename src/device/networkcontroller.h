@@ -7,7 +7,6 @@
 #include "device/toolqueue.h"
 #include "device/wifiitem.h"
 
-#include <QDeadlineTimer>
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -77,12 +76,6 @@ public:
     void afterCommands(QObject *context, const std::function<void()> &step);
 
     // The blocking queries go away with their last callers.
-    /// From now on all queries together block for at most this long; those behind are not made.
-    void limitQueries(int milliseconds);
-    bool CheckWiredPlugged();
-    bool isWiredUp();
-    bool isWifiConnected();
-    bool isEthernetConnected();
     /// Fills the network's name and signal quality. False when no access point is associated.
     bool getActualWifi(NetworkProperty &property);
     /// Fills everything but the Wi-Fi members. False for a name other than "eth0" and "wlan0", which changes
@@ -118,12 +111,9 @@ private:
 
     void query(const ToolCall &call, QObject *context, const OutputDone &done);
     void ask(const QString &subCommand, QObject *context, const ReplyDone &done);
-    QByteArray query(const QString &program, const QStringList &arguments) const;
-    QByteArray ask(const QString &subCommand) const;
-    bool isTrue(const QString &subCommand) const;
+    static QByteArray ask(const QString &subCommand);
     bool join(const ToolCall &call);
     void endJoin(const ToolResult &result);
-    void networkAdditionalParameters(NetworkProperty &property) const;
     static bool readAccessPoint(const QByteArray &output, NetworkProperty &property);
     static void readParameters(const QByteArray &output, NetworkProperty &property);
     static void readNameServers(NetworkProperty &property);
@@ -136,5 +126,4 @@ private:
     int m_queryLimitMs = Commands::timeLimitMs;
     WifiResult m_wifiResult = Pending;
     int m_join = 0; ///< counts joins, and what abandons one
-    QDeadlineTimer m_deadline{QDeadlineTimer::Forever};
 };
