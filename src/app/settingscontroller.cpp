@@ -232,8 +232,10 @@ void SettingsController::on_settingsButton_clicked()
     pages.view().showPage(0);
     m_parts.configuration.readAgain(); // without a document there would be no password to ask for
     pages.fill();
-    if (!AdministratorPassword::ask(m_window, m_parts.configuration.getDocument().object()))
+    if (!AdministratorPassword::ask(m_window, m_parts.configuration.getDocument().object())) {
+        m_window->resumeAutomatic();
         return;
+    }
     m_window->showSettings();
     pages.view().setFocus();
     pages.view().setApplyEnabled(false);

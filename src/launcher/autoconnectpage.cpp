@@ -91,6 +91,7 @@ void AutoConnectPage::on_autoConnectButton_clicked()
 void AutoConnectPage::on_autoConnectCancelButton_clicked()
 {
     showStopped();
+    emit cancelled();
 }
 
 void AutoConnectPage::showStopped()

@@ -37,6 +37,8 @@ public:
 
 signals:
     void connectRequested();
+    /// The user has cancelled the countdown.
+    void cancelled();
 
 private slots:
     void on_autoConnectButton_clicked();

@@ -4,7 +4,6 @@
 #include "launcher/settingsapp.h"
 
 #include "launcher/popups.h"
-#include "launcher/servergroups.h"
 #include "launcher/stylesheets.h"
 #include "launcher/topbar.h"
 #include "launcher/windowsettings.h"
@@ -61,7 +60,7 @@ void SettingsApp::setUpTopBar()
     m_topBar = std::make_unique<TopBar>(*m_ui);
     m_audio = std::make_unique<AudioActionController>(*m_ui->outputAudioButton, *m_ui->inputAudioButton);
     connect(m_ui->settingsButton, &QToolButton::clicked, this, [this] {
-        stopAutomatic();
+        m_autoStart->stop();
         emit settingsRequested();
     });
     m_ui->actionSleep->setIcon(QIcon(QStringLiteral(":/images/sleep.png")));
@@ -111,7 +110,9 @@ void SettingsApp::setUpBroker()
                               m_parts.session, m_parts.configuration});
     connect(m_broker.get(), &BrokerLauncher::busy, this, &SettingsApp::setBusy);
     connect(m_broker.get(), &BrokerLauncher::brokerUsed, this, &SettingsApp::updateBrokerServers);
-    connect(m_broker.get(), &BrokerLauncher::loggedOut, this, &SettingsApp::showLauncher);
+    m_autoStart = std::make_unique<AutoStart>(
+        AutoStart::Parts{*m_ui->autoConnectPage, *m_ui->autoLogonPage, *m_broker});
+    connect(m_broker.get(), &BrokerLauncher::loggedOut, this, [this] { showPage(LauncherPage); });
     connect(m_broker.get(), &BrokerLauncher::desktopsReady, this, [this] {
         showPage(DesktopsPage);
         m_ui->solvaDesktopsPage->focusList();
@@ -128,7 +129,7 @@ void SettingsApp::setUpUpdate()
     connect(updates, &UpdateService::opened, this, [this](const QString &text) {
         m_ui->updatePage->showProgress(text, -1, -1);
         m_pageBeforeUpdate = m_ui->mainStackedWidget->currentIndex();
-        stopAutomatic();
+        m_autoStart->stop();
         Popups::closeAll();
         m_ui->mainStackedWidget->setCurrentIndex(UpdatePage);
     });
@@ -156,7 +157,6 @@ void SettingsApp::loadConfiguration()
 {
     const QJsonObject window = root().value(Key::mainWindow).toObject();
     const QJsonObject corvid = connectionSettings(Key::corvidConnection);
-    m_autoConnect = corvid.value(Key::autoconnect).toObject().value(Key::enabled).toBool();
     loadServerGroups();
     m_ui->corvidPage->setManualEntryAllowed(corvid.value(Key::allowManualAddress).toBool());
     m_ui->corvidPage->setAutoDetectedShown(corvid.value(Key::showAutodetected).toBool());
@@ -173,23 +173,48 @@ void SettingsApp::loadConfiguration()
 
 void SettingsApp::loadServerGroups()
 {
-    const QJsonArray groups = root().value(Key::serverGroups).toArray();
-    const QJsonObject corvid = connectionSettings(Key::corvidConnection);
-    m_autoConnectTarget = ServerGroups::autoConnectTarget(corvid.value(Key::autoconnect).toObject(), groups);
-    m_ui->corvidPage->setGroups(groups);
+    m_autoStart->load(root());
+    m_ui->corvidPage->setGroups(root().value(Key::serverGroups).toArray());
+}
+
+QString SettingsApp::storedMode() const
+{
+    return root().value(Key::general).toObject().value(Key::clientMode).toString();
 }
 
 void SettingsApp::openLauncher(const QString &clientMode)
 {
     showClientMode(clientMode);
-    int page = LauncherPage;
-    if (autoConnectEnabled())
-        page = AutoConnectPage;
-    else if (m_mode == ClientMode::Solva && m_broker->autoLogonEnabled())
-        page = AutoLogonPage;
-    showPage(page);
+    showLauncherPage(m_autoStart->due(clientMode));
     focusMode();
     autoDetectServers();
+}
+
+void SettingsApp::showLauncher()
+{
+    const AutoStart::Kind kind = m_autoStart->due(storedMode());
+    if (kind != AutoStart::Kind::None)
+        showClientMode(storedMode());
+    showLauncherPage(kind);
+}
+
+void SettingsApp::resumeAutomatic()
+{
+    const int page = m_ui->mainStackedWidget->currentIndex();
+    if (page == AutoConnectPage || page == AutoLogonPage)
+        showLauncher();
+}
+
+/// A countdown whose page is shown already begins anew.
+void SettingsApp::showLauncherPage(AutoStart::Kind kind)
+{
+    const int page = kind == AutoStart::Kind::Connect ? AutoConnectPage
+        : kind == AutoStart::Kind::LogOn              ? AutoLogonPage
+                                                      : LauncherPage;
+    if (page != LauncherPage && page == m_ui->mainStackedWidget->currentIndex())
+        m_autoStart->count(kind);
+    else
+        showPage(page);
 }
 
 void SettingsApp::setSettingsView(QWidget *view)
@@ -211,11 +236,6 @@ void SettingsApp::showPage(int page)
 void SettingsApp::showSettings()
 {
     showPage(SettingsPage);
-}
-
-void SettingsApp::showLauncher()
-{
-    showPage(LauncherPage);
 }
 
 void SettingsApp::showClientMode(const QString &clientMode)
@@ -282,9 +302,13 @@ void SettingsApp::focusMode()
         m_ui->rdpPage->setFocus();
 }
 
-/// From a countdown or the desktops, the button of the mode that is shown leads back to the mode's page.
+/// From a countdown or the desktops, the button of the mode that is shown leads back to the mode's page. A user who
+/// presses one during a countdown does not want what it counts for.
 void SettingsApp::chooseClientMode(ClientMode mode)
 {
+    const int page = m_ui->mainStackedWidget->currentIndex();
+    if (page == AutoConnectPage || page == AutoLogonPage)
+        m_autoStart->cancel();
     if (mode == m_mode)
         showPage(LauncherPage);
     showClientMode(mode);
@@ -305,15 +329,10 @@ void SettingsApp::on_rdpClientButton_clicked()
     chooseClientMode(ClientMode::Rdp);
 }
 
-bool SettingsApp::autoConnectEnabled() const
-{
-    return m_mode == ClientMode::Corvid && m_autoConnect;
-}
-
 std::optional<ConnectTarget> SettingsApp::chosenTarget() const
 {
-    if (autoConnectEnabled() && m_autoConnectTarget.isComplete())
-        return m_autoConnectTarget;
+    if (m_mode == ClientMode::Corvid && m_autoStart->connects() && m_autoStart->target().isComplete())
+        return m_autoStart->target();
     switch (m_mode) {
     case ClientMode::Corvid:
         return m_ui->corvidPage->target();
@@ -331,14 +350,6 @@ void SettingsApp::updateConnectButton()
     m_ui->connectButton->setEnabled(target.has_value());
     if (target)
         qCDebug(lcLauncher).noquote() << "chosen:" << target->name;
-}
-
-/// Opening the settings, or the password dialog before them, stops what would start by itself.
-void SettingsApp::stopAutomatic()
-{
-    for (::AutoConnectPage *page : {m_ui->autoConnectPage, m_ui->autoLogonPage})
-        page->showStopped();
-    m_broker->cancelLogon();
 }
 
 /// Enter presses the button that has the focus, and on the launcher Connect from everywhere else.
@@ -363,12 +374,12 @@ void SettingsApp::on_connectButton_clicked()
 
 void SettingsApp::autoConnect()
 {
-    if (m_autoConnectTarget.isComplete())
+    if (m_autoStart->target().isComplete())
         return on_connectButton_clicked();
     showPage(LauncherPage);
     GeneralDialog::showError(
         this, tr("Connection Error"),
-        tr("Server %1 has no address. Connection aborted!").arg(m_autoConnectTarget.name));
+        tr("Server %1 has no address. Connection aborted!").arg(m_autoStart->target().name));
 }
 
 void SettingsApp::connectTo(const ConnectTarget &target)
@@ -387,21 +398,20 @@ void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
     show();
     activateWindow();
     unsetCursor();
+    m_autoStart->forgetCancel();
     if (!m_parts.updates.isIdle() || applyPostponed())
         return;
+    const ClientMode mode = m_mode;
+    // The countdown runs behind the error, which nobody may be there to close.
+    if (m_autoStart->due(storedMode()) == AutoStart::Kind::Connect)
+        showLauncher();
+    if (mode == ClientMode::Corvid && verdict == ConnectionFile::Verdict::NoError)
+        updateManualServers();
     if (m_parts.session.clientIsMissing())
         GeneralDialog::showError(this, tr("Connection Error"),
                                  tr("The program that shows the desktop could not be started."));
     else if (verdict == ConnectionFile::Verdict::ConnectionError)
         showConnectionError();
-    else if (verdict == ConnectionFile::Verdict::NoError && m_mode == ClientMode::Corvid)
-        updateManualServers();
-    if (!autoConnectEnabled())
-        return;
-    if (m_ui->mainStackedWidget->currentIndex() == AutoConnectPage)
-        on_mainStackedWidget_currentChanged(AutoConnectPage);
-    else
-        showPage(AutoConnectPage); // an update may have begun while the error was shown
 }
 
 /// An update that was asked for in the same session comes first; this follows when it has failed.
@@ -427,7 +437,7 @@ void SettingsApp::on_mainStackedWidget_currentChanged(int index)
     // update is not left at all.
     const bool settings = index == SettingsPage || index == UpdatePage;
     if (settings)
-        stopAutomatic();
+        m_autoStart->stop();
     for (QShortcut *enter : qAsConst(m_enterShortcuts))
         enter->setEnabled(!settings);
     for (QWidget *button :
@@ -436,14 +446,9 @@ void SettingsApp::on_mainStackedWidget_currentChanged(int index)
         button->setVisible(!settings);
     if (index == LauncherPage)
         focusMode();
-    if (index == AutoConnectPage)
-        m_ui->autoConnectPage->startAutoConnect(m_autoConnectTarget);
-    else
-        m_ui->autoConnectPage->stop();
-    if (index == AutoLogonPage)
-        m_broker->startSolvaAutoLogon();
-    else
-        m_ui->autoLogonPage->stop();
+    m_autoStart->count(index == AutoConnectPage     ? AutoStart::Kind::Connect
+                           : index == AutoLogonPage ? AutoStart::Kind::LogOn
+                                                    : AutoStart::Kind::None);
 }
 
 void SettingsApp::updateManualServers()

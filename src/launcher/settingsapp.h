@@ -4,6 +4,7 @@
 #pragma once
 
 #include "launcher/audioactioncontroller.h"
+#include "launcher/autostart.h"
 #include "launcher/brokerlauncher.h"
 #include "launcher/connectingbox.h"
 #include "services/connecttarget.h"
@@ -68,7 +69,11 @@ public:
     /// Takes the settings view into the main stack.
     void setSettingsView(QWidget *view);
     void showSettings();
+    /// Shows the launcher. A device that connects or signs in by itself counts down again, unless its user has
+    /// cancelled.
     void showLauncher();
+    /// The settings have not been opened: what was stopped for them goes on.
+    void resumeAutomatic();
     /// Shows the connection page of a "client mode" word, and the page that the window opens on.
     void openLauncher(const QString &clientMode);
     /// Shows the connection page of a "client mode" word.
@@ -132,14 +137,14 @@ private:
     void setUpTopBar();
     void loadServerGroups();
     void showPage(int page);
-    void stopAutomatic();
+    void showLauncherPage(AutoStart::Kind kind);
+    QString storedMode() const;
     void setUpLauncher();
     void setUpSession();
     void setUpBroker();
     void setUpUpdate();
     void showClientMode(ClientMode mode);
     std::optional<ConnectTarget> chosenTarget() const;
-    bool autoConnectEnabled() const;
     void updateConnectButton();
     void focusMode();
     void chooseClientMode(ClientMode mode);
@@ -158,6 +163,7 @@ private:
     Parts m_parts;
     ConnectingBox m_connectingBox;
     std::unique_ptr<BrokerLauncher> m_broker;
+    std::unique_ptr<AutoStart> m_autoStart;
     std::unique_ptr<TopBar> m_topBar;
     std::unique_ptr<AudioActionController> m_audio;
     int m_pageBeforeUpdate = LauncherPage;
@@ -165,7 +171,5 @@ private:
     QVector<QShortcut *> m_enterShortcuts;
     ClientMode m_mode = ClientMode::Corvid;
     bool m_modeShown = false;
-    bool m_autoConnect = false;
     bool m_configurationPostponed = false;
-    ConnectTarget m_autoConnectTarget;
 };

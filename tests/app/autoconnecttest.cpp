@@ -116,6 +116,59 @@ private slots:
             QCOMPARE(widget->isVisible(), widget == launcher.window);
     }
 
+    void countsAgainWhenTheLauncherReturns_data()
+    {
+        const TestTable<QString, bool, bool> table("way", "cancelled", "counts");
+        for (const char *way : {"settings", "no password", "wrong password", "merge"}) {
+            table.row(way, way, false, true);
+            table.row(QByteArray(way) + ", cancelled", way, true, false);
+        }
+        table.row("session in another mode", "session", false, true);
+        table.row("session with a merge", "merge in a session", false, true);
+        table.row("session with a merge, cancelled before", "merge in a session", true, true);
+    }
+
+    void countsAgainWhenTheLauncherReturns()
+    {
+        QFETCH(QString, way);
+        QFETCH(bool, cancelled);
+        const bool password = way.contains("password");
+        Launcher launcher(toServer("Main")
+                          + QList<Launcher::Setting>{{{Key::general, Key::setupPasswordEnabled}, password}});
+        launcher.tellClient({"hold"});
+        open(launcher, 60000);
+        if (cancelled)
+            launcher.click("autoConnectCancelButton");
+        const DialogAnswer answer(way == "wrong password", "guess");
+        const auto merge = [&launcher] {
+            int result = 0;
+            launcher.program->remoteConfiguration().mergeRemoteConfig(
+                {{Key::firmwareInfo, QJsonObject{{Key::configurationVersion, 15}}},
+                 {Key::general, QJsonObject{{Key::deviceName, "Ward 3"}}}},
+                &result);
+            QCOMPARE(result, 0);
+        };
+        if (way == "settings" || password)
+            launcher.click("settingsButton");
+        if (way == "settings") {
+            QVERIFY(!countdown(launcher).isRunning());
+            launcher.click("backButton");
+        } else if (way == "merge") {
+            merge();
+        } else if (way.contains("session")) {
+            launcher.click("rdpClientButton");
+            launcher.program->session().connectTo(ConnectTarget::server("other", "10.0.0.2"));
+            QTRY_COMPARE(launcher.runs(), 1);
+            if (way.contains("merge"))
+                merge();
+            QVERIFY(!countdown(launcher).isRunning());
+            launcher.letGo();
+            QTRY_COMPARE(launcher.ended->count(), 1);
+        }
+        QTEST(countdown(launcher).isRunning(), "counts");
+        QCOMPARE(launcher.window->clientMode(), SettingsApp::ClientMode::Corvid);
+    }
+
     void walksItsGroupAsItIsNow()
     {
         Launcher launcher({{autoconnect + QStringList{Key::enabled}, true},
