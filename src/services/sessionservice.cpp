@@ -34,6 +34,8 @@ SessionService::SessionService(JsonModule &configuration, QObject *parent)
     , m_configuration(configuration)
     , m_client(SIGTERM)
 {
+    // A crash leaves the last session's description behind, with its password.
+    QFile::remove(Paths::connection());
     m_client.setProcessChannelMode(QProcess::MergedChannels);
     connect(&m_client, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &SessionService::connectionFinished);
@@ -117,6 +119,8 @@ void SessionService::startBrokerClient(const QStringList &arguments, const QStri
         return;
     m_group.clear();
     m_address.clear();
+    // The broker's client reads no description, but the status report takes the file for a running session.
+    ConnectionFile::write(Paths::connection(), {});
     qCInfo(lcSession).noquote() << "start the broker's client for" << desktop;
     launch(Paths::program(QStringLiteral("solva-client")), arguments, desktop);
 }

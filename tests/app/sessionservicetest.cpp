@@ -69,6 +69,11 @@ private slots:
         launcher.kill();
         QTRY_VERIFY(!isRunning(client));
         QTRY_COMPARE(launcher.state(), QProcess::NotRunning);
+        // What tells the status report of the session is gone with the next start.
+        QVERIFY(device.exists("/tmp/connect.json"));
+        JsonModule configuration("config.json", true);
+        const SessionService next(configuration);
+        QVERIFY(!device.exists("/tmp/connect.json"));
     }
 };
 
