@@ -20,7 +20,9 @@ Program::Program()
     , m_window({m_configuration, m_session, m_updates, m_power})
     , m_remote(m_configuration,
                {[this] { return !m_update.ifUpdateIdle() && !m_update.ifSessionConnected(); },
-                [this] { return m_update.ifSessionConnected(); }})
+                [this] {
+                    return m_update.ifSessionConnected();
+                }})
     , m_controller(&m_window,
                    {m_configuration, m_network, m_networkStatus, m_resolutions, m_audio, m_remote, m_applier})
 {

@@ -191,7 +191,8 @@ void SettingsController::connectAudio()
 {
     AudioActionController &actions = m_window->audioActions();
     connect(this, &SettingsController::audioRefreshRequested, &m_parts.audio, &AudioController::readDevices);
-    connect(&m_parts.audio, &AudioController::sendAudioDevices, &actions, &AudioActionController::getAudioDevices);
+    connect(&m_parts.audio, &AudioController::sendAudioDevices, &actions,
+            &AudioActionController::getAudioDevices);
     connect(&actions, &AudioActionController::outputChosen, this, &SettingsController::setOutputAudio);
     connect(&actions, &AudioActionController::inputChosen, this, &SettingsController::setInputAudio);
 }
@@ -206,7 +207,8 @@ void SettingsController::loadConfiguration()
     m_sound = root.value(Key::audio).toObject();
     m_window->loadConfiguration();
     m_window->openLauncher(root.value(Key::general).toObject().value(Key::clientMode).toString());
-    ToolRun::start(DeviceTools::setNumLock(root.value(Key::keyboard).toObject().value(Key::numlockOn).toBool()));
+    ToolRun::start(
+        DeviceTools::setNumLock(root.value(Key::keyboard).toObject().value(Key::numlockOn).toBool()));
     m_parts.applier.start();
 }
 
@@ -293,8 +295,8 @@ void SettingsController::upgradeConfigToVer15()
     upgrade({upgradeToVersion15});
 }
 
-/// Takes the document through the steps in one change. Where it cannot be written, what was read is of no use:
-/// the upgraded document is held.
+/// Takes the document through the steps in one change. Where it cannot be written, what was read is of no
+/// use: the upgraded document is held.
 void SettingsController::upgrade(const QVector<JsonModule::Edit> &steps)
 {
     bool newVersion = false;
@@ -335,7 +337,8 @@ QJsonObject SettingsController::generateDefaultNetwork()
     const QString wlan0 = QStringLiteral("wlan0");
     Defaults::NetworkState state;
     state.wiredPresent = interfaceExists(eth0) && m_parts.network.getNetworkByInterface(eth0, state.wired);
-    state.wirelessPresent = interfaceExists(wlan0) && m_parts.network.getNetworkByInterface(wlan0, state.wireless);
+    state.wirelessPresent
+        = interfaceExists(wlan0) && m_parts.network.getNetworkByInterface(wlan0, state.wireless);
     if (state.wirelessPresent) {
         m_parts.network.GetWifiNetworkList(state.scan);
         m_parts.network.getActualWifi(state.wireless);
@@ -364,7 +367,7 @@ void SettingsController::takeMessage(const QJsonObject &message)
     const QJsonObject content = message.value(type).toObject();
     if (type == QLatin1String("network status")) {
         m_parts.networkStatus.takeMessage(content.value(QLatin1String("interface")).toString(),
-                                    content.value(QLatin1String("message")).toString());
+                                          content.value(QLatin1String("message")).toString());
     } else if (type == QLatin1String("dual monitor status")) {
         const QString status = content.value(QLatin1String("status")).toString();
         if (status == QLatin1String("add") || status == QLatin1String("remove"))
@@ -377,8 +380,12 @@ void SettingsController::takeMessage(const QJsonObject &message)
 void SettingsController::fillProxyParameters(QJsonObject &proxy)
 {
     m_parts.configuration.readAgain();
-    proxy
-        = m_parts.configuration.getDocument().object().value(Key::network).toObject().value(Key::proxy).toObject();
+    proxy = m_parts.configuration.getDocument()
+                .object()
+                .value(Key::network)
+                .toObject()
+                .value(Key::proxy)
+                .toObject();
 }
 
 void SettingsController::fillSecondaryParameter(QString &resolution, int &atLeft, int &bottomAligned)

@@ -109,8 +109,8 @@ void SettingsPages::connectNetworkPage(NetworkPage *page)
     m_networkStatus.sayAgain();
 }
 
-/// The tools of a page that the user has edited run again, even when the document is as before: one of them may
-/// have failed.
+/// The tools of a page that the user has edited run again, even when the document is as before: one of them
+/// may have failed.
 void SettingsPages::listSections(GeneralPage *general, DisplayPage *display, NetworkPage *network,
                                  KeyboardPage *keyboard, DateTimePage *dateTime)
 {

@@ -64,8 +64,8 @@ private:
                       FirmwarePage *firmware);
     void connectNetworkPage(NetworkPage *page);
     void addTools();
-    void listSections(GeneralPage *general, DisplayPage *display, NetworkPage *network, KeyboardPage *keyboard,
-                      DateTimePage *dateTime);
+    void listSections(GeneralPage *general, DisplayPage *display, NetworkPage *network,
+                      KeyboardPage *keyboard, DateTimePage *dateTime);
     SettingsSections::Sections unconnectedInterfaces() const;
 
     SettingsApp &m_window;

@@ -13,9 +13,9 @@
 
 /// The holder of one JSON document and its file: indented UTF-8 text, read whole and written whole.
 ///
-/// The held document is a cache of the file, and ahead of it only while the file cannot be written. Readers that
-/// need the file's present state call `readAgain` first. Every change goes through `change`, which is on disk
-/// when it returns, and is announced by `changed`.
+/// The held document is a cache of the file, and ahead of it only while the file cannot be written. Readers
+/// that need the file's present state call `readAgain` first. Every change goes through `change`, which is on
+/// disk when it returns, and is announced by `changed`.
 class JsonModule : public QObject
 {
     Q_OBJECT
@@ -53,11 +53,11 @@ public:
 
     /// Replaces the held document by the file's; an unreadable or invalid file gives an empty root object.
     void readContent();
-    /// The same, but what is held stays when it is ahead of the file, or when the file cannot be read: false in
-    /// the second case.
+    /// The same, but what is held stays when it is ahead of the file, or when the file cannot be read: false
+    /// in the second case.
     bool readAgain();
-    /// The one way to change the document: reads the file again, lets `edit` change the root object or refuse by
-    /// returning false, and writes it. Unless `Written` is returned, the file is as it was.
+    /// The one way to change the document: reads the file again, lets `edit` change the root object or refuse
+    /// by returning false, and writes it. Unless `Written` is returned, the file is as it was.
     Change change(const Edit &edit, OnFailure onFailure = OnFailure::TakeBack);
     /// Writes the held document. Where the device has no room for it, the file keeps what it holds.
     /// False, with a line in the log, when it could not be written.

@@ -33,8 +33,9 @@ public:
     bool isChanged() const;
     /// False while the input is incomplete, which disables "Apply".
     virtual bool canApply() const;
-    /// Checks a changed page and writes its keys. The device follows the document. If the page refuses its input, or the
-    /// document cannot be read or written, shows the error and returns false; the page stays changed.
+    /// Checks a changed page and writes its keys. The device follows the document. If the page refuses its
+    /// input, or the document cannot be read or written, shows the error and returns false; the page stays
+    /// changed.
     bool apply();
     /// Drops changes that were not applied. A page whose `fill` runs slow device tools only resets its state
     /// to unchanged; it is filled before it is shown again.

@@ -141,8 +141,9 @@ SettingsApplier::Sections SettingsApplier::differing(const QJsonObject &root) co
     return sections;
 }
 
-/// A mode that comes from afar is one of the connected monitor's, or it becomes "Automatic"; on the page a user
-/// may leave one of another monitor. Until the monitor has been asked, the mode waits, and what comes after it.
+/// A mode that comes from afar is one of the connected monitor's, or it becomes "Automatic"; on the page a
+/// user may leave one of another monitor. Until the monitor has been asked, the mode waits, and what comes
+/// after it.
 SettingsApplier::Sections SettingsApplier::withoutUncheckedMode(const QJsonObject &root, Sections due)
 {
     const QString mode = displayMode(root);
@@ -192,8 +193,8 @@ void SettingsApplier::carryOut(const QJsonObject &root, Sections due)
     }
 }
 
-/// Only interfaces that have changed are connected anew. A change of the name servers alone takes effect when the
-/// enabled ones are.
+/// Only interfaces that have changed are connected anew. A change of the name servers alone takes effect when
+/// the enabled ones are.
 void SettingsApplier::carryOutNetwork(const QJsonObject &root, Sections due)
 {
     const QJsonObject interfaces = member(member(root, Key::network), Key::interfaces);

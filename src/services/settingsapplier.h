@@ -23,11 +23,11 @@ class ToolQueue;
 
 /// Has the device follow the document, whoever changed it.
 ///
-/// The applier compares the document, section by section, with a record of what was last carried out, and runs
-/// the tools of the sections that differ, in a fixed order. A section is recorded when its last tool has ended by
-/// itself, whatever its exit code. So a change that a session, a crash or a full disk cut short is carried out
-/// later, and a tool that hung runs again when the settings are compared the next time. A device without a
-/// record gets one of its document as it is: nothing is carried out then.
+/// The applier compares the document, section by section, with a record of what was last carried out, and
+/// runs the tools of the sections that differ, in a fixed order. A section is recorded when its last tool has
+/// ended by itself, whatever its exit code. So a change that a session, a crash or a full disk cut short is
+/// carried out later, and a tool that hung runs again when the settings are compared the next time. A device
+/// without a record gets one of its document as it is: nothing is carried out then.
 class SettingsApplier : public QObject
 {
     Q_OBJECT
@@ -40,8 +40,8 @@ public:
     SettingsApplier(JsonModule &configuration, ToolQueue &commands, NetworkController &network,
                     ResolutionContainer &resolutions, QObject *parent = nullptr);
 
-    /// While this is true, sections that would disturb a session wait. Whoever owns the session calls `follow` at
-    /// its end.
+    /// While this is true, sections that would disturb a session wait. Whoever owns the session calls
+    /// `follow` at its end.
     void setSessionCheck(const std::function<bool()> &inSession);
     /// At the start of the program: a device without a record is taken as it is, and what was left undone is
     /// carried out.
@@ -49,8 +49,8 @@ public:
     /// Compares the document in the next turn of the event loop, and carries out these sections even if they
     /// have not changed.
     void apply(Sections forced);
-    /// The clock is set to this time, or to the present one when the time is null, the next time that the time
-    /// server is forced and switched off.
+    /// The clock is set to this time, or to the present one when the time is null, the next time that the
+    /// time server is forced and switched off.
     void setClock(const QDateTime &time);
     /// Takes sections for carried out: others have seen to them.
     void acknowledge(Sections sections);

@@ -25,8 +25,8 @@ bool saysNothing(const QJsonValue &value)
     return value.isNull() || value == QJsonValue(false) || value == QJsonValue(QString());
 }
 
-/// The address was once spelt otherwise, and only a static interface has one. What is missing means the same as
-/// what is empty.
+/// The address was once spelt otherwise, and only a static interface has one. What is missing means the same
+/// as what is empty.
 QJsonObject interface(const QJsonObject &root, QLatin1String key)
 {
     QJsonObject settings = member(member(member(root, Key::network), Key::interfaces), key);
@@ -73,7 +73,8 @@ QJsonObject timeServer(const QJsonObject &root)
         : QJsonObject();
 }
 
-/// The tool of the client mode hands an application the whole document, but for what the device decides itself.
+/// The tool of the client mode hands an application the whole document, but for what the device decides
+/// itself.
 QJsonValue client(const QJsonObject &root)
 {
     const QString mode = member(root, Key::general).value(Key::clientMode).toString();
@@ -121,8 +122,8 @@ QJsonValue value(const QJsonObject &root, Section section)
 const QVector<Section> &all()
 {
     static const QVector<Section> sections
-        = {HostName,       Network, Wired,    Wireless,   Dns,       DisplayMode, ScreenSaver,
-           KeyboardLayout, NumLock, TimeZone, TimeServer, ClientMode};
+        = {HostName,    Network,        Wired,   Wireless, Dns,        DisplayMode,
+           ScreenSaver, KeyboardLayout, NumLock, TimeZone, TimeServer, ClientMode};
     return sections;
 }
 

@@ -38,7 +38,7 @@ constexpr Sections disturbing{Network | Wired | Wireless | Dns | DisplayMode | C
 
 /// The section's key in the record of what was carried out.
 QLatin1String name(Section section);
-/// A digest of all that the section's tools are told: two documents with the same one ask the same of the device.
-/// Secrets cannot be read from it.
+/// A digest of all that the section's tools are told: two documents with the same one ask the same of the
+/// device. Secrets cannot be read from it.
 QByteArray fingerprint(const QJsonObject &root, Section section);
 } // namespace SettingsSections

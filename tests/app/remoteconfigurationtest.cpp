@@ -15,7 +15,8 @@ namespace {
 
 const QString tool = "kt-set-resolution";
 /// The calls that change the device.
-const QRegularExpression configuring("^(kt-switch|kt-set-[hknt]|kt-set-resolution [CD]|kt-network-config (set|con|dis))");
+const QRegularExpression
+    configuring("^(kt-switch|kt-set-[hknt]|kt-set-resolution [CD]|kt-network-config (set|con|dis))");
 
 /// A started program, and what a console does with them.
 struct Device : Launcher
@@ -132,7 +133,8 @@ private slots:
                   "kt-set-resolution");
         table.row("network", "corvid", R"({"network settings": {"DNS": {"domain": "ward.example"}}})",
                   "kt-network-config set-config A");
-        table.row("client", "application", R"({"general settings": {"client mode": "corvid"}})", "kt-switch -r");
+        table.row("client", "application", R"({"general settings": {"client mode": "corvid"}})",
+                  "kt-switch -r");
         table.row("nothing", "corvid", R"({"server groups": []})", "");
     }
 

@@ -28,7 +28,8 @@ QJsonObject object(const char *text)
     return QJsonDocument::fromJson(QByteArray(text).replace('\'', '"')).object();
 }
 
-const char *const ward3 = "{'enabled': true, 'ssid': 'Ward 3', 'security': 'personal', 'passphrase': 'a key'}";
+const char *const ward3
+    = "{'enabled': true, 'ssid': 'Ward 3', 'security': 'personal', 'passphrase': 'a key'}";
 const char *const wired = "{'enabled': true, 'type': 'dhcp', 'Ip address': ''}";
 
 /// The applier with all it needs, from one start of the program to its end.
@@ -187,8 +188,9 @@ void SettingsApplierTest::waitsForTheEndOfASession()
     QCOMPARE(calls(), QStringList());
     inSession = false;
     program.follow();
-    QCOMPARE(calls(), QStringList({"kt-network-config set-config A", "kt-network-config connect-ethernet A",
-                                   "kt-check-gateway", "kt-switch -r"}));
+    QCOMPARE(calls(),
+             QStringList({"kt-network-config set-config A", "kt-network-config connect-ethernet A",
+                          "kt-check-gateway", "kt-switch -r"}));
 }
 
 void SettingsApplierTest::runsAgainWhatHung()
@@ -238,9 +240,9 @@ void SettingsApplierTest::appliesWhatIsForced()
     program.applier.setClock({QDate(2024, 3, 5), QTime(7, 8, 9)});
     program.applier.apply(Section::TimeServer | Section::HostName | Section::Network);
     program.settle();
-    QCOMPARE(calls(), QStringList({"kt-set-hostname -j", "kt-network-config set-config A",
-                                   "systemctl disable ntp.service", "ntp stop",
-                                   "date -s '5 Mar 2024 07:08:09'"}));
+    QCOMPARE(calls(),
+             QStringList({"kt-set-hostname -j", "kt-network-config set-config A",
+                          "systemctl disable ntp.service", "ntp stop", "date -s '5 Mar 2024 07:08:09'"}));
     QVERIFY(m_device->exists("/tmp/dhcp-options.conf"));
     m_device->forgetCalls();
     program.applier.apply(Section::TimeServer | Section::Wireless);
@@ -249,8 +251,9 @@ void SettingsApplierTest::appliesWhatIsForced()
     QTRY_VERIFY(calls().contains(join));
     QStringList others = calls();
     others.removeAll(join);
-    QCOMPARE(others, QStringList({"kt-network-config set-config A", "kt-network-config disconnect-wifi A",
-                                  "systemctl disable ntp.service", "ntp stop"}));
+    QCOMPARE(others,
+             QStringList({"kt-network-config set-config A", "kt-network-config disconnect-wifi A",
+                          "systemctl disable ntp.service", "ntp stop"}));
 }
 
 void SettingsApplierTest::joinsOnceWhenTheDocumentChangesTwice()
