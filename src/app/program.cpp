@@ -71,7 +71,11 @@ void Program::connectAgent()
 
 void Program::connectApplier()
 {
-    m_applier.setSessionCheck([this] { return m_update.ifSessionConnected(); });
+    // A network that is connected anew would end an update as well as a session.
+    m_applier.setSessionCheck([this] { return !m_update.ifUpdateIdle(); });
+    connect(&m_session, &SessionService::ended, &m_applier, &SettingsApplier::follow);
+    connect(&m_updates, &UpdateService::closed, &m_applier, &SettingsApplier::follow);
+    connect(&m_applier, &SettingsApplier::busy, &m_window, &SettingsApp::showProgress);
     connect(&m_applier, &SettingsApplier::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);
     connect(&m_applier, &SettingsApplier::wirelessLeft, &m_networkStatus, &NetworkStatus::takeWirelessLeft);
 }

@@ -494,6 +494,11 @@ void SettingsApp::setBusy(bool busy)
         unsetCursor();
 }
 
+void SettingsApp::showProgress(bool busy)
+{
+    m_topBar->showProgress(busy);
+}
+
 void SettingsApp::setDualDisplay(bool inUse)
 {
     m_parts.session.setDualDisplay(inUse);

@@ -99,6 +99,8 @@ public slots:
                         int *result);
     void on_updateByCORVID(const QString &server, const QString &file, int *result);
     void setBusy(bool busy);
+    /// The settings are being applied, or no longer.
+    void showProgress(bool busy);
     void setDualDisplay(bool inUse);
     /// Reads the groups from the file again, and searches for servers anew.
     void refreshServerGroups();

@@ -13,6 +13,7 @@ namespace {
 
 constexpr int iconSize = 32;
 constexpr int widestDeviceName = 480;
+constexpr int momentMs = 300;
 
 QString signalImage(int signal)
 {
@@ -48,6 +49,22 @@ TopBar::TopBar(const Ui::SettingsApp &ui, QObject *parent)
     setIcon(m_ui.outputAudioButton, "audio_output.png");
     setIcon(m_ui.inputAudioButton, "audio_input.png");
     m_ui.wirelessStatusLabel->hide();
+    // Its place stays free: nothing moves when it comes and goes.
+    QSizePolicy policy = m_ui.applyProgressBar->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_ui.applyProgressBar->setSizePolicy(policy);
+    m_ui.applyProgressBar->hide();
+    m_progress.setSingleShot(true);
+    m_progress.setInterval(momentMs);
+    connect(&m_progress, &QTimer::timeout, m_ui.applyProgressBar, &QWidget::show);
+}
+
+void TopBar::showProgress(bool busy)
+{
+    if (busy)
+        return m_progress.start();
+    m_progress.stop();
+    m_ui.applyProgressBar->hide();
 }
 
 void TopBar::showDeviceName(const QString &name)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 
 namespace Ui {
 class SettingsApp;
@@ -19,6 +20,8 @@ public:
     explicit TopBar(const Ui::SettingsApp &ui, QObject *parent = nullptr);
 
     void showDeviceName(const QString &name);
+    /// Shows the quiet line below the bar, unless the work is over in a moment.
+    void showProgress(bool busy);
 
 public slots:
     void setWiredNetworkStatus(const QString &state);
@@ -30,4 +33,5 @@ public slots:
 
 private:
     const Ui::SettingsApp &m_ui;
+    QTimer m_progress;
 };
