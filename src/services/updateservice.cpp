@@ -110,7 +110,8 @@ QUrl UpdateService::address(const QString &url, const QString &user, const QStri
 {
     const bool hasScheme = url.contains(QLatin1String("://"));
     QUrl result(hasScheme ? url : QLatin1String("ftp://") + url);
-    if (user.isEmpty() && !result.userName().isEmpty())
+    // A user name would make an invalid URL valid, with the path's first folder as its server.
+    if (!result.isValid() || (user.isEmpty() && !result.userName().isEmpty()))
         return result;
     result.setUserName(user.isEmpty() ? QStringLiteral("anonymous") : user, QUrl::DecodedMode);
     result.setPassword(password.isEmpty() ? QString() : password, QUrl::DecodedMode);

@@ -23,10 +23,29 @@ namespace FirmwareImage {
 namespace {
 
 constexpr qint64 stepBytes = 4 * 1024 * 1024;
+/// A tool that prints dots every few seconds does not write more in between.
+constexpr qint64 toolMargin = 64 * 1024 * 1024;
 
 QString unfinishedMark()
 {
     return Paths::firmwareImage() + QLatin1String(".unfinished");
+}
+
+/// The earlier image while a tool writes the new one.
+QString imageAside()
+{
+    return Paths::firmwareImage() + QLatin1String(".earlier");
+}
+
+qint64 freeBytes()
+{
+    return QStorageInfo(Paths::updates()).bytesAvailable();
+}
+
+/// Renames a file, replacing another.
+bool rename(const QString &from, const QString &to)
+{
+    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
 /// Starts to write new data to the disk, and waits for the data of the previous call: at most two steps are
@@ -62,24 +81,26 @@ bool append(QTemporaryFile &file, const QByteArray &bytes)
 
 bool fits(qint64 bytes)
 {
-    const auto room = [] {
-        return QStorageInfo(Paths::updates()).bytesAvailable();
-    };
-    const QFileInfo earlier(Paths::firmwareImage());
-    if (room() < bytes && room() + earlier.size() >= bytes)
-        QFile::remove(earlier.filePath());
-    const qint64 left = room();
-    if (left < bytes)
-        qCCritical(lcImage) << "no room for" << bytes << "bytes:" << left << "are free";
-    return left >= bytes;
+    const qint64 room = freeBytes() + QFileInfo(Paths::firmwareImage()).size();
+    if (room < bytes)
+        qCCritical(lcImage) << "no room for" << bytes << "bytes:" << room << "are free";
+    return room >= bytes;
+}
+
+bool makeRoom(qint64 bytes)
+{
+    if (!fits(bytes))
+        return false;
+    if (freeBytes() < bytes)
+        QFile::remove(Paths::firmwareImage());
+    return freeBytes() >= bytes;
 }
 
 bool place(QTemporaryFile &file)
 {
     const QString image = Paths::firmwareImage();
     const QString name = file.fileName();
-    if (!file.flush() || ::fsync(file.handle()) != 0
-        || std::rename(QFile::encodeName(name).constData(), QFile::encodeName(image).constData()) != 0) {
+    if (!file.flush() || ::fsync(file.handle()) != 0 || !rename(name, image)) {
         qCCritical(lcImage).noquote() << "cannot put" << image << "in place:" << std::strerror(errno);
         return false;
     }
@@ -94,19 +115,29 @@ bool prepareForTool()
     QDir().mkpath(Paths::updates());
     if (!DurableFile::write(unfinishedMark(), QByteArray()).isEmpty())
         return false;
-    QFile::remove(Paths::firmwareImage());
-    return !QFile::exists(Paths::firmwareImage());
+    const QString image = Paths::firmwareImage();
+    if (!QFile::exists(image) || rename(image, imageAside()))
+        return true;
+    QFile::remove(unfinishedMark());
+    return false;
+}
+
+void makeRoomForTool()
+{
+    if (freeBytes() < toolMargin && QFile::remove(imageAside()))
+        qCInfo(lcImage) << "removed the earlier image: the new one does not fit beside it";
 }
 
 bool finishTool(bool succeeded)
 {
     const QString image = Paths::firmwareImage();
     const bool whole = succeeded && QFileInfo(image).isFile() && QFileInfo(image).size() > 0;
-    if (!whole)
-        QFile::remove(image);
-    else
+    if (whole)
         DurableFile::synchronise(image);
+    else if (!rename(imageAside(), image))
+        QFile::remove(image);
     QFile::remove(unfinishedMark());
+    QFile::remove(imageAside());
     return whole;
 }
 
@@ -114,6 +145,7 @@ void removeStale()
 {
     if (QFile::exists(unfinishedMark()))
         finishTool(false);
+    QFile::remove(imageAside());
     QDir folder(Paths::updates());
     const QString sixCharacters = QStringLiteral(".??????"); // the ending of a temporary file
     const QStringList patterns{QFileInfo(Paths::firmwareImage()).fileName() + sixCharacters,

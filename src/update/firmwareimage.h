@@ -19,17 +19,23 @@ std::unique_ptr<QTemporaryFile> stage();
 /// any size. False when they cannot be written.
 bool append(QTemporaryFile &file, const QByteArray &bytes);
 
-/// Whether the disk has room for that many bytes more. Removes an earlier image if that frees enough space.
+/// Whether the disk has room for that many bytes more, or will have without an earlier image.
 bool fits(qint64 bytes);
+/// As `fits`, and removes an earlier image if the bytes do not fit beside it. Call when the server has shown
+/// that it has the new one.
+bool makeRoom(qint64 bytes);
 
 /// Renames the complete file to the image, replacing an earlier one. False, with a line in the log and the
 /// earlier image unchanged, when that fails.
 bool place(QTemporaryFile &file);
 
-/// Call before a tool writes the image itself. Removes an earlier image and marks the new one as unfinished
-/// until `finishTool`; the mark survives a restart.
+/// Call before a tool writes the image itself. Puts an earlier image aside and marks the new one as
+/// unfinished until `finishTool`; the mark survives a restart.
 bool prepareForTool();
-/// Call when the tool has ended. False when there is no complete image; an incomplete one is removed.
+/// Call while the tool receives the image. Removes the earlier image when the disk is nearly full.
+void makeRoomForTool();
+/// Call when the tool has ended. False when there is no complete image; the earlier one then takes the place
+/// of an incomplete one.
 bool finishTool(bool succeeded);
 
 /// Removes the files of an update that ended with the program.

@@ -81,6 +81,8 @@ void FtpProxyTool::readUpdate()
     output.truncate(static_cast<int>(qstrnlen(output.constData(), static_cast<uint>(output.size()))));
     // The ten dots of a line may arrive one by one.
     m_dots = m_dots.right(firstDots.size() - 1) + output;
+    if (!m_awaitingFirstDots)
+        FirmwareImage::makeRoomForTool();
     if (!m_awaitingFirstDots || !m_dots.contains(firstDots))
         return;
     m_progressTimer.start();

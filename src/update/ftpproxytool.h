@@ -26,7 +26,7 @@ public:
     explicit FtpProxyTool(QObject *parent = nullptr);
     ~FtpProxyTool() override;
 
-    /// False when an earlier image cannot be removed.
+    /// False when an earlier image cannot be put aside.
     bool start(const QUrl &url, const QNetworkProxy &proxy);
 
 public slots:

@@ -7,6 +7,8 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
+
 Q_LOGGING_CATEGORY(lcUdpFile, "kt.update.udpfile")
 
 UdpFileModule::UdpFileModule(QObject *parent)
@@ -17,7 +19,10 @@ UdpFileModule::UdpFileModule(QObject *parent)
     connect(&m_stepTimer, &QTimer::timeout, this, &UdpFileModule::runStep);
     m_dataTimer.setSingleShot(true);
     m_dataTimer.setInterval(dataTimeoutMs);
+    m_repeatTimer.setSingleShot(true);
+    m_repeatTimer.setInterval(repeatMs);
     m_progressTimer.setInterval(progressMs);
+    connect(&m_repeatTimer, &QTimer::timeout, this, &UdpFileModule::repeatRequest);
     connect(&m_dataTimer, &QTimer::timeout, this, &UdpFileModule::fsm_DataTimeOut);
     connect(&m_progressTimer, &QTimer::timeout, this, &UdpFileModule::fsm_ReportProgress1);
     connect(&m_progressTimer, &QTimer::timeout, this, &UdpFileModule::fsm_ReportProgress2);
@@ -38,6 +43,7 @@ void UdpFileModule::setSizeLimit(qint64 bytes)
 void UdpFileModule::setTimeout(int milliseconds)
 {
     m_dataTimer.setInterval(milliseconds);
+    m_repeatTimer.setInterval(qMin(repeatMs, milliseconds / 2));
 }
 
 void UdpFileModule::post(void (UdpFileModule::*step)())
@@ -65,9 +71,9 @@ void UdpFileModule::fsm_StartTransfer(const UdpFileRequest &request, bool report
     qCInfo(lcUdpFile).noquote() << "fetch" << request.fileName << "from" << request.server.toString();
     m_total = 0;
     m_request = request;
-    m_previous = m_current;
-    m_current = {request, 0, {}};
-    m_lateRepliesLeft = triesLimit - 1;
+    rememberCurrent();
+    m_current = {request, 0, 0, {}};
+    m_lateReplies = 0;
     m_file = FirmwareImage::stage();
     if (!m_file) {
         end(Error::LocalFile);
@@ -95,6 +101,8 @@ void UdpFileModule::fsm_RequestData()
     // Set before the request: a server in this process may reply at once.
     m_state = State::WaitForData;
     ++m_tries;
+    if (m_request.position == 0)
+        ++m_current.requests;
     m_dataTimer.start();
     emit ask_WantUdpFileData(m_request, error);
     if (error == -1 && m_state == State::WaitForData)
@@ -109,13 +117,55 @@ void UdpFileModule::fsm_DataTimeOut()
     post(&UdpFileModule::fsm_RequestData);
 }
 
-bool UdpFileModule::isLateReply(const UdpFileReply &reply)
+void UdpFileModule::rememberCurrent()
 {
-    const bool same = reply.position == 0 && reply.total == m_previous.total
-        && m_previous.request.server == m_request.server && m_previous.request.fileName != m_request.fileName
-        && reply.data == m_previous.firstBlock;
-    // Two files may have the same start. There are at most as many late replies as retries.
-    return same && m_lateRepliesLeft-- > 0;
+    if (m_current.total == 0)
+        return;
+    const UdpFileRequest &request = m_current.request;
+    const auto same = [&request](const TransferStart &earlier) {
+        return earlier.request.server == request.server && earlier.request.fileName == request.fileName;
+    };
+    m_earlier.erase(std::remove_if(m_earlier.begin(), m_earlier.end(), same), m_earlier.end());
+    m_earlier += m_current;
+    while (m_earlier.size() > earlierLimit)
+        m_earlier.removeFirst();
+}
+
+/// Two files may have the same start, so a reply that comes more often than a late one can is of this file.
+bool UdpFileModule::isOfAnEarlierFile(const UdpFileReply &reply)
+{
+    if (reply.position > 0 && reply.total == m_total)
+        return false;
+    int deliveries = 0;
+    for (const TransferStart &earlier : qAsConst(m_earlier)) {
+        if (earlier.total != reply.total || earlier.request.server != m_request.server
+            || earlier.request.fileName == m_request.fileName)
+            continue;
+        if (reply.position > 0)
+            return true;
+        if (earlier.firstBlock == reply.data)
+            deliveries += earlier.requests * deliveriesLimit;
+    }
+    return reply.position == 0 && m_lateReplies < deliveries;
+}
+
+/// Another reply to the request before may still come and is then taken. If both files have the same start,
+/// only the same reply comes, as often as it is asked for.
+void UdpFileModule::handleReplyOfAnEarlierFile()
+{
+    if (m_repeatTimer.isActive())
+        return;
+    ++m_lateReplies;
+    m_tries = 1;
+    m_dataTimer.start();
+    m_repeatTimer.start();
+}
+
+void UdpFileModule::repeatRequest()
+{
+    int error = 0;
+    if (m_state == State::WaitForData && m_request.position == 0)
+        emit ask_WantUdpFileData(m_request, error);
 }
 
 UdpFileModule::Error UdpFileModule::checkTotal(const UdpFileReply &reply)
@@ -133,14 +183,21 @@ UdpFileModule::Error UdpFileModule::checkTotal(const UdpFileReply &reply)
         qCWarning(lcUdpFile) << "the file is too large:" << m_total << "bytes";
         return Error::Transfer;
     }
-    return FirmwareImage::fits(m_total) ? Error::None : Error::LocalFile;
+    // Only an image may take the place of the earlier one.
+    const bool fits = m_sizeLimit > 0 ? FirmwareImage::fits(m_total) : FirmwareImage::makeRoom(m_total);
+    return fits ? Error::None : Error::LocalFile;
 }
 
 void UdpFileModule::fsm_SaveData(const UdpFileReply &reply)
 {
     if (m_state != State::WaitForData || reply.position != m_request.position
-        || !reply.sender.isEqual(m_request.server, QHostAddress::ConvertV4MappedToIPv4) || isLateReply(reply))
+        || !reply.sender.isEqual(m_request.server, QHostAddress::ConvertV4MappedToIPv4))
         return;
+    if (isOfAnEarlierFile(reply)) {
+        if (reply.position == 0)
+            handleReplyOfAnEarlierFile();
+        return;
+    }
     const Error error = checkTotal(reply);
     if (error != Error::None) {
         end(error);
@@ -173,6 +230,7 @@ void UdpFileModule::fsm_CleanUp()
     if (m_state != State::CleanUp)
         return;
     m_dataTimer.stop();
+    m_repeatTimer.stop();
     m_progressTimer.stop();
     m_sizeLimit = 0;
     if (m_error != Error::None)

@@ -28,7 +28,11 @@ public:
     };
     static constexpr int dataTimeoutMs = 5000;
     static constexpr int progressMs = 1000;
-    static constexpr int triesLimit = 3; ///< requests for one block
+    static constexpr int repeatMs = 100;
+    static constexpr int triesLimit = 3;      ///< requests for one block
+    static constexpr int earlierLimit = 1000; ///< files that are remembered
+    /// A network delivers a reply fewer times than this, however late.
+    static constexpr int deliveriesLimit = 8;
 
     explicit UdpFileModule(QObject *parent = nullptr);
     ~UdpFileModule() override;
@@ -65,7 +69,10 @@ private:
     void runStep();
     void end(Error error);
     void reportProgress();
-    bool isLateReply(const UdpFileReply &reply);
+    void rememberCurrent();
+    bool isOfAnEarlierFile(const UdpFileReply &reply);
+    void handleReplyOfAnEarlierFile();
+    void repeatRequest();
     Error checkTotal(const UdpFileReply &reply);
 
     State m_state = State::Idle;
@@ -76,20 +83,22 @@ private:
     QTimer m_stepTimer;
     void (UdpFileModule::*m_step)() = nullptr;
     QTimer m_dataTimer;
+    QTimer m_repeatTimer; ///< after a reply that may be of an earlier file
     QTimer m_progressTimer;
     int m_tries = 0;
     Error m_error = Error::None;
     qint64 m_sizeLimit = 0;
 
-    /// A block does not name its file. A late reply for the previous file, from the same server, must not be
-    /// mistaken for the start of this one.
+    /// A block does not name its file. A late reply for an earlier file, from the same server, must not be
+    /// mistaken for a block of this one.
     struct TransferStart
     {
         UdpFileRequest request;
+        int requests = 0; ///< for the first block
         quint32 total = 0;
         QByteArray firstBlock;
     };
     TransferStart m_current;
-    TransferStart m_previous;
-    int m_lateRepliesLeft = 0;
+    QList<TransferStart> m_earlier; ///< the newest last
+    int m_lateReplies = 0;          ///< that were ignored in this transfer
 };

@@ -188,6 +188,10 @@ UrlFileModule::Error UrlFileModule::copyToFile()
         emit downloadFinished(notFound());
         return Error::Transfer;
     }
+    // The first bytes show that the server has the image.
+    if (!bytes.isEmpty() && m_file->size() == 0 && hasImageStatus()
+        && !FirmwareImage::makeRoom(announcedLength()))
+        return Error::LocalFile;
     if (FirmwareImage::append(*m_file, bytes) && m_file->flush())
         return Error::None;
     qCCritical(lcUrl, "%s: file error [%d] %s", Q_FUNC_INFO, m_file->error(),
@@ -205,10 +209,22 @@ void UrlFileModule::fsm_DownloadProgress(qint64 received, qint64 total)
 /// Refuses a file that does not fit on the disk before it is downloaded.
 void UrlFileModule::checkLength()
 {
-    const qint64 length = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
     const bool awaited = m_state == State::Started || m_state == State::Receiving;
-    if (awaited && length > 0 && !FirmwareImage::fits(length - m_file->size()))
+    if (awaited && !FirmwareImage::fits(announcedLength() - m_file->size()))
         end(Error::LocalFile);
+}
+
+/// Zero when unknown.
+qint64 UrlFileModule::announcedLength() const
+{
+    return m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+}
+
+/// FTP has no status.
+bool UrlFileModule::hasImageStatus() const
+{
+    const QVariant status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    return !status.isValid() || status.toInt() == 200;
 }
 
 void UrlFileModule::fsm_ReportProgress()
@@ -252,13 +268,12 @@ void UrlFileModule::fsm_Finished(QNetworkReply *reply)
 /// A reply without an error may still be an error page, or incomplete.
 bool UrlFileModule::isComplete() const
 {
-    const QVariant status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
     const qint64 size = m_file->size();
-    const bool complete
-        = size > 0 && (m_total <= 0 || m_total == size) && (!status.isValid() || status.toInt() == 200);
+    const bool complete = size > 0 && (m_total <= 0 || m_total == size) && hasImageStatus();
     if (!complete)
-        qCCritical(lcUrl) << "not a complete file: status" << status.toInt() << size << "of" << m_total
-                          << "bytes";
+        qCCritical(lcUrl) << "not a complete file: status"
+                          << m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() << size
+                          << "of" << m_total << "bytes";
     return complete;
 }
 

@@ -80,6 +80,8 @@ private:
     void startDownload(bool reportProgress);
     void startTool(const QNetworkProxy &proxy);
     void checkLength();
+    qint64 announcedLength() const;
+    bool hasImageStatus() const;
     bool isComplete() const;
     Error copyToFile();
 

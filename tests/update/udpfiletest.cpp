@@ -165,6 +165,47 @@ private slots:
         QVERIFY(!transfer.taken);
     }
 
+    /// A small index may be the whole of what a transfer waits for.
+    void takesNoLateIndexForAnImage()
+    {
+        Transfer transfer;
+        const QByteArray index("{\"FIRMWARES\": []}");
+        const QByteArray others(2000, 'o');
+        const QByteArray file = content(3000);
+        transfer.answer = [&](const UdpFileRequest &request, int &) {
+            if (request.fileName == "kt-update.txt")
+                return transfer.module.fsm_SaveData(block(index, 0));
+            if (request.fileName == "other.txt")
+                return transfer.module.fsm_SaveData(block(others, request.position));
+            if (transfer.asked.size() % 3 != 0)
+                transfer.module.fsm_SaveData(block(request.position == 0 ? index : others, request.position));
+            else
+                transfer.module.fsm_SaveData(block(file, request.position));
+        };
+        for (const char *name : {"kt-update.txt", "other.txt", "fw.img"}) {
+            transfer.done.clear();
+            QVERIFY(transfer.run(name));
+        }
+        QCOMPARE(transfer.received(), file);
+    }
+
+    /// Several replies like an index are not late ones, but of a file with the same content.
+    void fetchesTwoNamesOfOneContent()
+    {
+        for (const int size : {500, 5000}) {
+            const QByteArray file = content(size);
+            Transfer transfer;
+            transfer.answer = [&](const UdpFileRequest &request, int &) {
+                transfer.module.fsm_SaveData(block(file, request.position));
+            };
+            for (const char *name : {"one.img", "two.img", "one.img"}) {
+                transfer.done.clear();
+                QVERIFY(transfer.run(name));
+                QCOMPARE(transfer.received(), file);
+            }
+        }
+    }
+
     void takesNoStragglerForTheBeginning()
     {
         const QByteArray index("{\"FIRMWARES\": []}");
@@ -212,6 +253,10 @@ private slots:
                   entries(R"({"version": "9.9", "filename": "a"}, {"version": "10.0", "filename": "../b"},
                       {"version": "10.0", "filename": "c"}, {"version": "10.0.1", "filename": "d"})"),
                   "10.0", "../b");
+        table.row(
+            "repeated keys",
+            R"({"FIRMWARES": [], "FIRMWARES": [{"version": "1.0", "version": "1.2", "filename": "f"}]})",
+            "1.2", "f");
         const QByteArray many
             = QByteArray(R"({"version": "1.0", "filename": "f"},)").repeated(10000) + R"({"version": "1.1"})";
         table.row("10,000 entries", entries(many), "1.1", QString());

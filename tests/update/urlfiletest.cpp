@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QNetworkProxy>
 #include <QSignalSpy>
+#include <QStorageInfo>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTest>
@@ -207,7 +208,8 @@ private slots:
         QCOMPARE(fetch(QUrl("10.77.0.21/me@/a/fw.img")), succeeds ? QString() : notFound);
         QCOMPARE(progress.first().at(0).toString(), "ftp://10.77.0.21/me@a/fw.img");
         QCOMPARE(progress.last().at(1).toInt() == 100, succeeds);
-        QCOMPARE(m_device->read(imagePath).size(), succeeds ? 256 * 1024 : 0);
+        // Until the new image is complete the earlier one is only put aside.
+        QCOMPARE(m_device->read(imagePath).size(), succeeds ? 256 * 1024 : 3);
         QCOMPARE(m_device->calls(tool).join(QString()),
                  end == "missing" ? QString()
                                   : tool + " ftp://10.77.0.21/me@a/fw.img proxy.lan 3128 u 'p w'");
@@ -233,13 +235,46 @@ private slots:
         FirmwareImage::removeStale();
     }
 
+    /// The new image fits in the place of the earlier one, but not beside it.
+    void keepsTheOldImageUntilDataComes_data()
+    {
+        const TestTable<QByteArray, QByteArray, bool> table("status", "data", "kept");
+        table.row("no data", "200 OK", "", true);
+        table.row("the first data", "200 OK", "firmware", false);
+        table.row("no image", "203 Page", "firmware", true);
+    }
+
+    void keepsTheOldImageUntilDataComes()
+    {
+        QFETCH(const QByteArray, status);
+        QFETCH(const QByteArray, data);
+        QFETCH(const bool, kept);
+        const QString path = m_device->path(imagePath);
+        const qint64 size = 1000000000000;
+        QVERIFY(QFile::resize(path, size)); // a file with a hole takes no room
+        const qint64 length = QStorageInfo(path).bytesAvailable() + size / 2;
+        WebServer server([&](const QByteArray &) {
+            return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(length) + "\r\n\r\n"
+                + data;
+        });
+        m_module->setSilenceLimit(300);
+        QCOMPARE(fetch(server.url()), kept ? notFound : localError);
+        QCOMPARE(QFile::exists(path), kept);
+    }
+
     void forgetsWhatTheToolHadNotFinished()
     {
+        QVERIFY(QFile::remove(m_device->path(imagePath)));
         QVERIFY(FirmwareImage::prepareForTool());
         m_device->write(imagePath, "half an im");
         m_device->write(imagePath + ".AbCdEf", "half an im");
         FirmwareImage::removeStale(); // the next start of the program
         QVERIFY(!m_device->exists(imagePath));
+        m_device->write(imagePath, "old");
+        QVERIFY(FirmwareImage::prepareForTool());
+        m_device->write(imagePath, "half an im");
+        FirmwareImage::removeStale();
+        QCOMPARE(m_device->read(imagePath), QByteArray("old"));
     }
 
 private:
