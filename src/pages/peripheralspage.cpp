@@ -73,6 +73,9 @@ void PeripheralsPage::setUpPolicies()
         connect(policy.box, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                 &PeripheralsPage::markChanged);
     }
+    // Sessions have no way for these whole classes.
+    for (QComboBox *box : {m_ui->hidsComboBox, m_ui->audioComboBox, m_ui->imagingComboBox})
+        box->setToolTip(tr("Sessions get such devices one by one: set them to \"Redirect\" in the list."));
     connect(m_ui->generalPolicyComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &PeripheralsPage::updatePolicies);
 }
