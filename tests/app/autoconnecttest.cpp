@@ -169,6 +169,19 @@ private slots:
         QCOMPARE(launcher.window->clientMode(), SettingsApp::ClientMode::Corvid);
     }
 
+    void isNotTouchedByAMergeWithoutDifferences()
+    {
+        const Launcher launcher(toServer("Main"));
+        open(launcher, 60000);
+        const QSignalSpy begun(&countdown(launcher), &Countdown::remaining);
+        int result = 1;
+        launcher.program->remoteConfiguration().mergeRemoteConfig(
+            {{Key::firmwareInfo, QJsonObject{{Key::configurationVersion, 15}}}}, &result);
+        QCOMPARE(result, 0);
+        QVERIFY(countdown(launcher).isRunning());
+        QCOMPARE(begun.size(), 0);
+    }
+
     void walksItsGroupAsItIsNow()
     {
         Launcher launcher({{autoconnect + QStringList{Key::enabled}, true},
