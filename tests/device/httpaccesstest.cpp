@@ -94,7 +94,7 @@ private slots:
         table.row("not HTTP", "SSH-2.0-x\r\n\r\n", protocol, "");
         table.row("nothing", "", closed, "");
         table.row("missing", "HTTP/1.1 404 Gone\r\n\r\nabc", QNetworkReply::ContentNotFoundError, "");
-        table.row("too many lines", ok + QByteArray("A: b\r\n").repeated(200000) + "\r\n", protocol, "");
+        table.row("too many lines", ok + QByteArray("A: b\r\n").repeated(300) + "\r\n", protocol, "");
     }
 
     void readsAReply()
