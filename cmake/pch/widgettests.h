@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: 2026 The KT964 launcher authors
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "tests.h"
+#include "widgets.h"
+
+#include <QtWidgets>
