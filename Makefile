@@ -25,7 +25,9 @@ release debug sanitize: packages
 
 build: release
 
-demo: release
+demo: packages
+	cmake --preset release
+	cmake --build --preset release --target demo --parallel $(JOBS)
 	lab/demo build/release/bin
 
 check: release sanitize
