@@ -9,23 +9,39 @@
 
 namespace {
 
-std::map<std::string, TestGroup::Run> &registeredTests()
+struct RegisteredTest
 {
-    static std::map<std::string, TestGroup::Run> tests;
+    TestGroup::Run run;
+    bool onlyInNamespace = false;
+};
+
+std::map<std::string, RegisteredTest> &registeredTests()
+{
+    static std::map<std::string, RegisteredTest> tests;
     return tests;
 }
 
+int runTest(const RegisteredTest &test, int argc, char **argv)
+{
+    if (test.onlyInNamespace && qgetenv("KT_LAB_NAMESPACE") != "inside") {
+        std::puts("SKIP: this test belongs into the lab's network namespace, see lab/in-namespace");
+        constexpr int skipped = 77;
+        return skipped;
+    }
+    return test.run(argc, argv);
 }
 
-TestGroup::TestGroup(const char *className, Run run)
+} // namespace
+
+TestGroup::TestGroup(const char *className, Run run, bool onlyInNamespace)
 {
-    registeredTests()[QByteArray(className).toLower().toStdString()] = std::move(run);
+    registeredTests()[QByteArray(className).toLower().toStdString()] = {std::move(run), onlyInNamespace};
 }
 
 int main(int argc, char **argv)
 {
     if (registeredTests().size() == 1)
-        return registeredTests().begin()->second(argc, argv);
+        return runTest(registeredTests().begin()->second, argc, argv);
     const auto test = registeredTests().find(argc > 1 ? argv[1] : "");
     if (test == registeredTests().end()) {
         std::fprintf(stderr, "usage: %s TEST [ARGUMENT ...], where TEST is one of\n", argv[0]);
@@ -34,5 +50,5 @@ int main(int argc, char **argv)
         return 2;
     }
     argv[1] = argv[0];
-    return test->second(argc - 1, argv + 1);
+    return runTest(test->second, argc - 1, argv + 1);
 }
