@@ -40,10 +40,10 @@ TestGroup::TestGroup(const char *className, Run run, bool onlyInNamespace)
 
 int main(int argc, char **argv)
 {
-    if (registeredTests().size() == 1)
-        return runTest(registeredTests().begin()->second, argc, argv);
     const auto test = registeredTests().find(argc > 1 ? argv[1] : "");
     if (test == registeredTests().end()) {
+        if (registeredTests().size() == 1)
+            return runTest(registeredTests().begin()->second, argc, argv);
         std::fprintf(stderr, "usage: %s TEST [ARGUMENT ...], where TEST is one of\n", argv[0]);
         for (const auto &entry : registeredTests())
             std::fprintf(stderr, "    %s\n", entry.first.c_str());
