@@ -23,8 +23,8 @@
 
 #include <QObject>
 
-/// Owns every part of the program that lives as long as the program, and connects them: the document, the device,
-/// the services, the window and the settings. No part owns another one or asks it for a third.
+/// Owns every part of the program that lives as long as the program, and connects them: the document, the
+/// device, the services, the window and the settings. No part owns another one or asks it for a third.
 class Program : public QObject
 {
     Q_OBJECT

@@ -82,7 +82,8 @@ public slots:
     bool saveRemoteConfig(const QJsonObject &merged);
     /// Has the device follow the merged document.
     void applyRemoteConfig();
-    /// A session has ended in which documents were merged: the screens show the new one, and the device follows.
+    /// A session has ended in which documents were merged: the screens show the new one, and the device
+    /// follows.
     void handlePostponeConfiguration();
     /// Sets a resolution at once, without a question.
     void testResolutionFromConsole(const QString &size);
@@ -120,6 +121,6 @@ private:
     Parts m_parts;
     QJsonObject m_defaults;
     bool m_storingSound = false;
-    QJsonObject m_sound; ///< the "audio settings" as the launcher was told them last
+    QJsonObject m_sound;                    ///< the "audio settings" as the launcher was told them last
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for
 };

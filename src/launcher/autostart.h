@@ -11,8 +11,8 @@
 class AutoConnectPage;
 class BrokerLauncher;
 
-/// What a device does without a user: it connects, or signs in to a broker, after a countdown. Once its user has
-/// cancelled the countdown, none begins before the end of the next session.
+/// What a device does without a user: it connects, or signs in to a broker, after a countdown. Once its user
+/// has cancelled the countdown, none begins before the end of the next session.
 class AutoStart : public QObject
 {
     Q_OBJECT

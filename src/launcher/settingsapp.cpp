@@ -302,8 +302,8 @@ void SettingsApp::focusMode()
         m_ui->rdpPage->setFocus();
 }
 
-/// From a countdown or the desktops, the button of the mode that is shown leads back to the mode's page. A user who
-/// presses one during a countdown does not want what it counts for.
+/// From a countdown or the desktops, the button of the mode that is shown leads back to the mode's page. A
+/// user who presses one during a countdown does not want what it counts for.
 void SettingsApp::chooseClientMode(ClientMode mode)
 {
     const int page = m_ui->mainStackedWidget->currentIndex();

@@ -69,8 +69,8 @@ public:
     /// Takes the settings view into the main stack.
     void setSettingsView(QWidget *view);
     void showSettings();
-    /// Shows the launcher. A device that connects or signs in by itself counts down again, unless its user has
-    /// cancelled.
+    /// Shows the launcher. A device that connects or signs in by itself counts down again, unless its user
+    /// has cancelled.
     void showLauncher();
     /// The settings have not been opened: what was stopped for them goes on.
     void resumeAutomatic();

@@ -53,11 +53,12 @@ void AgentService::connectDispatcher(MessageDispatcher &dispatcher)
     connect(&dispatcher, &Dispatcher::ask_resetDevice, this, &AgentService::reset);
     connect(&dispatcher, &Dispatcher::applyConfig, this, &AgentService::applyConfig);
     // The server expects the device to follow a document at once.
-    connect(&dispatcher, &Dispatcher::mergeRemoteConfig, this, [this](const QJsonObject &remote, int *result) {
-        emit mergeRemoteConfig(remote, result);
-        if (*result == 0)
-            emit applyConfig();
-    });
+    connect(&dispatcher, &Dispatcher::mergeRemoteConfig, this,
+            [this](const QJsonObject &remote, int *result) {
+                emit mergeRemoteConfig(remote, result);
+                if (*result == 0)
+                    emit applyConfig();
+            });
 }
 
 /// Only the first request of a list causes a reset: each starts the tool.

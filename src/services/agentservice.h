@@ -16,9 +16,9 @@ class JsonModule;
 class MessageDispatcher;
 
 /// Owns the agent of the management server: tells it what the document says of the server, and the document
-/// itself, has it connect, and passes on what the server requests. The agent connects once the window has been
-/// painted or should have been, after an apply, after a merge that has changed something, and when DHCP offers
-/// another server.
+/// itself, has it connect, and passes on what the server requests. The agent connects once the window has
+/// been painted or should have been, after an apply, after a merge that has changed something, and when DHCP
+/// offers another server.
 ///
 /// The agent asks the device's tools when it connects. Therefore nothing is done before the event loop has
 /// the turn again.

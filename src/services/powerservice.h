@@ -7,7 +7,8 @@
 
 class UpdateModule;
 
-/// Restarts the device, switches it off, and puts it to sleep, for the user, a console and the management server.
+/// Restarts the device, switches it off, and puts it to sleep, for the user, a console and the management
+/// server.
 class PowerService : public QObject
 {
     Q_OBJECT

@@ -119,7 +119,7 @@ QUrl UpdateService::address(const QString &url, const QString &user, const QStri
 }
 
 void UpdateService::on_updateByURL(const QString &url, const QString &password, const QString &user,
-                                    const QString &file, int *result)
+                                   const QString &file, int *result)
 {
     const bool starts = mayStart([=] { on_updateByURL(url, password, user, file, nullptr); });
     answer(result, starts);

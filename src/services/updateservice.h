@@ -28,7 +28,8 @@ public:
     /// How long the installer may take to restart the device before the update ends.
     static constexpr int installerLimitMs = 600000;
 
-    /// Connects the updater to the endpoint, whose socket it uses, and to the sessions. All outlive the object.
+    /// Connects the updater to the endpoint, whose socket it uses, and to the sessions. All outlive the
+    /// object.
     UpdateService(UpdateModule &update, TerminalServerModule &endpoint, SessionService &session,
                   QObject *parent = nullptr);
 

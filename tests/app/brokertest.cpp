@@ -220,8 +220,7 @@ private slots:
     {
         QFETCH(QByteArray, button);
         Ward ward;
-        connect(ward.window, &SettingsApp::settingsRequested, ward.window,
-                &SettingsApp::showSettings);
+        connect(ward.window, &SettingsApp::settingsRequested, ward.window, &SettingsApp::showSettings);
         const DialogAnswer answer(true);
         ward.setMode(BrokerServer::Mode::Slow);
         ward.setDelay(100);

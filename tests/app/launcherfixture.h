@@ -12,8 +12,8 @@
 
 class ConnectionDialog;
 
-/// A launcher over a device of its own, whose session client does as it is told. Its program has not been started:
-/// the document is read, and no tool has been run.
+/// A launcher over a device of its own, whose session client does as it is told. Its program has not been
+/// started: the document is read, and no tool has been run.
 ///
 /// The client's runs are told in order: the text of a status file, or "none" (ends without one), "crash",
 /// "flood" (prints two megabytes, then 6), "hold" (waits for `letGo`, then 6).

@@ -18,8 +18,7 @@
 
 namespace {
 
-const QString launchOnly
-    = "--launch-only"; ///< makes this program a program that starts a client, for a test
+const QString launchOnly = "--launch-only"; ///< makes this program a program that starts a client, for a test
 
 /// Reads a named pipe to its end and returns the permissions that it had while its writer still waited.
 mode_t readSlowly(const QByteArray &path)

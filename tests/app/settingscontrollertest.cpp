@@ -117,7 +117,8 @@ private slots:
         emit program.program.session().getProxyParameters(proxy);
         QCOMPARE(proxy.value("port").toInt(), 2);
         m_device->write("/var/lib/kt964/config.json", "{");
-        emit program.program.session().getProxyParameters(proxy); // or, where the file says nothing, what it said
+        emit program.program.session().getProxyParameters(
+            proxy); // or, where the file says nothing, what it said
         QCOMPARE(proxy.value("port").toInt(), 2);
     }
 

@@ -33,7 +33,8 @@ bool hasOwnTest(const QWidget *field)
 {
     static const QStringList names = {
         "passwordCheckBox",    "enterPasswordLineEdit",       "confirmPasswordLineEdit",  "dateTimeEdit",
-        "qt_spinbox_lineedit", "autoConnectGroupRadioButton", "autoConnectGroupComboBox", "ethernetCheckBox", "dualDisplayCheckBox"};
+        "qt_spinbox_lineedit", "autoConnectGroupRadioButton", "autoConnectGroupComboBox", "ethernetCheckBox",
+        "dualDisplayCheckBox"};
     return names.contains(field->objectName()) || qobject_cast<const QComboBox *>(field->parentWidget());
 }
 
@@ -217,7 +218,8 @@ private slots:
         table.row("Firmware update: server", "corvidRadioButton", {},
                   "Enter the Corvid server and the file name.");
         table.row("Management", "autodiscoverCheckBox", "two words",
-                  "The server address is not valid. Enter a host name, an IP address or a URL that begins with http:// or "
+                  "The server address is not valid. Enter a host name, an IP address or a URL that begins "
+                  "with http:// or "
                   "https://.");
     }
 
@@ -260,7 +262,8 @@ private slots:
                                       "ntp stop",
                                       "sudo date -s '5 Mar 2024 07:08:09'",
                                       "date -s '5 Mar 2024 07:08:09'"};
-        QCOMPARE(m_device->calls().filter(QRegularExpression("^(kt-set-[kt]|sudo|systemctl|ntp|date)")), expected);
+        QCOMPARE(m_device->calls().filter(QRegularExpression("^(kt-set-[kt]|sudo|systemctl|ntp|date)")),
+                 expected);
 
         enter();
         part<QCheckBox>("ntpCheckBox")->setChecked(true);

@@ -78,7 +78,8 @@ void send(const QJsonObject &wanted)
     const QJsonDocument sent = QJsonDocument::fromJson(part.document);
     require(sent.isObject(), "what is sent is a document");
     const auto left = ConfigurationChanges::between(merged(held(), sent.object()), wanted);
-    require(left.changed.size() == changes.changed.size() - part.count, "what was sent is no longer a change");
+    require(left.changed.size() == changes.changed.size() - part.count,
+            "what was sent is no longer a change");
 }
 
 } // namespace
@@ -91,8 +92,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }();
     Q_UNUSED(quiet)
     // The parser does not free a member that a later one replaces.
-    const QByteArray text = JsonText::withLastMembers(
-        QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
+    const QByteArray text
+        = JsonText::withLastMembers(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
     const QJsonObject root = loaded(text);
     upgrade(root);
     merge(root);
