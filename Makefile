@@ -5,11 +5,12 @@
 
 JOBS ?= $(shell nproc)
 
-.PHONY: help demo check bench fuzz mutants build packages release debug sanitize format clean
+.PHONY: help demo check bench fuzz mutants tidy build packages release debug sanitize format clean
 
 help:
 	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
-	@echo "make check   build and run every test, plainly and with the sanitizers"
+	@echo "make check   check format, lengths, headers and texts; build and run every test, plainly and with the sanitizers"
+	@echo "make tidy    have clang-tidy look for likely mistakes"
 	@echo "make bench   measure start-up, memory, long lists, consoles, the agent and firmware transfers"
 	@echo "make fuzz    fuzz every decoder of what arrives, FUZZ_SECONDS (60) each"
 	@echo "make mutants make small mistakes one at a time and tell which of them no test notices"
@@ -30,9 +31,14 @@ demo: packages
 	cmake --build --preset release --target demo --parallel $(JOBS)
 	lab/demo build/release/bin
 
-check: release sanitize
-	ctest --preset release --parallel $(JOBS)
-	ctest --preset sanitize --parallel $(JOBS)
+check:
+	scripts/install-packages --check
+	scripts/check $(JOBS)
+
+tidy:
+	scripts/install-packages --tidy
+	cmake --preset sanitize
+	scripts/tidy $(JOBS)
 
 bench: release
 	scripts/install-packages --bench
