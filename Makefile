@@ -11,7 +11,7 @@ help:
 	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
 	@echo "make check   check format, lengths, headers and texts; build and run every test, plainly and with the sanitizers"
 	@echo "make tidy    have clang-tidy look for likely mistakes"
-	@echo "make bench   measure start-up, memory, long lists, consoles, the agent and firmware transfers"
+	@echo "make bench   measure start-up, pauses, memory, long lists, consoles, the agent and firmware transfers"
 	@echo "make fuzz    fuzz every decoder of what arrives, FUZZ_SECONDS (60) each"
 	@echo "make mutants make small mistakes one at a time and tell which of them no test notices"
 	@echo "make build   build the release binaries in build/release/bin"

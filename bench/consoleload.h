@@ -36,11 +36,10 @@ public:
     double askAtOnce(const QByteArray &request, int rounds, int atOnce) const;
     /// Sends datagrams of all kinds, most of which get no reply, at the device's pace.
     void pour(int datagrams) const;
-
-private:
     void send(const QByteArray &datagram) const;
     /// Returns whether a reply has arrived, and, where `accepted` is set, no refusal.
     bool receive(int limitMs, bool accepted = false) const;
 
+private:
     int m_socket;
 };

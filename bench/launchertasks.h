@@ -12,4 +12,7 @@ void runSessions();
 /// Fills the launcher's lists with 5,000 servers and prints the time until they are painted.
 void showServers();
 
+/// Obeys the actions on the standard input; see launcheruser.cpp.
+void playUser();
+
 } // namespace Bench

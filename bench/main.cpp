@@ -43,8 +43,6 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const Readings all = readAll();
-    if (all.launcher.median("tool-calls") < 1)
-        qFatal("no device tool was seen: has the log line of their time changed?");
     Table::print(all);
     return 0;
 }

@@ -15,14 +15,14 @@ namespace {
 
 constexpr int limitMs = 600000;
 
-qint64 monotonicClock()
+} // namespace
+
+qint64 Measurement::clock()
 {
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);
     return now.tv_sec * 1000000000LL + now.tv_nsec;
 }
-
-} // namespace
 
 void Measurement::run(Measurement *into, const QString &program, const QString &platform, const QString &task,
                       bool withoutOpenGl)
@@ -32,7 +32,7 @@ void Measurement::run(Measurement *into, const QString &program, const QString &
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), platform);
     if (withoutOpenGl)
         environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
-    environment.insert(QLatin1String(Bench::startVariable), QString::number(monotonicClock()));
+    environment.insert(QLatin1String(Bench::startVariable), QString::number(clock()));
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationDirPath() + QLatin1Char('/') + program,
                   task.isEmpty() ? QStringList() : QStringList(task));
@@ -51,14 +51,9 @@ void Measurement::add(const QByteArray &output)
         if (words.size() == 2)
             figures.insert(QString::fromLatin1(words.first()), words.last().toDouble());
     }
-    const auto value = [&](const char *figure) {
-        return figures.value(QLatin1String(figure));
-    };
     // Computed for each run before the median.
-    figures.insert(QStringLiteral("own"), value("painted") - value("tools"));
-    figures.insert(QStringLiteral("building"), value("built") - value("loaded"));
-    figures.insert(QStringLiteral("between"), value("asked") - value("built") - value("tools"));
-    figures.insert(QStringLiteral("painting"), value("painted") - value("asked"));
+    figures.insert(QStringLiteral("building"),
+                   figures.value(QStringLiteral("painted")) - figures.value(QStringLiteral("loaded")));
     for (auto figure = figures.constBegin(); figure != figures.constEnd(); ++figure)
         m_values[figure.key()] += figure.value();
 }

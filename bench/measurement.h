@@ -16,6 +16,9 @@ public:
     static void run(Measurement *into, const QString &program, const QString &platform,
                     const QString &task = QString(), bool withoutOpenGl = false);
 
+    /// Returns CLOCK_MONOTONIC in nanoseconds; `Bench::startVariable` passes it on.
+    static qint64 clock();
+
     double median(const QString &figure) const { return quantile(figure, 0.5); }
     double quantile(const QString &figure, double part) const;
     double median(const char *figure) const { return median(QLatin1String(figure)); }
