@@ -14,7 +14,8 @@
 #include <future>
 #include <tuple>
 
-const QString buildingPhase = QStringLiteral("the settings and each page shown first");
+const QString buildingPhase = QStringLiteral("the settings opened first");
+const QString showingPhase = QStringLiteral("each page shown first");
 
 namespace {
 
@@ -126,11 +127,12 @@ private:
     void showSettings()
     {
         press("settingsButton");
+        end(buildingPhase, 300);
         for (int row = 0; row < pages; ++row) {
             m_launcher.act(QStringLiteral("show %1").arg(row));
             QThread::msleep(150);
         }
-        end(buildingPhase, 0);
+        end(showingPhase, 0);
         press("backButton");
         press("settingsButton");
         press("backButton");

@@ -47,8 +47,9 @@ struct Use
     }
 };
 
-/// The phase in which the settings are built.
+/// The phases in which a screen is built for the first time.
 extern const QString buildingPhase;
+extern const QString showingPhase;
 
 /// Uses the launcher on a new device as its user and a console would.
 Use measureUse(const ToolSpeed &speed, bool quickly);

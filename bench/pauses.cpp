@@ -96,7 +96,7 @@ Table::Rows speedRows(const QStringList &names, const QVector<Uses> &columns, do
         rows += row(
             QStringLiteral("longest pause, ms: ") + name, columns,
             [phase](const Use &use) { return use.phases.at(phase).second.longestMs; },
-            name == buildingPhase ? firstTimeLimitMs : PauseWatch::lateMs);
+            name == buildingPhase || name == showingPhase ? firstTimeLimitMs : PauseWatch::lateMs);
     }
     QStringList late(QStringLiteral("share of the time late by more than %1 ms").arg(PauseWatch::lateMs));
     QStringList calls(QStringLiteral("tools called"));
