@@ -41,6 +41,8 @@ SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, con
     , m_certificates(configuration)
     , m_view(new SettingsView)
 {
+    // First, because the style sheet is applied again to everything that changes its parent.
+    m_window.setSettingsView(m_view);
     build(device);
     addTools();
     const auto listGroups = [this](SettingsApp::ClientMode mode) {
@@ -48,7 +50,6 @@ SettingsPages::SettingsPages(SettingsApp &window, JsonModule &configuration, con
     };
     connect(&m_window, &SettingsApp::clientModeChanged, this, listGroups);
     listGroups(m_window.clientMode());
-    m_window.setSettingsView(m_view);
 }
 
 void SettingsPages::build(const Device &device)

@@ -42,12 +42,13 @@ void SettingsView::addPage(SettingsPage *page)
 {
     // A page that does not fit a small screen scrolls.
     auto *area = new QScrollArea;
-    area->setWidget(page);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     m_ui->settingsStackedWidget->addWidget(area);
+    // Last, because the style sheet is applied again to everything that changes its parent.
+    area->setWidget(page);
     m_pages += page;
     QIcon icon(page->icon());
     icon.addFile(page->icon(), QSize(), QIcon::Selected);
