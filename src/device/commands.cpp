@@ -5,12 +5,7 @@
 
 #include "device/paths.h"
 
-#include <QElapsedTimer>
-#include <QLoggingCategory>
-#include <QProcess>
 #include <QRegularExpression>
-
-Q_LOGGING_CATEGORY(lcCommands, "kt.device.commands")
 
 namespace Commands {
 
@@ -24,56 +19,6 @@ QProcessEnvironment environment()
                       tools + QLatin1Char(':') + result.value(QStringLiteral("PATH")));
     }
     return result;
-}
-
-void runShell(const QString &commandLine)
-{
-    qCDebug(lcCommands).noquote() << "run:" << commandLine;
-    auto *shell = new QProcess;
-    QObject::connect(shell, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), shell,
-                     &QObject::deleteLater);
-    shell->setProcessEnvironment(environment());
-    shell->setProcessChannelMode(QProcess::ForwardedChannels);
-    shell->setInputChannelMode(QProcess::ForwardedInputChannel);
-    shell->start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), commandLine});
-    if (!shell->waitForStarted(timeLimitMs)) {
-        qCWarning(lcCommands) << "no shell could be started:" << shell->errorString();
-        delete shell;
-    } else if (!shell->waitForFinished(timeLimitMs) && shell->state() != QProcess::NotRunning) {
-        qCWarning(lcCommands).noquote() << "still running after" << timeLimitMs << "ms:" << commandLine;
-    }
-}
-
-QByteArray query(const QString &program, const QStringList &arguments, int limitMs)
-{
-    QElapsedTimer clock;
-    clock.start();
-    QByteArray output;
-    QProcess process;
-    process.setProcessEnvironment(environment());
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    // A tool that asks for something gets no answer; it must not wait for one.
-    process.setStandardInputFile(QProcess::nullDevice());
-    QObject::connect(&process, &QProcess::readyReadStandardOutput, &process, [&] {
-        output += process.readAllStandardOutput();
-        if (output.size() > outputLimit)
-            process.kill();
-    });
-    process.start(Paths::program(program), arguments, QIODevice::ReadOnly);
-    if (!process.waitForStarted(limitMs)) {
-        qCWarning(lcCommands).noquote() << "cannot start" << program << ':' << process.errorString();
-        return QByteArray();
-    }
-    if (!process.waitForFinished(limitMs) && process.state() != QProcess::NotRunning) {
-        qCWarning(lcCommands).noquote() << "no end after" << limitMs << "ms:" << program << arguments;
-        process.kill();
-        process.waitForFinished(1000);
-    }
-    output += process.readAllStandardOutput();
-    qCDebug(lcCommands).noquote() << "query:" << program << arguments << "in"
-                                  << QString::number(static_cast<double>(clock.nsecsElapsed()) / 1e6, 'f', 1)
-                                  << "ms";
-    return output.left(outputLimit);
 }
 
 QString quoted(const QString &value)

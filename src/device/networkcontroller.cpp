@@ -20,6 +20,10 @@ Q_LOGGING_CATEGORY(lcNetwork, "kt.device.network")
 
 namespace {
 
+const QString configTool = QStringLiteral("/usr/bin/kt-network-config");
+/// The tool expects this word in every call.
+const QString fixedWord = QStringLiteral("A");
+
 QJsonObject values(const QByteArray &output)
 {
     return QJsonDocument::fromJson(output).object().value(QLatin1String("values")).toObject();
@@ -223,17 +227,6 @@ void NetworkController::GetWifiNetworkList(QObject *context, const ScanDone &don
           [done](const ToolResult &result) { done(readScan(result.output)); });
 }
 
-QByteArray NetworkController::ask(const QString &subCommand)
-{
-    const ToolCall call = DeviceTools::networkQuery(subCommand);
-    return Commands::query(call.program, call.arguments);
-}
-
-bool NetworkController::getActualWifi(NetworkProperty &property)
-{
-    return readAccessPoint(ask(QStringLiteral("check-wireless-point")), property);
-}
-
 bool NetworkController::readAccessPoint(const QByteArray &output, NetworkProperty &property)
 {
     const QJsonObject found = values(output);
@@ -245,19 +238,6 @@ bool NetworkController::readAccessPoint(const QByteArray &output, NetworkPropert
         property.setSignalQuality(found.value(QLatin1String("signal strength")).toString());
     }
     return status == QLatin1String("true");
-}
-
-bool NetworkController::getNetworkByInterface(const QString &interface, NetworkProperty &property)
-{
-    if (interface != QLatin1String("eth0") && interface != QLatin1String("wlan0"))
-        return false;
-    readParameters(ask(QStringLiteral("get-%1-parameters").arg(interface)), property);
-    const ToolCall routes = DeviceTools::routes();
-    property.setGateway(
-        gatewayFromRoutes(QString::fromLocal8Bit(Commands::query(routes.program, routes.arguments))));
-    readNameServers(property);
-    readInterface(interface, property);
-    return true;
 }
 
 void NetworkController::readParameters(const QByteArray &output, NetworkProperty &property)
@@ -309,11 +289,6 @@ void NetworkController::readInterface(const QString &name, NetworkProperty &prop
             property.setPrefixLength(entry.prefixLength());
         }
     }
-}
-
-void NetworkController::GetWifiNetworkList(QList<WifiItem> &list)
-{
-    list += readScan(ask(QStringLiteral("get-wifi-list")));
 }
 
 QList<WifiItem> NetworkController::readScan(const QByteArray &output)

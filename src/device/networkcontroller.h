@@ -75,15 +75,6 @@ public:
     /// Calls `step` when all commands so far have ended, unless `context` is gone by then.
     void afterCommands(QObject *context, const std::function<void()> &step);
 
-    // The blocking queries go away with their last callers.
-    /// Fills the network's name and signal quality. False when no access point is associated.
-    bool getActualWifi(NetworkProperty &property);
-    /// Fills everything but the Wi-Fi members. False for a name other than "eth0" and "wlan0", which changes
-    /// nothing.
-    bool getNetworkByInterface(const QString &interface, NetworkProperty &property);
-    /// Appends every network of a new scan, strongest first.
-    void GetWifiNetworkList(QList<WifiItem> &list);
-
     /// Joins an open network (empty key) or one with a pass phrase, once the commands so far have ended.
     /// Always returns false: `setWifiStatus` tells how it went. The end of a join is not reported when
     /// another one or `disconnectWifi` came after it.
@@ -111,7 +102,6 @@ private:
 
     void query(const ToolCall &call, QObject *context, const OutputDone &done);
     void ask(const QString &subCommand, QObject *context, const ReplyDone &done);
-    static QByteArray ask(const QString &subCommand);
     bool join(const ToolCall &call);
     void endJoin(const ToolResult &result);
     static bool readAccessPoint(const QByteArray &output, NetworkProperty &property);

@@ -26,7 +26,6 @@ constexpr std::size_t modeLimit = 1000;
 constexpr int damagedLimit = 256 * 1024;
 constexpr int longestMode = 200;
 
-const QString resolutionTool = QStringLiteral("/usr/bin/kt-set-resolution");
 const QString cea = QStringLiteral("CEA");
 
 /// The objects of a JSON array. Of a list that is cut or damaged, those that are whole.
@@ -64,9 +63,8 @@ int number(const QJsonObject &mode, const char *key)
 
 } // namespace
 
-ResolutionContainer::ResolutionContainer(int toolLimitMs)
-    : m_firmware(QStringLiteral("/opt/vc/bin/tvservice"), toolLimitMs)
-    , m_resolutionTool(resolutionTool, toolLimitMs)
+ResolutionContainer::ResolutionContainer(QObject *parent)
+    : QObject(parent)
 { }
 
 void ResolutionContainer::getResolutions(QObject *context, const ModesDone &done)
@@ -89,9 +87,27 @@ void ResolutionContainer::readGroups(const QStringList &groups)
     });
 }
 
+void ResolutionContainer::addModes(const QByteArray &output, const QString &group)
+{
+    for (const QJsonObject &object : objectsIn(output)) {
+        const int width = number(object, "width");
+        const int height = number(object, "height");
+        const int rate = number(object, "rate");
+        const bool interlaced
+            = group == cea && object.value(QLatin1String("scan")).toString() != QLatin1String("p");
+        if (width < smallestWidth || height < 1 || rate < slowestRate || interlaced)
+            continue;
+        if (m_readModes.size() > modeLimit)
+            return;
+        m_readModes.emplace_back(QStringLiteral("%1x%2 %3Hz").arg(width).arg(height).arg(rate));
+        m_readModes.back().setValue(Code, QString::number(number(object, "code")));
+        m_readModes.back().setValue(Group, group);
+    }
+}
+
 void ResolutionContainer::finishReading()
 {
-    std::stable_sort(m_readModes.begin(), m_readModes.end(), compare_name);
+    sort(m_readModes);
     m_modes = m_readModes;
     qCInfo(lcResolution) << m_modes.size() - 1 << "modes";
     const std::vector<Waiter> ready = std::exchange(m_waiting, {});
@@ -101,9 +117,32 @@ void ResolutionContainer::finishReading()
     }
 }
 
+void ResolutionContainer::sort(std::vector<Item> &modes) const
+{
+    const auto isPreferred = [this](const Item &mode) {
+        return mode.getValue(Group) == m_preferredGroup && mode.getValue(Code) == m_preferredCode;
+    };
+    std::stable_partition(modes.begin(), modes.end(), isPreferred);
+    std::stable_sort(modes.begin(), modes.end(), compare_name);
+}
+
+void ResolutionContainer::prefer(const QString &group, const QString &code)
+{
+    m_preferredGroup = group;
+    m_preferredCode = code;
+    sort(m_modes);
+}
+
 const std::vector<Item> &ResolutionContainer::resolutions() const
 {
     return m_modes;
+}
+
+void ResolutionContainer::isCheckedResolution(const QString &stored, QObject *context,
+                                              const std::function<void(bool)> &done)
+{
+    getResolutions(context,
+                   [stored, done](const std::vector<Item> &modes) { done(rowIn(modes, stored) >= 0); });
 }
 
 void ResolutionContainer::getActualMode(QObject *context, const ModeDone &done)
@@ -111,6 +150,23 @@ void ResolutionContainer::getActualMode(QObject *context, const ModeDone &done)
     ToolRun::start(DeviceTools::currentMode(), context, [done](const ToolResult &result) {
         done(QString::fromUtf8(result.output.left(longestMode)).trimmed());
     });
+}
+
+void ResolutionContainer::setResolutionFromConsole(const QString &stored)
+{
+    if (stored == automatic)
+        return ToolRun::start(DeviceTools::setAutomaticMode()); // whatever monitor there is
+    getResolutions(this, [stored](const std::vector<Item> &modes) {
+        if (const auto call = callFor(modes, stored))
+            ToolRun::start(*call);
+        else
+            qCWarning(lcResolution) << "the monitor has no mode" << stored;
+    });
+}
+
+bool ResolutionContainer::compare_name(const Item &left, const Item &right)
+{
+    return numbersOf(left.getValue(Text)) < numbersOf(right.getValue(Text));
 }
 
 int ResolutionContainer::rowIn(const std::vector<Item> &modes, const QString &stored)
@@ -135,109 +191,4 @@ std::optional<ToolCall> ResolutionContainer::callFor(const std::vector<Item> &mo
         return std::nullopt;
     const Item &mode = modes.at(static_cast<std::size_t>(row));
     return DeviceTools::setMode(mode.getValue(Group), mode.getValue(Code));
-}
-
-const std::vector<Item> &ResolutionContainer::getResolutions()
-{
-    m_modes.assign(1, Item(automatic));
-    readModes(QStringLiteral("DMT"));
-    if (!m_firmware.hangs())
-        readModes(cea);
-    std::stable_sort(m_modes.begin(), m_modes.end(), compare_name);
-    qCInfo(lcResolution) << m_modes.size() - 1 << "modes";
-    return m_modes;
-}
-
-void ResolutionContainer::readModes(const QString &group)
-{
-    m_readModes.clear();
-    addModes(m_firmware.ask({QStringLiteral("-j"), QStringLiteral("-m"), group}), group);
-    m_modes.insert(m_modes.end(), m_readModes.begin(), m_readModes.end());
-}
-
-void ResolutionContainer::addModes(const QByteArray &output, const QString &group)
-{
-    for (const QJsonObject &object : objectsIn(output)) {
-        const int width = number(object, "width");
-        const int height = number(object, "height");
-        const int rate = number(object, "rate");
-        const bool interlaced
-            = group == cea && object.value(QLatin1String("scan")).toString() != QLatin1String("p");
-        if (width < smallestWidth || height < 1 || rate < slowestRate || interlaced)
-            continue;
-        if (m_readModes.size() > modeLimit)
-            return;
-        m_readModes.emplace_back(QStringLiteral("%1x%2 %3Hz").arg(width).arg(height).arg(rate));
-        m_readModes.back().setValue(Code, QString::number(number(object, "code")));
-        m_readModes.back().setValue(Group, group);
-    }
-}
-
-bool ResolutionContainer::compare_name(const Item &left, const Item &right)
-{
-    return numbersOf(left.getValue(Text)) < numbersOf(right.getValue(Text));
-}
-
-int ResolutionContainer::getCurrentPrimaryResolution(const QString &stored) const
-{
-    return rowIn(m_modes, stored);
-}
-
-int ResolutionContainer::rowOf(const QString &stored)
-{
-    const int row = getCurrentPrimaryResolution(stored);
-    if (row >= 0)
-        return row;
-    // Another monitor may have come, or none been looked at so far.
-    getResolutions();
-    return getCurrentPrimaryResolution(stored);
-}
-
-bool ResolutionContainer::isCheckedResolution(const QString &size)
-{
-    if (size == automatic)
-        return true;
-    getResolutions();
-    return getCurrentPrimaryResolution(size) >= 0;
-}
-
-void ResolutionContainer::setResolution(const QString &text)
-{
-    if (m_modes.empty())
-        getResolutions();
-    for (const Item &mode : m_modes) {
-        if (mode.getValue(Text) == text) {
-            setPrimaryResolution(&mode);
-            return;
-        }
-    }
-}
-
-void ResolutionContainer::setPrimaryResolution(const Item *mode) const
-{
-    if (!mode)
-        return;
-    if (mode->getValue(Text) == automatic)
-        Commands::runShell(Commands::line(resolutionTool));
-    else if (!mode->getValue(Code).isEmpty())
-        Commands::runShell(
-            Commands::line(resolutionTool, mode->getValue(Group) + QLatin1Char(' ') + mode->getValue(Code)));
-}
-
-void ResolutionContainer::setResolutionFromConsole(const QString &size)
-{
-    // "Automatic" needs no monitor to be asked.
-    if (size == automatic)
-        Commands::runShell(Commands::line(resolutionTool));
-    else if (const int row = rowOf(size); row >= 0)
-        setPrimaryResolution(&m_modes.at(static_cast<std::size_t>(row)));
-    else
-        qCWarning(lcResolution) << "the monitor has no mode" << size;
-}
-
-QString ResolutionContainer::getActualMode()
-{
-    if (m_firmware.hangs())
-        return QString();
-    return QString::fromUtf8(m_resolutionTool.ask({QStringLiteral("-m")}).left(200)).trimmed();
 }

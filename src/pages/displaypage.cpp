@@ -7,6 +7,7 @@
 
 #include "ui_displaypage.h"
 
+#include <QRegularExpression>
 #include <QSignalBlocker>
 
 namespace {
@@ -51,11 +52,23 @@ void DisplayPage::getDisplayAvailable()
     m_resolutions.getActualMode(this, [this](const QString &mode) {
         QLabel *label = m_ui->actualModeLabel;
         const QString text = mode.simplified();
+        preferModeIn(text);
         label->setText(text.isEmpty() ? QString()
                                       : tr("Now: %1").arg(
                                           label->fontMetrics().elidedText(text, Qt::ElideRight, widestMode)));
         label->setToolTip(text);
     });
+}
+
+/// A tool that names the mode's group and code tells which of two modes with one text is in use.
+void DisplayPage::preferModeIn(const QString &text)
+{
+    static const QRegularExpression mode(QStringLiteral("\\b(DMT|CEA)\\s+([0-9]+)\\b"));
+    const QRegularExpressionMatch match = mode.match(text);
+    if (!match.hasMatch())
+        return;
+    m_resolutions.prefer(match.captured(1), match.captured(2));
+    showModes(m_resolutions.resolutions());
 }
 
 /// Another list changes no choice, be it stored or made by the user meanwhile.
@@ -130,6 +143,12 @@ QString DisplayPage::position() const
 
 void DisplayPage::save(QJsonObject &root)
 {
+    const int row = m_ui->primaryResolutionComboBox->currentIndex();
+    if (row >= 0 && static_cast<std::size_t>(row) < m_modes.size()) {
+        const Item &chosen = m_modes.at(static_cast<std::size_t>(row));
+        m_resolutions.prefer(chosen.getValue(ResolutionContainer::Group),
+                             chosen.getValue(ResolutionContainer::Code));
+    }
     QJsonObject display = root.value(Key::display).toObject();
     saveDisplayTab(display);
     root.insert(Key::display, display);

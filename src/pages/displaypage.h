@@ -40,6 +40,7 @@ private:
     /// Asks what the monitor offers and which mode is set, and shows it when the tools have replied.
     void getDisplayAvailable();
     void showModes(const std::vector<Item> &modes);
+    void preferModeIn(const QString &text);
     void setDisplayTab(const QJsonObject &display);
     void saveDisplayTab(QJsonObject &display) const;
     void select(QComboBox &box, const QString &stored) const;
