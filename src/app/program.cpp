@@ -12,6 +12,7 @@ Program::Program()
     , m_network(m_commands)
     , m_networkStatus(m_network, m_configuration)
     , m_applier(m_configuration, m_commands, m_network, m_resolutions)
+    , m_startDocument(m_configuration, m_network, m_applier)
     , m_endpoint(m_status)
     , m_session(m_configuration)
     , m_updates(m_update, m_endpoint, m_session)
@@ -24,7 +25,8 @@ Program::Program()
                     return m_update.ifSessionConnected();
                 }})
     , m_controller(&m_window,
-                   {m_configuration, m_network, m_networkStatus, m_resolutions, m_audio, m_remote, m_applier})
+                   {m_configuration, m_network, m_networkStatus, m_resolutions, m_audio, m_remote, m_applier,
+                    m_startDocument})
 {
     connectEndpoint();
     connectSession();
@@ -146,6 +148,11 @@ UpdateService &Program::updates()
 RemoteConfiguration &Program::remoteConfiguration()
 {
     return m_remote;
+}
+
+StartDocument &Program::startDocument()
+{
+    return m_startDocument;
 }
 
 SettingsApplier &Program::applier()

@@ -17,6 +17,7 @@
 #include "services/remoteconfiguration.h"
 #include "services/sessionservice.h"
 #include "services/settingsapplier.h"
+#include "services/startdocument.h"
 #include "services/updateservice.h"
 #include "update/terminalservermodule.h"
 #include "update/updatemodule.h"
@@ -47,6 +48,7 @@ public:
     UpdateService &updates();
     RemoteConfiguration &remoteConfiguration();
     SettingsApplier &applier();
+    StartDocument &startDocument();
     AgentService &agent();
 
 protected:
@@ -65,6 +67,7 @@ private:
     NetworkStatus m_networkStatus;
     ResolutionContainer m_resolutions;
     SettingsApplier m_applier;
+    StartDocument m_startDocument;
     AudioController m_audio;
     DeviceStatus m_status;
     TerminalServerModule m_endpoint;

@@ -9,13 +9,9 @@
 #include "config/applicationproxy.h"
 #include "config/audiosettings.h"
 #include "config/compatibility.h"
-#include "config/defaults.h"
 #include "config/keys.h"
-#include "config/upgrades.h"
 #include "device/audiocontroller.h"
-#include "device/commands.h"
 #include "device/devicetools.h"
-#include "device/diagnostics.h"
 #include "device/networkcontroller.h"
 #include "device/paths.h"
 #include "device/resolutioncontainer.h"
@@ -24,6 +20,7 @@
 #include "services/networkstatus.h"
 #include "services/remoteconfiguration.h"
 #include "services/settingsapplier.h"
+#include "services/startdocument.h"
 #include "widgets/generaldialog.h"
 
 #include <QApplication>
@@ -31,7 +28,6 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QLoggingCategory>
-#include <QNetworkInterface>
 #include <QScopedValueRollback>
 #include <QTimer>
 
@@ -45,39 +41,6 @@ namespace {
 constexpr qint64 messageLimit = 64 * 1024;
 /// Sound cards may be slow to answer: the launcher is shown first.
 constexpr int firstAudioMs = 200;
-
-bool interfaceExists(const QString &name)
-{
-    return QNetworkInterface::interfaceFromName(name).isValid();
-}
-
-bool upgradeNetwork(QJsonObject &root)
-{
-    if (!Upgrades::hasOldNetwork(root))
-        return false;
-    Diagnostics::print(QStringLiteral("UPGRADE TO NEW NETWORK"));
-    Upgrades::toNewNetwork(root);
-    return true;
-}
-
-bool upgradeToVersion15(QJsonObject &root)
-{
-    if (Upgrades::effectiveVersion(root) > Upgrades::oldestVersion) {
-        Diagnostics::print(QStringLiteral("UPGRADE TO 15 SKIPPED"));
-        return false;
-    }
-    Diagnostics::print(QStringLiteral("UPGRADE TO 15 STARTED"));
-    Upgrades::toVersion15(root);
-    return true;
-}
-
-QString hostName()
-{
-    const QByteArray output = Commands::query(QStringLiteral("hostname"), {});
-    const QString name = QString::fromLocal8Bit(output).remove(QLatin1Char('\n'));
-    qCDebug(lcController) << name;
-    return name;
-}
 
 } // namespace
 
@@ -199,17 +162,22 @@ void SettingsController::connectAudio()
 
 void SettingsController::loadConfiguration()
 {
-    loadDefaultConfig(m_defaults);
-    m_parts.configuration.getParameters(m_defaults);
-    if (m_parts.configuration.isConfigCorrect())
-        checkConfigVersion();
+    connect(&m_parts.startDocument, &StartDocument::replaced, this, &SettingsController::showDocument);
+    connect(&m_parts.startDocument, &StartDocument::networkApplied, &m_parts.networkStatus,
+            &NetworkStatus::takeApplied);
+    m_parts.startDocument.start();
+    showDocument();
+    const QJsonObject root = m_parts.configuration.getDocument().object();
+    ToolRun::start(
+        DeviceTools::setNumLock(root.value(Key::keyboard).toObject().value(Key::numlockOn).toBool()));
+}
+
+void SettingsController::showDocument()
+{
     const QJsonObject root = m_parts.configuration.getDocument().object();
     m_sound = root.value(Key::audio).toObject();
     m_window->loadConfiguration();
     m_window->openLauncher(root.value(Key::general).toObject().value(Key::clientMode).toString());
-    ToolRun::start(
-        DeviceTools::setNumLock(root.value(Key::keyboard).toObject().value(Key::numlockOn).toBool()));
-    m_parts.applier.start();
 }
 
 /// Most users never see the settings: their start does not wait for them.
@@ -280,70 +248,9 @@ void SettingsController::leaveSettings()
     m_window->autoDetectServers();
 }
 
-void SettingsController::checkConfigVersion()
-{
-    upgrade({upgradeNetwork, upgradeToVersion15});
-}
-
-void SettingsController::upgradeConfigToNewNetwork()
-{
-    upgrade({upgradeNetwork});
-}
-
-void SettingsController::upgradeConfigToVer15()
-{
-    upgrade({upgradeToVersion15});
-}
-
-/// Takes the document through the steps in one change. Where it cannot be written, what was read is of no
-/// use: the upgraded document is held.
-void SettingsController::upgrade(const QVector<JsonModule::Edit> &steps)
-{
-    bool newVersion = false;
-    const auto edit = [&](QJsonObject &root) {
-        const int before = Upgrades::effectiveVersion(root);
-        bool edited = false;
-        for (const JsonModule::Edit &step : steps)
-            edited = step(root) || edited;
-        newVersion = Upgrades::effectiveVersion(root) != before;
-        return edited;
-    };
-    m_parts.configuration.change(edit, JsonModule::OnFailure::Hold);
-    if (newVersion)
-        applyNetwork();
-}
-
-void SettingsController::applyNetwork()
-{
-    m_parts.network.setNetworkConfig();
-    m_parts.network.autoconnect();
-    m_parts.network.afterCommands(this, [this] { m_parts.networkStatus.takeApplied(); });
-}
-
 bool SettingsController::checkConfigCompatibility(const QJsonObject &remote)
 {
     return Compatibility::checkObjects(m_parts.configuration.getDocument().object(), remote);
-}
-
-void SettingsController::loadDefaultConfig(QJsonObject &out)
-{
-    const QString deviceName = hostName();
-    out = Defaults::document(deviceName, generateDefaultNetwork());
-}
-
-QJsonObject SettingsController::generateDefaultNetwork()
-{
-    const QString eth0 = QStringLiteral("eth0");
-    const QString wlan0 = QStringLiteral("wlan0");
-    Defaults::NetworkState state;
-    state.wiredPresent = interfaceExists(eth0) && m_parts.network.getNetworkByInterface(eth0, state.wired);
-    state.wirelessPresent
-        = interfaceExists(wlan0) && m_parts.network.getNetworkByInterface(wlan0, state.wireless);
-    if (state.wirelessPresent) {
-        m_parts.network.GetWifiNetworkList(state.scan);
-        m_parts.network.getActualWifi(state.wireless);
-    }
-    return Defaults::networkSettings(state);
 }
 
 void SettingsController::getRemoteMessage()

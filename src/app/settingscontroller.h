@@ -19,6 +19,7 @@ class ResolutionContainer;
 class SettingsApp;
 class SettingsApplier;
 class SettingsPages;
+class StartDocument;
 
 /// Sees to the document at start, leads the user through the settings, and carries out the messages of device
 /// scripts.
@@ -37,23 +38,15 @@ public:
         AudioController &audio;
         RemoteConfiguration &remote;
         SettingsApplier &applier;
+        StartDocument &startDocument;
     };
 
     SettingsController(SettingsApp *window, const Parts &parts, QObject *parent = nullptr);
     ~SettingsController() override;
 
-    /// Loads the document, upgrades an old one, writes the defaults where there is none to use, and fills the
-    /// window.
+    /// Makes the document usable and fills the window with it.
     void start();
 
-    /// The default "network settings" for what is connected now.
-    QJsonObject generateDefaultNetwork();
-
-    /// Upgrades the document on disk, where it is old.
-    void checkConfigVersion();
-    void upgradeConfigToNewNetwork();
-    /// Also hands the upgraded network section to the device.
-    void upgradeConfigToVer15();
     /// Whether a document has the structure of the held one.
     bool checkConfigCompatibility(const QJsonObject &remote);
     /// The URL of the management server; "Unknown" without one.
@@ -62,8 +55,6 @@ public:
     bool setupProxy();
 
 public slots:
-    /// The complete factory document for this device. Asks the device's tools.
-    void loadDefaultConfig(QJsonObject &out);
     /// Fills the settings and shows them, behind the administrator password where one is set.
     void on_settingsButton_clicked();
     /// Applies the pages and returns to the launcher; stays when a page refuses.
@@ -103,8 +94,7 @@ signals:
 
 private:
     void loadConfiguration();
-    void upgrade(const QVector<JsonModule::Edit> &steps);
-    void applyNetwork();
+    void showDocument();
     void connectWindow();
     void connectNetworkStatus();
     void connectAudio();
@@ -119,7 +109,6 @@ private:
 
     SettingsApp *m_window;
     Parts m_parts;
-    QJsonObject m_defaults;
     bool m_storingSound = false;
     QJsonObject m_sound;                    ///< the "audio settings" as the launcher was told them last
     std::unique_ptr<SettingsPages> m_pages; ///< built when the settings are first asked for

@@ -5,7 +5,7 @@
 
 #include "config/keys.h"
 #include "config/upgrades.h"
-#include "device/commands.h"
+#include "device/devicetools.h"
 #include "device/paths.h"
 
 #include <QFile>
@@ -190,7 +190,7 @@ bool JsonModule::setObject(const QJsonObject &object)
     return writeContent();
 }
 
-bool JsonModule::isConfigCorrect()
+bool JsonModule::isUsable() const
 {
     const QString missing = missingSection(readFile().object());
     const bool asked = QFile::exists(Paths::recoveryMarker());
@@ -202,14 +202,27 @@ bool JsonModule::isConfigCorrect()
         qCWarning(lcDocument) << "a recovery is asked for: the document is replaced by the defaults";
     else
         qCWarning(lcDocument) << "the document has no" << missing << "and is replaced by the defaults";
-    recover();
     return false;
+}
+
+bool JsonModule::isConfigCorrect()
+{
+    const bool usable = isUsable();
+    if (!usable)
+        recover();
+    return usable;
+}
+
+void JsonModule::hold(const QJsonObject &object)
+{
+    m_document = QJsonDocument(object);
+    m_unsaved = true;
 }
 
 void JsonModule::recover()
 {
     const bool written = setObject(m_defaultParameters);
-    Commands::runShell(Commands::line(QStringLiteral("/usr/bin/kt-set-hostname"), QStringLiteral("-r")));
+    ToolRun::start(DeviceTools::resetHostName());
     // Where the defaults could not be written the marker asks for them again at the next start.
     if (written && QFile::exists(Paths::recoveryMarker()) && !QFile::remove(Paths::recoveryMarker()))
         qCCritical(lcDocument).noquote() << "cannot delete" << Paths::recoveryMarker();

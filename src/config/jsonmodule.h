@@ -65,6 +65,11 @@ public:
     /// Holds another document, and writes it. It stays held when it cannot be written.
     bool setObject(const QJsonObject &object);
 
+    /// Whether the file can be used as it is, and upgraded where it is old, and no recovery is asked for.
+    /// Documents in other places than the device's own are always usable.
+    bool isUsable() const;
+    /// Holds a document that is not to be written before it is changed.
+    void hold(const QJsonObject &object);
     /// Whether the file can be used as it is, and upgraded where it is old. If not, or if the recovery marker
     /// is there, the device's own document is replaced by the factory defaults, which are then the held
     /// document, the host name is reset and the marker goes: false. Documents in other places are left alone:
