@@ -150,6 +150,11 @@ RemoteConfiguration &Program::remoteConfiguration()
     return m_remote;
 }
 
+AudioController &Program::audio()
+{
+    return m_audio;
+}
+
 StartDocument &Program::startDocument()
 {
     return m_startDocument;

@@ -48,6 +48,7 @@ public:
     UpdateService &updates();
     RemoteConfiguration &remoteConfiguration();
     SettingsApplier &applier();
+    AudioController &audio();
     StartDocument &startDocument();
     AgentService &agent();
 

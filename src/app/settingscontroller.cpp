@@ -162,7 +162,11 @@ void SettingsController::connectAudio()
 
 void SettingsController::loadConfiguration()
 {
-    connect(&m_parts.startDocument, &StartDocument::replaced, this, &SettingsController::showDocument);
+    connect(&m_parts.startDocument, &StartDocument::replaced, this, [this] {
+        showDocument();
+        setupProxy();
+        m_parts.networkStatus.initNetworkStatus();
+    });
     connect(&m_parts.startDocument, &StartDocument::networkApplied, &m_parts.networkStatus,
             &NetworkStatus::takeApplied);
     m_parts.startDocument.start();

@@ -107,7 +107,9 @@ private:
     {
         m_device->setState("sound-cards.json", '[' + cards + ']');
         m_device->write("/tmp/msg.json", R"({"type": "refresh audio"})");
+        QSignalSpy read(&m_program->program.audio(), &AudioController::sendAudioDevices);
         m_program->controller.getRemoteMessage();
+        QTRY_VERIFY(!read.isEmpty());
     }
 
     /// The menu's entries; the one in use is marked.

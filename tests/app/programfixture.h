@@ -6,15 +6,23 @@
 #include "app/program.h"
 #include "onlyinnamespace.h"
 #include "parts.h"
+
+#include "device/paths.h"
 #include "testdevice.h"
 
+#include <QFileInfo>
 #include <QStackedWidget>
 #include <QTest>
 
 /// The program as `main` starts it, over the device in force.
 struct StartedProgram
 {
-    StartedProgram() { program.start(); }
+    /// Starts the program, and waits for the factory defaults where there is no document.
+    StartedProgram()
+    {
+        program.start();
+        QTRY_VERIFY(QFileInfo(Paths::configuration()).size() > 0);
+    }
 
     template <typename Part = QWidget>
     Part *part(const char *name) const

@@ -57,7 +57,8 @@ private slots:
 
         QJsonObject expected;
         if (left.isEmpty())
-            program.startDocument().loadDefaultConfig([&](const QJsonObject &found) { expected = found; });
+            program.startDocument().loadDefaultConfig(
+                [&](const QJsonObject &defaults) { expected = defaults; });
         else
             expected = Documents::object(left);
         QTRY_VERIFY(!expected.isEmpty());
@@ -111,7 +112,7 @@ private slots:
             device.setTool(QString("/usr/bin/") + QLatin1String(tool), "kill -ABRT $$");
         Program program;
         program.start();
-        QCOMPARE(device.document().keys().size(), 17);
+        QTRY_COMPARE(device.document().keys().size(), 17);
     }
 };
 

@@ -26,8 +26,8 @@ std::vector<Item> read(ResolutionContainer &container)
 {
     std::optional<std::vector<Item>> found;
     container.getResolutions(&container, [&found](const std::vector<Item> &modes) { found = modes; });
-    QTest::qWaitFor([&found] { return found.has_value(); }, 20000);
-    return found.value_or(std::vector<Item>());
+    const bool replied = QTest::qWaitFor([&found] { return found.has_value(); }, 20000);
+    return replied ? *found : std::vector<Item>();
 }
 
 QString listed(ResolutionContainer &container)
