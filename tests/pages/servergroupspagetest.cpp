@@ -199,7 +199,7 @@ private slots:
         table.row("typed, there already", "one", {}, true, there, "one=10.1.1.1 two three");
         table.row("typed, and kept", "one", {}, false, there, "one two three");
         table.row("found", {}, {"one", "four"}, true, there, "one=10.0.0.7 two three four=10.0.0.7");
-        table.row("none found", {}, {}, true, "", "one two three");
+        table.row("none found", {}, {}, true, "Choose a server from the list first.", "one two three");
     }
 
     void addsServers()
