@@ -79,7 +79,7 @@ private slots:
         QCOMPARE(device.merge(remote), 1);
         QCOMPARE(device.program->configuration().getDocument().object(), before);
         QCOMPARE(merged.size(), 0);
-        QCOMPARE(device.device.calls(), QStringList());
+        QCOMPARE(device.device.calls().filter(configuring), QStringList());
     }
 
     void showsAtOnceAndAppliesOnRequest()
@@ -146,10 +146,10 @@ private slots:
         Device device({{{Key::general, Key::clientMode}, mode},
                        {{Key::display, Key::primary, Key::resolution}, "1024x768 60Hz"}});
         QCOMPARE(device.merge(remote), 0);
-        QCOMPARE(device.device.calls(), QStringList()); // its sender has the reply first
+        QCOMPARE(device.device.calls().filter(configuring), QStringList()); // its sender has the reply first
         device.apply();
         QTRY_VERIFY(device.device.calls().join('|').contains(call));
-        QCOMPARE(device.device.calls().isEmpty(), call.isEmpty());
+        QVERIFY(!call.isEmpty() || device.device.calls().filter(configuring).isEmpty());
         if (call == tool)
             QCOMPARE(device.stored(Key::display)[Key::primary][Key::resolution], QJsonValue("Automatic"));
     }
