@@ -30,6 +30,7 @@ private slots:
         m_program = std::make_unique<StartedProgram>();
         m_program->window.show();
         QTRY_VERIFY(menu("outputAudioButton").contains("HDMI"));
+        QTRY_COMPARE(m_device->calls("pkill"), QStringList(signalled)); // the choice of HDMI
         m_device->forgetCalls();
     }
 
