@@ -58,8 +58,9 @@ private slots:
               "#|!!|-n|A=b|\t\r|Żółw €";
         for (const QString &value : values.split('|')) {
             QProcess::execute("/bin/sh",
-                              {"-c", QString("cd %1 && set -- x %2 && printf '%s|%s' $# \"$2\" >arrived")
-                                         .arg(folder.path(), Commands::quoted(value))});
+                              {"-c",
+                               QString("cd %1 && set -- x %2 && printf '%s|%s' $# \"$2\" >arrived")
+                                   .arg(folder.path(), Commands::quoted(value))});
             QFile arrived(folder.filePath("arrived"));
             QVERIFY(arrived.open(QIODevice::ReadOnly));
             QCOMPARE(QString::fromUtf8(arrived.readAll()), QString("2|") + value);
