@@ -3,7 +3,6 @@
 
 #include "config/jsonmodule.h"
 #include "fulldisk.h"
-#include "testtable.h"
 
 #include <QtTest>
 
@@ -19,7 +18,6 @@ QJsonObject holding(int length)
 {
     return {{"k", QString(length, 'v')}};
 }
-
 } // namespace
 
 /// The holder of a document and its file.
@@ -40,48 +38,6 @@ private slots:
             reader.readContent();
             QCOMPARE(reader.getDocument().object(), holding(length));
         }
-    }
-
-    void readsWhatIsNoDocumentAsEmpty_data()
-    {
-        const TestTable<QByteArray> table("content");
-        table.row("missing", {});
-        table.row("empty", "");
-        table.row("half", "{\"k\": {\"a\": 1}, \"b");
-        table.row("followed by something", "{}x");
-        table.row("array", "[{}]");
-        table.row("bytes", QByteArray("{\"k\": \"\xff\xfe\"}\0", 13));
-        table.row("deep", QByteArray(100000, '['));
-    }
-
-    void readsWhatIsNoDocumentAsEmpty()
-    {
-        QFETCH(const QByteArray, content);
-        const QString path = m_folder.filePath("broken.json");
-        QFile::remove(path);
-        if (!content.isNull()) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-        }
-        JsonModule module(path, false);
-        module.setJsonString("{\"old\": 1}");
-        module.readContent();
-        QCOMPARE(module.getDocument().object(), QJsonObject());
-    }
-
-    void givesTextByteForByte()
-    {
-        const QString path = m_folder.filePath("text.json");
-        JsonModule module(path, false);
-        QVERIFY(module.setObject({{"k", QString::fromUtf8("\xc5\xbb\xe2\x82\xac\xf0\x9f\x96\xa5")}}));
-        QCOMPARE(module.getJsonString().toLatin1(), contentOf(path));
-
-        const QByteArray before = contentOf(path);
-        module.setJsonString("{\"k\": \"\xc5\xbb\"}");
-        QCOMPARE(module.getDocument().object().value("k").toString(), QString(QChar(0x17b)));
-        module.setJsonString("{\"k\": ");
-        QVERIFY(module.getDocument().isNull());
-        QCOMPARE(contentOf(path), before);
     }
 
     void changesTheFileByOneCall()

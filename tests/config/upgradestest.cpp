@@ -28,7 +28,6 @@ QJsonObject wireless(const QJsonObject &root)
 {
     return root[Key::network][Key::interfaces][Key::wlan].toObject();
 }
-
 } // namespace
 
 /// Older documents become documents of the present version.
@@ -59,16 +58,6 @@ private slots:
         else
             QVERIFY(ConfigurationManager(15).upgradeConfiguration(root));
         QCOMPARE(root, Documents::object(name + ".upgraded.json"));
-    }
-
-    void knowsWhichNetworkSectionIsOld_data() { Documents::addRows("network-forms.json"); }
-    void knowsWhichNetworkSectionIsOld()
-    {
-        QFETCH(QJsonObject, row);
-        QJsonObject root = row["document"].toObject();
-        QCOMPARE(Upgrades::hasOldNetwork(root), row["old"].toBool());
-        Upgrades::toNewNetwork(root);
-        QVERIFY(!Upgrades::hasOldNetwork(root));
     }
 
     void derivesTheSecurityOfWireless_data() { Documents::addRows("wireless-security.json"); }

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "device/commands.h"
-#include "device/devicetools.h"
 #include "device/paths.h"
+#include "device/toolrun.h"
 #include "testdevice.h"
 #include "testtable.h"
 
@@ -15,29 +15,10 @@ class CommandsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void namesTheDeviceWithoutARoot()
-    {
-        qunsetenv("KT_DEVICE_ROOT");
-        QCOMPARE(Paths::configuration(), "/var/lib/kt964/config.json");
-        QCOMPARE(Paths::program("route"), "route");
-
-        const QString tool = "/usr/bin/kt-lulling";
-        QCOMPARE(Paths::program(tool), tool);
-        QCOMPARE(Commands::line(tool, "-S"), "/usr/bin/kt-lulling -S");
-        QCOMPARE(Commands::line("/usr/bin/kt-check-gateway", QString(), true),
-                 "sudo /usr/bin/kt-check-gateway");
-        const QString eth0 = "eth0";
-        QCOMPARE(DeviceTools::setAddress(eth0, "10.0.0.5", 24, true, "10.0.0.255").commandLine,
-                 "sudo /usr/bin/kt-ip-settings -a eth0 10.0.0.5 24 10.0.0.255");
-        QCOMPARE(DeviceTools::setAddress(eth0, "1; reboot", 8, false, QString()).commandLine,
-                 "sudo /usr/bin/kt-ip-settings -d eth0 '1; reboot' 8 ");
-    }
-
     void putsTheRootInFront()
     {
         const TestDevice device;
         QVERIFY(device.isValid());
-        QCOMPARE(Paths::connectionStatus(), device.path("/tmp/connect.json.status"));
         QCOMPARE(Paths::program("route"), device.path("/usr/bin/route"));
         QCOMPARE(Paths::program("no-such-tool"), "no-such-tool");
         // Programs that our children start by their bare names are the device's too.
@@ -66,14 +47,6 @@ private slots:
             QCOMPARE(QString::fromUtf8(arrived.readAll()), QString("2|") + value);
             QVERIFY2(!QFile::exists(folder.filePath("made")), qPrintable(value));
         }
-    }
-
-    void leavesPlainWordsAsTheyAre()
-    {
-        for (const char *word : {"eth0", "10.0.0.255", "/var/lib/kt964/config.json", "a-b_c", "user@host:22"})
-            QCOMPARE(Commands::quoted(QLatin1String(word)), QLatin1String(word));
-        // An argument cannot hold a null character.
-        QCOMPARE(Commands::quoted(QString("a b") + QChar::Null + "c"), "'a bc'");
     }
 };
 

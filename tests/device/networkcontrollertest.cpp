@@ -14,7 +14,6 @@ namespace {
 const QString configTool = "kt-network-config";
 const QString answers = "/lab/answers/kt-network-config";
 
-using Command = std::function<void(NetworkController &)>;
 using Reply = NetworkController::Reply;
 using Question = void (NetworkController::*)(QObject *, const NetworkController::ReplyDone &);
 
@@ -83,10 +82,7 @@ private:
     NetworkController &m_network;
     QObject m_context;
 };
-
 } // namespace
-
-Q_DECLARE_METATYPE(Command)
 
 /// What the network tools are told, and how what they say is read.
 class NetworkControllerTest : public QObject
@@ -101,30 +97,6 @@ private slots:
     }
 
     void cleanup() { m_device.reset(); }
-
-    void runsOneCommandLine_data()
-    {
-        // One of each kind: with the document, without it, as root, and another tool.
-        const TestTable<Command, QStringList> table("command", "calls");
-        table.row("setNetworkConfig", &NetworkController::setNetworkConfig,
-                  {"kt-network-config set-config A ROOT/var/lib/kt964/config.json"});
-        table.row("connectWired", &NetworkController::connectWired, {"kt-network-config connect-ethernet A"});
-        table.row(
-            "disconnectWifi", [](NetworkController &network) { network.disconnectWifi(); },
-            {"sudo ROOT/usr/bin/kt-network-config disconnect-wifi A", "kt-network-config disconnect-wifi A"});
-        table.row("setRoutingTable", &NetworkController::setRoutingTable,
-                  {"sudo ROOT/usr/bin/kt-check-gateway", "kt-check-gateway"});
-    }
-
-    void runsOneCommandLine()
-    {
-        QFETCH(const Command, command);
-        QFETCH(QStringList, calls);
-        calls.replaceInStrings("ROOT", m_device->path(QString()));
-        NetworkController network;
-        command(network);
-        QTRY_COMPARE(m_device->calls(), calls);
-    }
 
     void readsABareWord_data()
     {
@@ -168,25 +140,6 @@ private slots:
         QCOMPARE(m_device->calls(), QStringList("kt-network-config is-wired-linked A"));
     }
 
-    void believesNothingOfAToolThatHangs()
-    {
-        m_device->setTool("/usr/bin/kt-network-config",
-                          R"(case $1 in
-                             is-*) echo true ;;
-                             get-wifi-list) echo '[{"ssid": "x"}]' ;;
-                             *) echo '{"values": {"status": "true", "ssid": "x", "ip address": "10.0.0.1"}}' ;;
-                             esac
-                             exec sleep 600)");
-        NetworkController network;
-        network.setQueryLimit(200);
-        Asker asker(network);
-        NetworkProperty property;
-        QCOMPARE(asker.reply(&NetworkController::CheckWiredPlugged), Reply());
-        QVERIFY(!asker.accessPoint(property) && property.essid().isEmpty());
-        QVERIFY(asker.interface("eth0", property) && property.ip().isEmpty());
-        QVERIFY(asker.scan().isEmpty());
-    }
-
     void readsTheAccessPoint()
     {
         NetworkController network;
@@ -208,7 +161,7 @@ private slots:
     void readsNothingFromABrokenTool_data()
     {
         const TestTable<QString> table("fault");
-        for (const char *fault : {"missing", "garbage", "crash", "exit 1", "flood"})
+        for (const char *fault : {"missing", "garbage", "crash", "flood", "hang"})
             table.row(fault, QString::fromLatin1(fault));
     }
 
@@ -222,6 +175,8 @@ private slots:
         m_device->write("/etc/resolv.conf", QByteArray());
         m_device->setTool("/usr/bin/route", "exit 1");
         NetworkController network;
+        if (fault == "hang")
+            network.setQueryLimit(200);
         Asker asker(network);
         NetworkProperty property;
         QCOMPARE(asker.reply(&NetworkController::isEthernetConnected), Reply());
@@ -283,20 +238,16 @@ private slots:
         item.advancedSecurity = "wpa2";
         item.userPassword = "it's";
         item.clientCertPassword = "last";
-        QVERIFY(!network.connectToWifi(item));
-        QTRY_COMPARE(ended.size(), 2);
         item.hidden = true;
         item.caCert = "/ca.pem";
         item.clientCert = "/me";
-        network.connectToWifi(item);
-        QTRY_COMPARE(ended.size(), 3);
+        QVERIFY(!network.connectToWifi(item));
+        QTRY_COMPARE(ended.size(), 2);
         const QString store = m_device->path("/var/lib/kt964/certificates/cacerts/ca.pem");
         QCOMPARE(m_device->calls(),
                  QStringList({"kt-check-wifi 'My; $(net)' '' 1",
-                              "kt-enterprise-wifi Staff nurse peap auto wpa2 0 '' .p12 'it'\\''s' last"})
-                     + QStringList(QString("kt-enterprise-wifi Staff nurse peap auto wpa2 1 %1 /me.p12 "
-                                           "'it'\\''s' last")
-                                       .arg(store)));
+                              "kt-enterprise-wifi Staff nurse peap auto wpa2 1 " + store
+                                  + " /me.p12 'it'\\''s' last"}));
     }
 
     void tellsOnceHowAJoinWent_data()
@@ -304,9 +255,7 @@ private slots:
         const TestTable<QByteArray, int> table("script", "result");
         table.row("missing", {}, 0);
         table.row("connected", "echo associating; echo connected", 2);
-        table.row("without line end", "printf connected", 2);
         table.row("last word counts", "echo connected; echo; echo incorrect key; echo other", 1);
-        table.row("certificate", "echo certificate verification failed", 3);
         table.row("no word", "echo Connected; echo ' connected'; echo connected >&2", 0);
         table.row("crash", "echo incorrect key; kill -SEGV $$", 1);
         table.row("flood", "head -c 3000000 /dev/zero; echo; echo connected", 2);

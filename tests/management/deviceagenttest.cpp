@@ -4,10 +4,8 @@
 #include "management/deviceagent.h"
 #include "management/devicestatus.h"
 
-#include "device/log.h"
 #include "lab-peers/qmdserver.h"
 #include "testdevice.h"
-#include "testtable.h"
 
 #include <QJsonDocument>
 #include <QNetworkInterface>
@@ -28,7 +26,6 @@ public:
     using DeviceAgent::DeviceAgent;
     int replies() { return manager().findChildren<QNetworkReply *>().size(); }
 };
-
 } // namespace
 
 /// The agent of a device of the test's own, and a server that it finds on the loopback interface.
@@ -52,17 +49,9 @@ private slots:
         m_device.reset();
     }
 
-    void checksInAndReports_data()
-    {
-        const TestTable<bool> table("encrypted");
-        table.row("https, self-signed", true);
-        table.row("http", false);
-    }
-
     void checksInAndReports()
     {
-        QFETCH(const bool, encrypted);
-        start(encrypted);
+        start(true);
         connectAgent();
         const QString mac = QNetworkInterface::interfaceFromName("eth0").hardwareAddress();
         QCOMPARE(QString::fromUtf8(m_server->body("checkin")),
@@ -77,34 +66,6 @@ private slots:
         QCoreApplication::sendEvent(m_agent.get(), &tick);
         QTRY_COMPARE(m_server->requests().value(2), "PUT heartbeat 200");
         QVERIFY(m_server->body("heartbeat").isEmpty());
-    }
-
-    void doesWhatTheServerSays()
-    {
-        start();
-        connectAgent();
-        const QSignalSpy merges(&m_agent->dispatcher(), &MessageDispatcher::mergeRemoteConfig);
-        const QSignalSpy resets(&m_agent->dispatcher(), &MessageDispatcher::ask_resetDevice);
-        const QmdSpool &spool = m_server->spool();
-        spool.add(serial, "body", R"({"data": {"heartbeats": "merge nothing"}})");
-        m_agent->heartbeat();
-        QTRY_VERIFY(sent("PUT heartbeat 200") && !m_agent->isBusy());
-        spool.add(serial, "actions",
-                  R"([{"action": "REBOOT"}, {"action": "GET_CONFIGURATION"}, {"action": "GET_PROFILE"}])");
-        spool.add(serial, "configuration", R"({"name": "pushed"})");
-        spool.add(serial, "profile", R"({"name": "profile"})");
-        m_agent->heartbeat();
-        QTRY_COMPARE(merges.size(), 2);
-        QCOMPARE(resets.size(), 1);
-        QStringList names;
-        for (const QList<QVariant> &merge : merges)
-            names += merge.first().toJsonObject().value("name").toString();
-        names.sort();
-        QCOMPARE(names, (QStringList{"profile", "pushed"}));
-        // The answer to an upload may hold a configuration too.
-        spool.add(serial, "body", R"({"data": {"name": "answer"}})");
-        m_agent->putConfiguration();
-        QTRY_COMPARE(merges.size(), 3);
     }
 
     void hasOneRequestOfAKindUnderWay()
@@ -151,38 +112,6 @@ private slots:
         m_server->setMode(QmdServer::Mode::Normal);
         QTRY_VERIFY(sent("PUT checkin 200") && !m_agent->isBusy());
         QVERIFY(!m_agent->isRepeating());
-    }
-
-    void connectsWhereSomethingHasChanged()
-    {
-        start();
-        QVERIFY(!m_agent->initConnection());
-        m_agent->setURL(QUrl("Unknown"));
-        QVERIFY(m_agent->initConnection()); // to nobody
-        m_agent->heartbeat();
-        QVERIFY(!m_agent->isBusy());
-        connectAgent();
-        m_agent->setURL(m_url);
-        m_agent->enableComunication(true);
-        QVERIFY(!m_agent->initConnection());
-
-        m_agent->enableComunication(false);
-        const quint64 before = Log::ring().since(0).entries.size();
-        QVERIFY(!m_agent->initConnection());
-        QCOMPARE(Log::ring().since(before).entries.value(0).text, "QMD module stopped");
-        const QStringList requests = m_server->requests();
-        m_agent->heartbeat();
-        m_agent->putConfiguration();
-        m_agent->getConfiguration();
-        m_agent->getProfile();
-        QVERIFY(!m_agent->isBusy());
-        QCOMPARE(m_server->requests(), requests);
-
-        m_agent->setConfiguration(QByteArray());
-        m_agent->enableComunication(true);
-        QVERIFY(m_agent->initConnection());
-        QTRY_VERIFY(sent("PUT checkin 200", 2) && !m_agent->isBusy());
-        QVERIFY(sent("PUT configuration 200"));
     }
 
 private:

@@ -3,16 +3,14 @@
 
 #include "management/restclient.h"
 
-#include "testcertificate.h"
 #include "testdevice.h"
 #include "testtable.h"
 
 #include <QSignalSpy>
-#include <QSslConfiguration>
 #include <QTcpServer>
 #include <QTcpSocket>
 
-/// What bounds a server: the length of a reply and the time it takes; and whom the device trusts.
+/// What bounds a server: the length of a reply.
 class RestClientTest : public QObject
 {
     Q_OBJECT
@@ -52,31 +50,6 @@ private slots:
         QCOMPARE(responses.size(), accepted ? 1 : 0);
         if (accepted)
             QCOMPARE(responses.first().first().toByteArray().size(), length);
-    }
-
-    void endsARequestThatIsNotAnswered()
-    {
-        QTcpServer server;
-        QVERIFY(server.listen(QHostAddress::LocalHost));
-        const TestDevice device;
-        RestClient client;
-        client.setReplyTime(100);
-        const QSignalSpy finished(client.GET(url(server)), &QNetworkReply::finished);
-        QTRY_COMPARE(finished.size(), 1);
-    }
-
-    void trustsTheDevicesCertificates()
-    {
-        const TestDevice device;
-        const TestCertificate pem("Pem"), der("Der");
-        const QString folder = "/var/lib/kt964/certificates/cacerts/";
-        device.write(folder + "a.pem", pem.pem());
-        device.write(folder + "b.der", der.der());
-        device.write(folder + "c.pem", "rubbish");
-        const RestClient client;
-        const QList<QSslCertificate> trusted = QSslConfiguration::defaultConfiguration().caCertificates();
-        QCOMPARE(trusted,
-                 QSslCertificate::fromData(pem.pem()) + QSslCertificate::fromData(der.der(), QSsl::Der));
     }
 
 private:

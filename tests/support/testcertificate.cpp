@@ -23,7 +23,6 @@ QByteArray written(const Write &write)
     BIO_free_all(out);
     return bytes;
 }
-
 } // namespace
 
 struct TestCertificate::Parts
@@ -75,11 +74,6 @@ QByteArray TestCertificate::der() const
 QByteArray TestCertificate::pem() const
 {
     return written([this](BIO *out) { return PEM_write_bio_X509(out, m_parts->certificate); });
-}
-
-QByteArray TestCertificate::keyDer() const
-{
-    return written([this](BIO *out) { return i2d_PrivateKey_bio(out, m_parts->key); });
 }
 
 QByteArray TestCertificate::keyPem() const

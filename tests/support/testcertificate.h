@@ -20,7 +20,6 @@ public:
 
     QByteArray der() const;
     QByteArray pem() const;
-    QByteArray keyDer() const;
     QByteArray keyPem() const;
 
     struct Pkcs12
