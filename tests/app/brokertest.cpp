@@ -98,7 +98,6 @@ private slots:
         table.row("nobody there", "brokerAddressLineEdit", "127.0.0.1:1",
                   "SOLVA Connection Broker error: Connection refused");
         table.row("no broker", "brokerAddressLineEdit", " ", "The address of the broker is missing.");
-        table.row("no user", "solvaUserLineEdit", " ", "The user name is missing.");
     }
 
     void saysWhyALogonFails()
@@ -155,7 +154,6 @@ private slots:
         ward.click("logoutSolvaButton");
         QCOMPARE(ward.page(), int(SettingsApp::LauncherPage));
         QCOMPARE(ward.list()->model()->rowCount(), 0);
-        QVERIFY(ward.part<QWidget>("loginSolvaButton")->isVisible());
         ward.click("connectSolvaButton");
         QVERIFY(!ward.window->session().isRunning());
     }
@@ -212,7 +210,6 @@ private slots:
     {
         const TestTable<QByteArray, int> table("button", "page");
         table.row("for the settings", "settingsButton", SettingsApp::SettingsPage);
-        table.row("for another mode", "rdpClientButton", SettingsApp::LauncherPage);
         table.row("signing out", "logoutSolvaButton", SettingsApp::LauncherPage);
     }
 
@@ -261,38 +258,6 @@ private slots:
         QVERIFY(ward.ended->wait());
         QCOMPARE(ward.calls(), ward.call("Ward 3"));
         QCOMPARE(ward.requests().size(), requests);
-    }
-
-    void aClientMayBeMissing()
-    {
-        Ward ward;
-        ward.device.removeTool(solvaClient);
-        const DialogAnswer answer(true);
-        QVERIFY(ward.signIn());
-        ward.click("connectSolvaButton");
-        QVERIFY(ward.ended->wait());
-        QCOMPARE(answer.messages, QStringList{"The program that shows the desktop could not be started."});
-        QVERIFY(ward.window->isVisible() && !ward.waits());
-        QCOMPARE(ward.page(), int(SettingsApp::DesktopsPage));
-    }
-
-    void keepsAHistory()
-    {
-        QJsonArray known;
-        for (int number = 0; number < 10; ++number)
-            known += QString("10.0.0.%1").arg(number);
-        Ward ward({{solva + QStringList{Key::allowCustomBrokers}, true},
-                   {{Key::mainWindow, Key::solvaBrokerHistory}, known}});
-        ward.part<QComboBox>("brokerAddressComboBox")->setEditText(ward.address());
-        for (int logon = 0; logon < 2; ++logon) {
-            QVERIFY(ward.signIn());
-            ward.click("logoutSolvaButton");
-        }
-        known.removeLast();
-        known.prepend(ward.address());
-        QCOMPARE(ward.device.stored({Key::mainWindow, Key::solvaBrokerHistory}).toArray(), known);
-        QCOMPARE(ward.part<QComboBox>("brokerAddressComboBox")->count(), 10);
-        QCOMPARE(ward.part<QComboBox>("brokerAddressComboBox")->currentText(), ward.address());
     }
 };
 

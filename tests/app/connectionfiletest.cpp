@@ -44,25 +44,11 @@ private slots:
         QCOMPARE(ConnectionFile::describe(session, json(document)), json(description));
     }
 
-    void describesASecondDisplayWithoutSettings()
-    {
-        ConnectionFile::Session session;
-        session.secondaryAtLeft = 1;
-        const QJsonValue client = ConnectionFile::describe(session, {}).value("zClient");
-        QCOMPARE(client["desktop"]["secondary"].toObject(),
-                 json(R"({"width": 0, "height": 0, "at_left": 1, "bottom_aligned": 0})"));
-        QCOMPARE(client["server"].toObject(),
-                 json(R"({"address": "", "cmd": "", "path": "", "domain": "", "user": "", "password": "",
-                          "start_app": false, "auto_logon": false})"));
-    }
-
     void writesTheProxyAsAUrl_data()
     {
         const TestTable<bool, QString, QString, QString, QString> table("enabled", "address", "user",
                                                                         "password", "url");
         table.row("disabled", false, "proxy", "u", "", "\"\"");
-        table.row("host", true, "proxy", "", "", "http://proxy:8080");
-        table.row("user", true, "10.0.0.1", "u", "", "http://u@10.0.0.1:8080");
         table.row("password", true, "proxy", "u", "p", "http://u:p@proxy:8080");
         table.row("password alone", true, "proxy", "", "p", "http://proxy:8080");
         table.row("reserved", true, "proxy", "a:@b/c", "%41?#ż",

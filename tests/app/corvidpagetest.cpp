@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "launcher/corvidpage.h"
-#include "launcher/rdppage.h"
 #include "app/resources.h"
 #include "config/keys.h"
 #include "parts.h"
@@ -56,69 +55,6 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(m_page.get()));
     }
 
-    void framesTheChosenRow()
-    {
-        m_page->setGroups(groups(40));
-        groupView()->setFocus(); // takes two pixels of height
-        const struct
-        {
-            int chosen, scrolled, top; ///< -1 while the row is out of sight
-        } cases[] = {{0, 0, 46}, {13, 0, 358}, {14, 0, -1}, {14, 10, 142}, {14, 14, 46}, {14, 15, -1}};
-        for (const auto &now : cases) {
-            groupView()->setCurrentIndex(row(now.chosen));
-            QTRY_VERIFY(groupView()->verticalScrollBar()->maximum() > now.scrolled);
-            groupView()->verticalScrollBar()->setValue(now.scrolled);
-            QCOMPARE(frame()->isVisible() ? frame()->y() : -1, now.top);
-        }
-    }
-
-    void framesNothingElse()
-    {
-        m_page->setGroups({});
-        QTest::mouseClick(groupView()->viewport(), Qt::LeftButton, {},
-                          groupView()->visualRect(row(0)).center());
-        QVERIFY(!frame()->isVisible());
-        QCOMPARE(target(), QString());
-
-        m_page->setGroups(groups(3));
-        groupView()->expand(row(0));
-        groupView()->setCurrentIndex(row(1));
-        QCOMPARE(frame()->y(), 46 + 3 * 24);
-        groupView()->setCurrentIndex(row(0, 1));
-        QCOMPARE(target(), "server 2");
-        groupView()->collapse(row(0));
-        QCOMPARE(target(), "0");
-        QCOMPARE(frame()->y(), 46);
-        m_page->setServerList({});
-        foundView()->setFocus(Qt::TabFocusReason);
-        QCOMPARE(target(), "0");
-        m_page->setGroups({});
-        QVERIFY(!frame()->isVisible());
-        QCOMPARE(target(), QString());
-    }
-
-    void choosesOneRowOfBothLists()
-    {
-        m_page->setGroups(groups(2));
-        m_page->setServerList(found({"a", "b"}));
-        QCOMPARE(target(), "a");
-        groupView()->setFocus(Qt::TabFocusReason);
-        QCOMPARE(target(), "a");
-        QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
-        QCOMPARE(target(), "0");
-        QTest::keyClick(m_page->focusWidget(), Qt::Key_Right);
-        QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
-        QCOMPARE(target(), "server 1");
-        QTest::keyClick(m_page->focusWidget(), Qt::Key_Tab);
-        QCOMPARE(m_page->focusWidget(), foundView());
-        QCOMPARE(target(), "server 1");
-        QTest::keyClick(m_page->focusWidget(), Qt::Key_Down);
-        QCOMPARE(target(), "a");
-        QVERIFY(!frame()->isVisible());
-        m_page->setAutoDetectedShown(false);
-        QCOMPARE(target(), QString());
-    }
-
     void keepsTheChoiceWhenGroupsAreReadAnew()
     {
         m_page->setGroups(groups(3));
@@ -130,7 +66,6 @@ private slots:
         m_page->setGroups(more);
         QCOMPARE(m_page->target()->address, "10.0.0.2");
         QVERIFY(groupView()->isExpanded(row(2)) && !groupView()->isExpanded(row(1)));
-        QCOMPARE(frame()->y(), 46 + 4 * 24);
         m_page->setGroups(groups(1));
         QCOMPARE(target(), QString());
         QVERIFY(!changes.isEmpty());
@@ -162,41 +97,9 @@ private slots:
         QCOMPARE(foundView()->model()->rowCount(), 2);
     }
 
-    void followsTheStoredRdpServer()
-    {
-        RdpPage page;
-        page.setServer("old", true);
-        page.setServer("new", true);
-        QCOMPARE(page.target()->address, "new");
-        part<QLineEdit>(page, "rdpAddressLineEdit")->setText("typed");
-        page.setServer("newer", true);
-        QCOMPARE(page.target()->address, "typed");
-    }
-
-    void takesTheAddressAsTyped()
-    {
-        m_page->setHistory({"10.0.0.21"});
-        press(*m_page, "manuallyDesktopButton");
-        QCOMPARE(m_page->focusWidget()->objectName(), "manualServerComboBox");
-        QCOMPARE(target(), "10.0.0.21");
-        auto *box = part<QComboBox>(*m_page, "manualServerComboBox");
-        box->clearEditText();
-        QVERIFY(!m_page->target());
-        QTest::keyClicks(box, "10.0.0.2");
-        QCOMPARE(target(), "10.0.0.2");
-        m_page->setHistory({"10.0.0.3", "10.0.0.21"});
-        QCOMPARE(target(), "10.0.0.2");
-        m_page->setManualEntryAllowed(false);
-        QVERIFY(!m_page->target());
-        m_page->setManualEntryAllowed(true);
-        m_page->setSelection(QString());
-        QVERIFY(!m_page->manualEntryShown());
-    }
-
 private:
     QTreeView *groupView() const { return part<QTreeView>(*m_page, "groupServerTreeView"); }
     QTreeView *foundView() const { return part<QTreeView>(*m_page, "detectedView"); }
-    QFrame *frame() const { return part<QFrame>(*m_page, "greenFrame"); }
     QModelIndex row(int number, int child = -1) const
     {
         const QModelIndex top = groupView()->model()->index(number, 0);

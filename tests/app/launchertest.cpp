@@ -89,7 +89,6 @@ private slots:
         const QStringList quiet;
         const QString marked = R"({"status": 6, "log": [":<FAIL>"]})";
         table.row("first lets in", {success}, "1", quiet, numbered(1, 1));
-        table.row("second lets in", {failure, success}, "1 2", quiet, numbered(2, 2));
         table.row("third lets in", {explained, failure, success}, "1 2 3", quiet, numbered(3, 3));
         table.row("none lets in", {explained, failure, failure}, "1 2 3", error, {});
         table.row("the last explains", {failure, failure, explained}, "1 2 3", quiet, {});
@@ -138,36 +137,6 @@ private slots:
         QCOMPARE(launcher.history(), QJsonArray());
     }
 
-    void refusesAnEmptyGroup()
-    {
-        Launcher launcher({{{groups}, oneGroup("%1<i>", {})}});
-        choose(launcher, "groupServerTreeView", 0);
-        const DialogAnswer answer(true);
-        launcher.click("connectButton");
-        QCOMPARE(answer.messages, QStringList{"Group %1<i> is empty. Connection aborted!"});
-        QVERIFY(!launcher.window->session().isRunning());
-        QVERIFY(launcher.window->isVisible());
-    }
-
-    void makesWayForASession()
-    {
-        Launcher launcher;
-        chooseManually(launcher, "10.0.0.1");
-        launcher.tellClient({"hold"});
-        launcher.click("connectButton");
-        QTRY_COMPARE(launcher.runs(), 1);
-        QVERIFY(!launcher.window->isVisible());
-        QVERIFY(Launcher::connectingBox()->isVisible());
-        QVERIFY(launcher.program->updateModule().ifSessionConnected());
-
-        launcher.click("connectButton");
-        launcher.letGo();
-        QTRY_COMPARE(launcher.ended->count(), 1);
-        QVERIFY(!Launcher::connectingBox()->isVisible());
-        QCOMPARE(launcher.runs(), 1);
-        QVERIFY(launcher.window->isVisible());
-    }
-
     void groupsMayChangeDuringASession()
     {
         Launcher launcher({{{groups}, oneGroup("Office", {"10.0.0.1", "10.0.0.2"})}});
@@ -205,7 +174,6 @@ private slots:
         const TestTable<QJsonArray, QJsonArray> table("before", "after");
         QJsonArray nine = numbered(2, 10);
         nine.prepend("10.0.0.1");
-        table.row("first", {}, numbered(1, 1));
         table.row("eleventh", numbered(2, 11), nine);
         table.row("known", {"a", "10.0.0.1"}, {"a", "10.0.0.1"});
         table.row("known among too many", numbered(0, 11), numbered(0, 10));
@@ -226,57 +194,6 @@ private slots:
             offered += box->itemText(row);
         QCOMPARE(offered, after);
         QCOMPARE(launcher.device.stored({Key::mainWindow, Key::selection}).toString(), "manual address");
-    }
-
-    void enterConnects_data()
-    {
-        const TestTable<QByteArray, int, bool> table("from", "key", "connects");
-        table.row("list", "groupServerTreeView", Qt::Key_Return, true);
-        table.row("Connect", "connectButton", Qt::Key_Enter, true);
-        table.row("another button", "refreshServersButton", Qt::Key_Return, false);
-        table.row("above the launcher", "rdpClientButton", Qt::Key_Return, false);
-    }
-
-    void enterConnects()
-    {
-        QFETCH(QByteArray, from);
-        QFETCH(int, key);
-        QFETCH(bool, connects);
-        Launcher launcher({{{groups}, oneGroup("Office", {"10.0.0.1"})}});
-        QVERIFY(QTest::qWaitForWindowActive(launcher.window));
-        launcher.tellClient({success});
-        launcher.part<QWidget>("groupServerTreeView")->setFocus(Qt::TabFocusReason);
-        QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Down);
-        // Through the other list, as Tab leads; what is chosen stays chosen.
-        launcher.part<QWidget>("detectedView")->setFocus(Qt::TabFocusReason);
-        launcher.part<QWidget>(from)->setFocus(Qt::TabFocusReason);
-        const QSignalSpy pressed(launcher.part<QAbstractButton>("rdpClientButton"),
-                                 &QAbstractButton::clicked);
-        QTest::keyClick(launcher.window->focusWidget(), Qt::Key(key));
-        QCOMPARE(launcher.window->session().isRunning(), connects);
-        QCOMPARE(pressed.count(), from == "rdpClientButton" ? 1 : 0);
-        if (connects)
-            QVERIFY(launcher.ended->wait());
-        QCOMPARE(launcher.runs(), connects ? 1 : 0);
-    }
-
-    void enterChoosesFromTheOpenHistory()
-    {
-        Launcher launcher({{{Key::mainWindow, Key::manualServerHistory}, numbered(1, 3)}});
-        QVERIFY(QTest::qWaitForWindowActive(launcher.window));
-        launcher.click("manuallyDesktopButton");
-        auto *box = launcher.part<QComboBox>("manualServerComboBox");
-        box->showPopup();
-        QTRY_VERIFY(QApplication::activePopupWidget());
-        QTest::keyClick(box->view(), Qt::Key_Down);
-        QTest::keyClick(box->view(), Qt::Key_Return);
-        QCOMPARE(box->currentText(), "10.0.0.2");
-        QVERIFY(!launcher.window->session().isRunning());
-        launcher.tellClient({success});
-        QTRY_VERIFY(!QApplication::activePopupWidget());
-        QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);
-        QVERIFY(launcher.ended->wait());
-        QCOMPARE(launcher.addresses(), QStringList{"10.0.0.2"});
     }
 };
 

@@ -45,13 +45,10 @@ private slots:
         const QStringList toServer{"autoConnectCheckBox", "autoConnectServerRadioButton"};
         const QString address = "autoConnectServerAddressLineEdit";
         const QString broker = "brokerAddressLineEdit";
-        table.row("no server", toServer, address, "  ", "needs the address of a server");
         table.row("blanks in the server", toServer, address, "a b", "blanks: a b");
-        table.row("blanks in a server not used", {}, address, "a\tb", "blanks: a\tb");
         table.row("no group", {"autoConnectCheckBox"}, address, "", "needs a group");
         table.row("no broker", {"autoLogonCheckBox"}, broker, " ", "SOLVA broker");
         table.row("blanks in the broker", {}, broker, "a b", "blanks: a b");
-        table.row("blanks in the RDP server", {}, "rdpServerAddressLineEdit", "a\nb", "blanks: a\nb");
     }
 
     void refusesAndSavesNothing()

@@ -3,7 +3,6 @@
 
 #include "parts.h"
 #include "testtable.h"
-#include "widgets/connectiondialog.h"
 #include "widgets/generaldialog.h"
 
 #include <QtTest>
@@ -19,7 +18,6 @@ private slots:
     {
         const TestTable<QString> table("text");
         table.row("one word of wide letters", QString(10000, 'W'));
-        table.row("many words", QString("word ").repeated(2000));
         table.row("many lines", QString("a\n").repeated(300));
         table.row("many line separators", QString(300, QChar::LineSeparator));
     }
@@ -52,26 +50,6 @@ private slots:
         QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(dialog.getInput(), "name");
-    }
-
-    void connectingNamesItsServerAndCannotBeDismissed()
-    {
-        ConnectionDialog dialog;
-        dialog.show();
-        QVERIFY(part(dialog, "firstLabel")->isVisible() && !part(dialog, "addressLabel")->isVisible());
-        dialog.setAddress(QString(10000, 'x'));
-        QVERIFY(!part(dialog, "firstLabel")->isVisible() && part(dialog, "addressLabel")->isVisible());
-        QVERIFY(dialog.sizeHint().width() < 640);
-        dialog.setAddress("<b>10.0.0.1</b>");
-        QCOMPARE(part<QLabel>(dialog, "addressLabel")->text(), "<b>10.0.0.1</b>");
-        QCOMPARE(part<QLabel>(dialog, "addressLabel")->textFormat(), Qt::PlainText);
-        dialog.setStatus("Trying the next one", false);
-        QVERIFY(part(dialog, "statusLabel")->isVisible() && !part(dialog, "statusWidget")->isVisible());
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        dialog.close();
-        QVERIFY(dialog.isVisible());
-        dialog.hide();
-        QVERIFY(!dialog.isVisible());
     }
 };
 
