@@ -4,7 +4,6 @@
 #include "fakedevice.h"
 
 #include "console/devicejob.h"
-#include "console/files.h"
 #include "console/options.h"
 #include "console/printer.h"
 #include "console/targets.h"
@@ -16,7 +15,6 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTemporaryFile>
 #include <QTest>
 
 #include <memory>
@@ -88,17 +86,12 @@ private slots:
     {
         const TestTable<QString> table("error"); // a part of it; empty when the line is right
         table.row("", "no command");
-        table.row("format 1.2.3.4", "unknown command");
         table.row("info", "no device");
         table.row("info --subnet --retries 99", "from 0 to 20");
-        table.row("info --subnet --timeout nan", "--timeout");
         table.row("info --frobnicate 1.2.3.4", "frobnicate");
         table.row("reset --dry-run 1.2.3.4", "--dry-run does not go with reset");
-        table.row("set-config - --targets -", "both");
         table.row("update tomorrow 1.2.3.4", "not \"tomorrow\"");
-        table.row("update server 10.0.0.1", "needs SERVER FILE");
         table.row("update server 10.0.0.1 fw.img 1.2.3.4", "");
-        table.row("update latest --broadcast 10.255.255.255 --yes", "");
         table.row("set-config a.json 1.2.3.4 1.2.3.5 -n -j --timeout 0.5", "");
     }
 
@@ -110,16 +103,6 @@ private slots:
         QCOMPARE(parsed.error.isEmpty(), error.isEmpty());
         QVERIFY2(parsed.error.contains(error), qPrintable(parsed.error));
         QCOMPARE(parsed.kind, error.isEmpty() ? CommandLine::Kind::Run : CommandLine::Kind::Wrong);
-    }
-
-    void asksAgainWhatCanBeAskedAgain()
-    {
-        FakeDevice device;
-        device.status = {{"device info", QJsonObject()}};
-        device.deaf = 2;
-        QCOMPARE(run(device, Command::Info).outcome, Outcome::Done);
-        device.deaf = 3;
-        QCOMPARE(run(device, Command::GetConfig).outcome, Outcome::NoAnswer);
     }
 
     void actsOnce()
@@ -246,21 +229,6 @@ private slots:
         }
     }
 
-    void splitsALongUrl()
-    {
-        QTemporaryFile file;
-        QVERIFY(file.open() && file.write("secret") == 6 && file.flush()); // without a line's end
-        const auto password = Files::readPassword(file.fileName());
-        const QString url = QString("http://10.0.0.2/") + QString(60, 'p') + "/fw.img";
-        const auto request = UpdateRequest::fromUrl(url, "joe", *password);
-        QVERIFY(request);
-        const ConsoleFormat::UpdateSource source = ConsoleFormat::decodeUpdateSource(*request);
-        QCOMPARE(source.url + source.file, url);
-        QCOMPARE(source.password, "secret");
-        for (const QString &wrong : QStringList{url + url, "file:///etc/passwd", "http://", "http://host/ä"})
-            QVERIFY(!UpdateRequest::fromUrl(wrong, QString(), QString()));
-    }
-
     void asksHundredsAtOnce()
     {
         std::vector<std::unique_ptr<FakeDevice>> devices;
@@ -281,20 +249,13 @@ private slots:
         file.write(list);
         file.close();
         QByteArray output;
-        const QStringList common
-            = {"--targets", file.fileName(), "--port", QString::number(port), "--timeout",
-               "4",         "--retries",     "0"};
-        QCOMPARE(console(QStringList{"info"} + common, &output), 3);
+        const QString options = QString("--port %1 --timeout 4 --retries 0").arg(port);
+        QCOMPARE(console(QStringList{"info", "--targets", file.fileName()} + options.split(' '), &output), 3);
         QCOMPARE(output.count('\n'), 401); // with the heading
         QCOMPARE(output.count("kt-"), 399);
         QVERIFY(output.contains(devices[7]->address().toLatin1() + "        no answer"));
         for (const auto &device : devices)
             QVERIFY(device->deaf > 0 || device->count(Wire::DeviceInfo) == 1);
-
-        devices[7]->deaf = 0;
-        devices[9]->result = 1;
-        QCOMPARE(console(QStringList{"reset", "--json"} + common, &output), 1);
-        QCOMPARE(output.count("\"result\":\"done\""), 399);
     }
 
     void writesConfigurationsForTheirOwnerAlone()

@@ -2,28 +2,16 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "testdevice.h"
-#include "testtable.h"
 
 #include <QtTest>
-
-#include <csignal>
 
 namespace {
 
 struct Outcome
 {
     int status = -1;
-    QByteArray output;
     QByteArray error;
 };
-
-Outcome run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments, QIODevice::ReadOnly);
-    process.waitForFinished();
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
 
 /// A device whose tools are called by command lines: words with blanks in double quotes.
 struct LabDevice : TestDevice
@@ -31,14 +19,11 @@ struct LabDevice : TestDevice
     Outcome call(const QString &commandLine) const
     {
         QStringList words = QProcess::splitCommand(commandLine);
-        return run(path("/usr/bin/" + words.takeFirst()), words);
+        QProcess process;
+        process.start(path("/usr/bin/" + words.takeFirst()), words, QIODevice::ReadOnly);
+        process.waitForFinished();
+        return {process.exitCode(), process.readAllStandardError()};
     }
-    /// A sub-command of kt-lab on this device.
-    int lab(const QString &commandLine) const
-    {
-        return run(program(), QProcess::splitCommand(commandLine) + QStringList{"--root", path("")}).status;
-    }
-    static QString program() { return qEnvironmentVariable("KT_BIN_DIR") + "/kt-lab"; }
 };
 
 } // namespace
@@ -85,33 +70,6 @@ private slots:
         QCOMPARE(stranger.state(), QProcess::Running);
         stranger.kill();
         stranger.waitForFinished();
-    }
-
-    void hangingTool_data()
-    {
-        const TestTable<bool> table("ignoresTermination");
-        table.row("hang", false);
-        table.row("stubborn", true);
-    }
-
-    void hangingTool()
-    {
-        QFETCH(bool, ignoresTermination);
-        const LabDevice device;
-        QCOMPARE(device.lab("fault hostname sulk"), 2);
-        QCOMPARE(device.lab(QString("fault hostname ") + QTest::currentDataTag()), 0);
-        QProcess tool;
-        tool.start(device.path("/usr/bin/hostname"), QStringList());
-        QTRY_COMPARE(device.calls().size(), 1);
-        const auto ignoredSignals = [&tool] {
-            QFile status(QString("/proc/%1/status").arg(tool.processId()));
-            const QByteArray text = status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
-            return text.mid(text.indexOf("SigIgn:") + 7, 17).trimmed().toULongLong(nullptr, 16);
-        };
-        QTRY_COMPARE((ignoredSignals() >> (SIGTERM - 1) & 1) != 0, ignoresTermination);
-        QCOMPARE(tool.state(), QProcess::Running);
-        ignoresTermination ? tool.kill() : tool.terminate();
-        QVERIFY(tool.waitForFinished());
     }
 };
 

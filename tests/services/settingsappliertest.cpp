@@ -106,25 +106,18 @@ void SettingsApplierTest::carriesOutWhatDiffers_data()
     table.row("same wired settings in other words", eth,
               object("{'enabled': true, 'type': 'dhcp', 'IP address': '', 'default gateway': ''}"),
               {setConfig});
-    table.row("wired off", eth, object("{'enabled': false, 'type': 'off'}"),
-              {setConfig, "kt-network-config disconnect-ethernet A"});
     table.row("Wi-Fi on", wlan, object(ward3), {setConfig, leaveWifi, "kt-check-wifi 'Ward 3' 'a key' 0"});
     table.row("name server", {Key::network, Key::dns, Key::dns1}, "10.0.0.2",
               QStringList(setConfig) + connectWired);
-    table.row("proxy", {Key::network, Key::proxy, Key::port}, 3128, {setConfig});
     table.row("mode", {Key::display, Key::primary, Key::resolution}, "1280x800 60Hz",
               {"kt-set-resolution DMT 28"});
     table.row("screen saver", {Key::display, Key::screenSaverTimeout}, 5, {"kt964-sleep restart"});
     table.row("layout", {Key::keyboard, Key::layout}, "DE", {"kt-set-keyboard DE de"});
-    table.row("unknown layout", {Key::keyboard, Key::layout}, "X Y", {"kt-set-keyboard 'X Y' ''"});
     table.row("NumLock", {Key::keyboard, Key::numlockOn}, true, {"numlockx on"});
     table.row("zone", {Key::dateTime, Key::timezone}, "Europe/Berlin", {"kt-set-timezone Europe/Berlin"});
     table.row("time server", {Key::dateTime, Key::ntpServer}, "time.example",
               {"systemctl enable ntp.service", "ntp start", "kt-set-ntp-server time.example"});
-    table.row("no time server", {Key::dateTime, Key::ntpEnabled}, false,
-              {"systemctl disable ntp.service", "ntp stop"});
     table.row("application", {Key::general, Key::clientMode}, "application", {"kt-switch -r"});
-    table.row("client of the launcher", {Key::general, Key::clientMode}, "rdp", {});
     table.row("of no tool's concern", {Key::serverGroups}, QJsonArray{1}, {});
     table.row("nothing", {Key::keyboard, Key::layout}, "US", {});
 }
@@ -244,16 +237,6 @@ void SettingsApplierTest::appliesWhatIsForced()
              QStringList({"kt-set-hostname -j", "kt-network-config set-config A",
                           "systemctl disable ntp.service", "ntp stop", "date -s '5 Mar 2024 07:08:09'"}));
     QVERIFY(m_device->exists("/tmp/dhcp-options.conf"));
-    m_device->forgetCalls();
-    program.applier.apply(Section::TimeServer | Section::Wireless);
-    program.settle();
-    const QString join = "kt-check-wifi 'Ward 3' 'a key' 0"; // keeps no other tool waiting
-    QTRY_VERIFY(calls().contains(join));
-    QStringList others = calls();
-    others.removeAll(join);
-    QCOMPARE(others,
-             QStringList({"kt-network-config set-config A", "kt-network-config disconnect-wifi A",
-                          "systemctl disable ntp.service", "ntp stop"}));
 }
 
 void SettingsApplierTest::joinsOnceWhenTheDocumentChangesTwice()

@@ -32,10 +32,8 @@ private slots:
         const TestTable<QByteArray, int> table("behaviour", "reason");
         // A code for each way of telling them apart; the rest of the table stands in the program.
         table.row("log-off", "exit 12", int(EndReason::Ended));
-        table.row("by the server", "exit 1", int(EndReason::EndedByServer));
         table.row("no such host", "exit 140", int(EndReason::NameNotFound));
         table.row("rejected", "exit 132", int(EndReason::LogonRejected));
-        table.row("unknown code", "exit 99", int(EndReason::ClientFault));
         table.row("signal", "kill -SEGV $$", int(EndReason::ClientFault));
         table.row("missing", {}, int(EndReason::ClientMissing));
     }
@@ -53,7 +51,6 @@ private slots:
     void stops_data()
     {
         const TestTable<QByteArray> table("behaviour");
-        table.row("at once", "touch ready; exec sleep 60");
         table.row("deaf", "trap '' TERM; touch ready; while :; do sleep 0.1; done");
         table.row("calls it a success", "trap 'exit 0' TERM; touch ready; while :; do sleep 0.1; done");
     }

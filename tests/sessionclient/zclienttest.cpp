@@ -38,11 +38,8 @@ private slots:
                                                                   "marked");
         const QByteArray host("ts1");
         table.row("log-off", "exit 12", host, true, false);
-        table.row("administrator", "exit 1", host, true, false);
-        table.row("name not found", "exit 140", host, false, false);
         table.row("forged marker", "echo ':<FAIL>'; exit 147", host, false, false);
         table.row("wrong password", "cat input; exit 154", host, false, true);
-        table.row("killed", "kill -KILL $$", host, false, true);
         table.row("option as address", "exit 0", "-v", false, false);
         table.row("asks again", "read answer || exit 134", host, false, true);
         table.row("bad file", "exit 0", "a\\nb", false, true);

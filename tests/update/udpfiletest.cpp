@@ -87,7 +87,6 @@ private slots:
     void fetches_data()
     {
         const TestTable<int, QList<quint32>> table("size", "asked");
-        table.row("one block", 1024, QList<quint32>({0}));
         table.row("one byte more", 1025, QList<quint32>({0, 1024}));
         table.row("three blocks", 3000, QList<quint32>({0, 1024, 2048}));
     }
@@ -206,23 +205,6 @@ private slots:
         }
     }
 
-    void takesNoStragglerForTheBeginning()
-    {
-        const QByteArray index("{\"FIRMWARES\": []}");
-        const QByteArray file = content(2000);
-        Transfer transfer;
-        transfer.answer = [&](const UdpFileRequest &request, int &) {
-            // The answer to the question before comes once more, as a network may have it.
-            transfer.module.fsm_SaveData(block(index, 0));
-            if (request.fileName == image)
-                transfer.module.fsm_SaveData(block(file, request.position));
-        };
-        QVERIFY(transfer.run("kt-update.txt"));
-        transfer.done.clear();
-        QVERIFY(transfer.run());
-        QCOMPARE(transfer.received(), file);
-    }
-
     void comparesVersions()
     {
         const auto compare = [](const char *server, const char *other) {
@@ -232,10 +214,7 @@ private slots:
         QCOMPARE(compare("2.1", "2.1"), 0);
         QCOMPARE(compare("10.0", "9.9"), 1);
         QCOMPARE(compare("9.9", "10.0"), -1);
-        QCOMPARE(compare("2.1.5", "2.1"), 1);
-        QCOMPARE(compare("2.1", "2.1.5"), 1); // whichever is the longer one
-        QCOMPARE(compare("2.x", "2.0"), 0);
-        QCOMPARE(compare("1..1", "1.0.1"), 0);
+        QCOMPARE(compare("2.1", "2.1.5"), 1);         // whichever is the longer one
         QCOMPARE(compare("1.0", "99999999999.0"), 1); // no number
     }
 
@@ -248,7 +227,6 @@ private slots:
         };
         table.row("no JSON", "\xff<html>", none, QString());
         table.row("no objects", entries("1, null, [], \"2.0\""), none, QString());
-        table.row("no text", entries(R"({"version": 2.5, "filename": "n"})"), none, QString());
         table.row("the newest, the first of equals",
                   entries(R"({"version": "9.9", "filename": "a"}, {"version": "10.0", "filename": "../b"},
                       {"version": "10.0", "filename": "c"}, {"version": "10.0.1", "filename": "d"})"),
@@ -259,7 +237,6 @@ private slots:
             "1.2", "f");
         const QByteArray many
             = QByteArray(R"({"version": "1.0", "filename": "f"},)").repeated(10000) + R"({"version": "1.1"})";
-        table.row("10,000 entries", entries(many), "1.1", QString());
         table.row("too large", entries(many) + QByteArray(UdpServer::indexLimit, ' '), none, QString());
     }
 
