@@ -6,7 +6,7 @@
 
 #include <QtTest>
 
-/// Which hosts are reached through the proxy, and which without it.
+/// Which hosts are local, and so may be reached without the proxy.
 class ApplicationProxyTest : public QObject
 {
     Q_OBJECT
@@ -34,28 +34,6 @@ private slots:
         QTEST(ApplicationProxy::isLocal(QString(QTest::currentDataTag()),
                                         {entry("10.77.0.10", 22), entry("fd00:1::2", 64)}),
               "local");
-    }
-
-    void leavesLocalHostsToTheDirectWay()
-    {
-        QJsonObject settings{{"enabled", true}, {"address", "proxy.example"}, {"port", 3128}};
-        const QNetworkProxy proxy = ApplicationProxy::fromSettings(settings);
-        const QNetworkProxy none(QNetworkProxy::NoProxy);
-        const auto to = [](const char *url) {
-            return QNetworkProxyFactory::proxyForQuery(QNetworkProxyQuery(QUrl(url))).constFirst();
-        };
-        for (const bool direct : {false, true, false}) {
-            settings.insert("no proxy for LAN", direct);
-            QVERIFY(ApplicationProxy::install(settings));
-            QVERIFY(!ApplicationProxy::install(settings)); // nothing new
-            QCOMPARE(QNetworkProxy::applicationProxy(), proxy);
-            QCOMPARE(to("https://broker/"), direct ? none : proxy);
-            QCOMPARE(to("https://203.0.113.1/"), proxy);
-            QCOMPARE(ApplicationProxy::goesDirect("broker"), direct);
-        }
-        settings = {{"enabled", false}, {"no proxy for LAN", true}};
-        QVERIFY(ApplicationProxy::install(settings));
-        QCOMPARE(to("https://203.0.113.1/"), none);
     }
 };
 

