@@ -6,6 +6,7 @@
 #include "launcher/autoconnectpage.h"
 #include "launcher/solvadesktopspage.h"
 #include "launcher/solvapage.h"
+#include "launcher/windowsettings.h"
 #include "services/sessionservice.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
@@ -145,7 +146,9 @@ void BrokerLauncher::solvaReply(const QString &reply)
         emit failed(tr("SOLVA Connection Broker error: ") + text);
         return;
     }
-    emit brokerUsed(m_manager.getAddress()); // the box may have been typed into since
+    // The box may have been typed into since.
+    WindowSettings::addToHistory(&m_parts.configuration, Key::solvaBrokerHistory, m_manager.getAddress());
+    loadConfiguration();
     m_parts.logon.showSignedIn(m_manager.getUser(), m_manager.getAddress());
     m_parts.desktops.setDesktops(m_manager.getDesktops(), m_manager.getDesktop());
     m_parts.desktops.setDesktopControlsEnabled(true);

@@ -59,8 +59,6 @@ signals:
     void loggedOut();
     /// The text of an error for the user.
     void failed(const QString &message);
-    /// A broker's address typed by the user has worked.
-    void brokerUsed(const QString &address);
 
 private:
     QJsonObject section(QLatin1String key) const;

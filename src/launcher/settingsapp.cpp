@@ -3,41 +3,29 @@
 
 #include "launcher/settingsapp.h"
 
-#include "launcher/popups.h"
-#include "launcher/stylesheets.h"
+#include "launcher/connectionpages.h"
+#include "launcher/connector.h"
+#include "launcher/enterkey.h"
+#include "launcher/mainpages.h"
+#include "launcher/powermenu.h"
 #include "launcher/topbar.h"
 #include "launcher/windowsettings.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
 #include "services/powerservice.h"
+#include "services/updateservice.h"
 #include "widgets/generaldialog.h"
 
 #include "ui_settingsapp.h"
 
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QJsonArray>
 #include <QLoggingCategory>
-#include <QScreen>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <utility>
 
 Q_LOGGING_CATEGORY(lcLauncher, "kt.app.launcher")
-
-namespace {
-
-const QPoint powerMenuOffset(-80, 38);
-
-SettingsApp::ClientMode modeOf(const QString &word)
-{
-    if (word == QLatin1String("solva"))
-        return SettingsApp::ClientMode::Solva;
-    return word == QLatin1String("rdp") ? SettingsApp::ClientMode::Rdp : SettingsApp::ClientMode::Corvid;
-}
-
-} // namespace
 
 SettingsApp::SettingsApp(const Parts &parts, QWidget *parent)
     : QMainWindow(parent)
@@ -47,9 +35,9 @@ SettingsApp::SettingsApp(const Parts &parts, QWidget *parent)
     m_ui->setupUi(this);
     setUpTopBar();
     setUpLauncher();
-    setUpSession();
     setUpBroker();
-    setUpUpdate();
+    setUpPages();
+    setUpSession();
     showClientMode(ClientMode::Corvid);
 }
 
@@ -63,43 +51,22 @@ void SettingsApp::setUpTopBar()
         m_autoStart->stop();
         emit settingsRequested();
     });
-    m_ui->actionSleep->setIcon(QIcon(QStringLiteral(":/images/sleep.png")));
-    m_ui->actionReboot->setIcon(QIcon(QStringLiteral(":/images/reboot.png")));
-    m_ui->actionShutdown->setIcon(QIcon(QStringLiteral(":/images/shutdown.png")));
-    m_powerMenu.setStyleSheet(StyleSheets::powerButtonSheet());
-    m_powerMenu.addActions({m_ui->actionSleep, m_ui->actionReboot, m_ui->actionShutdown});
+    m_powerMenu = std::make_unique<PowerMenu>(*m_ui, m_parts.power, *this);
 }
 
 void SettingsApp::setUpLauncher()
 {
-    connect(m_ui->corvidPage, &CorvidPage::targetChanged, this, &SettingsApp::updateConnectButton);
-    connect(m_ui->rdpPage, &RdpPage::targetChanged, this, &SettingsApp::updateConnectButton);
     connect(m_ui->corvidPage, &CorvidPage::refreshRequested, this, &SettingsApp::autoDetectServers);
     connect(m_ui->corvidPage, &CorvidPage::selectionChosen, this, [this](const QString &selection) {
         WindowSettings::store(&m_parts.configuration, Key::selection, selection);
     });
     connect(m_ui->autoConnectPage, &AutoConnectPage::connectRequested, this, &SettingsApp::autoConnect);
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto *enter = new QShortcut(key, this);
-        enter->setAutoRepeat(false);
-        m_enterShortcuts += enter;
-        connect(enter, &QShortcut::activated, this, &SettingsApp::pressEnter);
-    }
 }
 
 void SettingsApp::setUpSession()
 {
-    SessionService *session = &m_parts.session;
-    connect(session, &SessionService::started, this, [this] {
-        Popups::closeAll();
-        hide();
-        setCursor(Qt::WaitCursor);
-    });
-    connect(session, &SessionService::connecting, &m_connectingBox, &ConnectingBox::show);
-    connect(session, &SessionService::clientEnded, &m_connectingBox, &ConnectingBox::closeConnectionDialog);
-    connect(session, &SessionService::ended, this, &SettingsApp::connectionFinished);
-    connect(session, &SessionService::primaryScreenSize, this,
-            [](QSize &size) { size = QGuiApplication::primaryScreen()->geometry().size(); });
+    m_connector = std::make_unique<Connector>(m_parts.session, *m_ui->autoConnectPage, *this);
+    connect(&m_parts.session, &SessionService::ended, this, &SettingsApp::connectionFinished);
 }
 
 void SettingsApp::setUpBroker()
@@ -109,12 +76,11 @@ void SettingsApp::setUpBroker()
         BrokerLauncher::Parts{*m_ui->solvaPage, *m_ui->solvaDesktopsPage, *m_ui->autoLogonPage,
                               m_parts.session, m_parts.configuration});
     connect(m_broker.get(), &BrokerLauncher::busy, this, &SettingsApp::setBusy);
-    connect(m_broker.get(), &BrokerLauncher::brokerUsed, this, &SettingsApp::updateBrokerServers);
     m_autoStart = std::make_unique<AutoStart>(
         AutoStart::Parts{*m_ui->autoConnectPage, *m_ui->autoLogonPage, *m_broker});
-    connect(m_broker.get(), &BrokerLauncher::loggedOut, this, [this] { showPage(LauncherPage); });
+    connect(m_broker.get(), &BrokerLauncher::loggedOut, this, [this] { m_pages->show(LauncherPage); });
     connect(m_broker.get(), &BrokerLauncher::desktopsReady, this, [this] {
-        showPage(DesktopsPage);
+        m_pages->show(DesktopsPage);
         m_ui->solvaDesktopsPage->focusList();
     });
     connect(m_broker.get(), &BrokerLauncher::failed, this, [this](const QString &message) {
@@ -122,25 +88,12 @@ void SettingsApp::setUpBroker()
     });
 }
 
-void SettingsApp::setUpUpdate()
+void SettingsApp::setUpPages()
 {
-    UpdateService *updates = &m_parts.updates;
-    ::UpdatePage *page = m_ui->updatePage;
-    connect(updates, &UpdateService::opened, this, [this](const QString &text) {
-        m_ui->updatePage->showProgress(text, -1, -1);
-        m_pageBeforeUpdate = m_ui->mainStackedWidget->currentIndex();
-        m_autoStart->stop();
-        Popups::closeAll();
-        m_ui->mainStackedWidget->setCurrentIndex(UpdatePage);
-    });
-    connect(updates, &UpdateService::progress, page, &::UpdatePage::showProgress);
-    connect(updates, &UpdateService::installing, page, &::UpdatePage::showInstalling);
-    connect(updates, &UpdateService::failed, page, &::UpdatePage::showFailure);
-    connect(updates, &UpdateService::remaining, page, &::UpdatePage::showCountdown);
-    connect(updates, &UpdateService::closed, this, [this] {
-        applyPostponed();
-        m_ui->mainStackedWidget->setCurrentIndex(m_pageBeforeUpdate);
-    });
+    m_connections = std::make_unique<ConnectionPages>(*m_ui, *m_autoStart);
+    m_enterKey = std::make_unique<EnterKey>(*m_ui, *m_broker, *this);
+    m_pages = std::make_unique<MainPages>(*m_ui, m_parts.updates, *m_autoStart);
+    connect(m_pages.get(), &MainPages::updateClosing, this, &SettingsApp::applyPostponed);
 }
 
 QJsonObject SettingsApp::root() const
@@ -148,27 +101,14 @@ QJsonObject SettingsApp::root() const
     return m_parts.configuration.getDocument().object();
 }
 
-QJsonObject SettingsApp::connectionSettings(QLatin1String client) const
-{
-    return root().value(Key::connection).toObject().value(client).toObject();
-}
-
 void SettingsApp::loadConfiguration()
 {
-    const QJsonObject window = root().value(Key::mainWindow).toObject();
-    const QJsonObject corvid = connectionSettings(Key::corvidConnection);
     loadServerGroups();
-    m_ui->corvidPage->setManualEntryAllowed(corvid.value(Key::allowManualAddress).toBool());
-    m_ui->corvidPage->setAutoDetectedShown(corvid.value(Key::showAutodetected).toBool());
-    m_ui->corvidPage->setHistory(window.value(Key::manualServerHistory).toArray());
-    m_ui->corvidPage->setSelection(window.value(Key::selection).toString());
+    m_connections->load(root());
     m_broker->loadConfiguration();
-    const QJsonObject rdp = connectionSettings(Key::rdpConnection);
-    m_ui->rdpPage->setServer(rdp.value(Key::rdpServerAddress).toString(),
-                             rdp.value(Key::allowCustomRdpServers).toBool());
     m_topBar->showDeviceName(root().value(Key::general).toObject().value(Key::deviceName).toString());
     m_audio->setSettings(root().value(Key::audio).toObject());
-    updateConnectButton();
+    m_connections->updateConnectButton();
 }
 
 void SettingsApp::loadServerGroups()
@@ -185,7 +125,7 @@ QString SettingsApp::storedMode() const
 void SettingsApp::openLauncher(const QString &clientMode)
 {
     showClientMode(clientMode);
-    showLauncherPage(m_autoStart->due(clientMode));
+    m_pages->showLauncher(m_autoStart->due(clientMode));
     focusMode();
     autoDetectServers();
 }
@@ -195,26 +135,14 @@ void SettingsApp::showLauncher()
     const AutoStart::Kind kind = m_autoStart->due(storedMode());
     if (kind != AutoStart::Kind::None)
         showClientMode(storedMode());
-    showLauncherPage(kind);
+    m_pages->showLauncher(kind);
 }
 
 void SettingsApp::resumeAutomatic()
 {
-    const int page = m_ui->mainStackedWidget->currentIndex();
+    const int page = m_pages->current();
     if (page == AutoConnectPage || page == AutoLogonPage)
         showLauncher();
-}
-
-/// A countdown whose page is shown already begins anew.
-void SettingsApp::showLauncherPage(AutoStart::Kind kind)
-{
-    const int page = kind == AutoStart::Kind::Connect ? AutoConnectPage
-        : kind == AutoStart::Kind::LogOn              ? AutoLogonPage
-                                                      : LauncherPage;
-    if (page != LauncherPage && page == m_ui->mainStackedWidget->currentIndex())
-        m_autoStart->count(kind);
-    else
-        showPage(page);
 }
 
 void SettingsApp::setSettingsView(QWidget *view)
@@ -224,28 +152,19 @@ void SettingsApp::setSettingsView(QWidget *view)
     layout->addWidget(view);
 }
 
-/// What is to be shown during an update waits behind it.
-void SettingsApp::showPage(int page)
-{
-    if (m_ui->mainStackedWidget->currentIndex() == UpdatePage)
-        m_pageBeforeUpdate = page;
-    else
-        m_ui->mainStackedWidget->setCurrentIndex(page);
-}
-
 void SettingsApp::showSettings()
 {
-    showPage(SettingsPage);
+    m_pages->show(SettingsPage);
 }
 
 void SettingsApp::showClientMode(const QString &clientMode)
 {
-    showClientMode(modeOf(clientMode));
+    showClientMode(ConnectionPages::modeOf(clientMode));
 }
 
 SettingsApp::ClientMode SettingsApp::clientMode() const
 {
-    return m_mode;
+    return m_connections->mode();
 }
 
 SessionService &SettingsApp::session()
@@ -271,46 +190,31 @@ AudioActionController &SettingsApp::audioActions()
 
 void SettingsApp::showClientMode(ClientMode mode)
 {
-    if (m_modeShown && mode == m_mode)
+    if (!m_connections->show(mode))
         return;
-    m_modeShown = true;
-    m_mode = mode;
     m_broker->cancelLogon();
-    QPushButton *buttons[] = {m_ui->CorvidProButton, m_ui->solvaVDIButton, m_ui->rdpClientButton};
-    for (QPushButton *button : buttons)
-        button->setStyleSheet(StyleSheets::uncheckedButtonSheet());
-    buttons[static_cast<int>(mode)]->setStyleSheet(StyleSheets::checkedButtonSheet());
-    m_ui->connectionStackedWidget->setCurrentIndex(static_cast<int>(mode));
-    m_ui->connectButton->setVisible(mode != ClientMode::Solva);
-    if (m_ui->mainStackedWidget->currentIndex() != SettingsPage)
-        showPage(LauncherPage);
+    if (m_pages->current() != SettingsPage)
+        m_pages->show(LauncherPage);
     focusMode();
-    updateConnectButton();
     emit clientModeChanged(mode);
 }
 
-/// Puts the focus where a user begins. What is not shown never gets it.
+/// What is not shown never gets the focus.
 void SettingsApp::focusMode()
 {
-    if (m_ui->mainStackedWidget->currentIndex() != LauncherPage)
-        return;
-    if (m_mode == ClientMode::Corvid)
-        m_ui->corvidPage->focusFirst();
-    else if (m_mode == ClientMode::Solva)
-        m_ui->solvaPage->focusFirst();
-    else if (m_mode == ClientMode::Rdp)
-        m_ui->rdpPage->setFocus();
+    if (m_pages->current() == LauncherPage)
+        m_connections->focusFirst();
 }
 
 /// From a countdown or the desktops, the button of the mode that is shown leads back to the mode's page. A
 /// user who presses one during a countdown does not want what it counts for.
 void SettingsApp::chooseClientMode(ClientMode mode)
 {
-    const int page = m_ui->mainStackedWidget->currentIndex();
+    const int page = m_pages->current();
     if (page == AutoConnectPage || page == AutoLogonPage)
         m_autoStart->cancel();
-    if (mode == m_mode)
-        showPage(LauncherPage);
+    if (mode == clientMode())
+        m_pages->show(LauncherPage);
     showClientMode(mode);
 }
 
@@ -329,89 +233,33 @@ void SettingsApp::on_rdpClientButton_clicked()
     chooseClientMode(ClientMode::Rdp);
 }
 
-std::optional<ConnectTarget> SettingsApp::chosenTarget() const
-{
-    if (m_mode == ClientMode::Corvid && m_autoStart->connects() && m_autoStart->target().isComplete())
-        return m_autoStart->target();
-    switch (m_mode) {
-    case ClientMode::Corvid:
-        return m_ui->corvidPage->target();
-    case ClientMode::Rdp:
-        return m_ui->rdpPage->target();
-    case ClientMode::Solva:
-        break;
-    }
-    return std::nullopt;
-}
-
-void SettingsApp::updateConnectButton()
-{
-    const auto target = chosenTarget();
-    m_ui->connectButton->setEnabled(target.has_value());
-    if (target)
-        qCDebug(lcLauncher).noquote() << "chosen:" << target->name;
-}
-
-/// Enter presses the button that has the focus, and on the launcher Connect from everywhere else.
-void SettingsApp::pressEnter()
-{
-    if (auto *button = qobject_cast<QAbstractButton *>(focusWidget()))
-        button->click();
-    else if (m_ui->mainStackedWidget->currentIndex() == DesktopsPage)
-        m_broker->on_connectSolvaButton_clicked();
-    else if (m_ui->mainStackedWidget->currentIndex() == LauncherPage && m_ui->solvaPage->isVisible())
-        m_ui->solvaPage->pressEnter();
-    else if (m_ui->mainStackedWidget->currentIndex() == LauncherPage)
-        m_ui->connectButton->click();
-}
-
 void SettingsApp::on_connectButton_clicked()
 {
-    const auto target = chosenTarget();
+    const auto target = m_connections->target();
     if (target && m_parts.updates.isIdle())
-        connectTo(*target);
+        m_connector->connectTo(*target);
 }
 
 void SettingsApp::autoConnect()
 {
     if (m_autoStart->target().isComplete())
         return on_connectButton_clicked();
-    showPage(LauncherPage);
-    GeneralDialog::showError(
-        this, tr("Connection Error"),
-        tr("Server %1 has no address. Connection aborted!").arg(m_autoStart->target().name));
-}
-
-void SettingsApp::connectTo(const ConnectTarget &target)
-{
-    if (target.isGroup() && target.members.isEmpty()) {
-        m_ui->autoConnectPage->showStopped();
-        GeneralDialog::showError(this, tr("Empty group"),
-                                 tr("Group %1 is empty. Connection aborted!").arg(target.name));
-        return;
-    }
-    m_parts.session.connectTo(target);
+    m_pages->show(LauncherPage);
+    m_connector->showMissingAddress(m_autoStart->target());
 }
 
 void SettingsApp::connectionFinished(ConnectionFile::Verdict verdict)
 {
-    show();
-    activateWindow();
-    unsetCursor();
     m_autoStart->forgetCancel();
     if (!m_parts.updates.isIdle() || applyPostponed())
         return;
-    const ClientMode mode = m_mode;
+    const ClientMode mode = clientMode();
     // The countdown runs behind the error, which nobody may be there to close.
     if (m_autoStart->due(storedMode()) == AutoStart::Kind::Connect)
         showLauncher();
     if (mode == ClientMode::Corvid && verdict == ConnectionFile::Verdict::NoError)
         updateManualServers();
-    if (m_parts.session.clientIsMissing())
-        GeneralDialog::showError(this, tr("Connection Error"),
-                                 tr("The program that shows the desktop could not be started."));
-    else if (verdict == ConnectionFile::Verdict::ConnectionError)
-        showConnectionError();
+    m_connector->explain(verdict);
 }
 
 /// An update that was asked for in the same session comes first; this follows when it has failed.
@@ -425,42 +273,22 @@ bool SettingsApp::applyPostponed()
 
 void SettingsApp::showConnectionError()
 {
-    GeneralDialog::showError(
-        this, tr("Connection Error"),
-        tr("The IP address or domain name you entered is not valid or does not have Corvid "
-           "Pro installed. Please try again."));
+    m_connector->showConnectionError();
 }
 
 void SettingsApp::on_mainStackedWidget_currentChanged(int index)
 {
-    // On the settings pages Enter belongs to the fields, and the view is left through its own buttons. An
-    // update is not left at all.
-    const bool settings = index == SettingsPage || index == UpdatePage;
-    if (settings)
-        m_autoStart->stop();
-    for (QShortcut *enter : qAsConst(m_enterShortcuts))
-        enter->setEnabled(!settings);
-    for (QWidget *button :
-         {static_cast<QWidget *>(m_ui->CorvidProButton), static_cast<QWidget *>(m_ui->solvaVDIButton),
-          static_cast<QWidget *>(m_ui->rdpClientButton), static_cast<QWidget *>(m_ui->settingsButton)})
-        button->setVisible(!settings);
+    // On the settings pages Enter belongs to the fields.
+    m_enterKey->setEnabled(index != SettingsPage && index != UpdatePage);
+    m_pages->handleShown();
     if (index == LauncherPage)
         focusMode();
-    m_autoStart->count(index == AutoConnectPage     ? AutoStart::Kind::Connect
-                           : index == AutoLogonPage ? AutoStart::Kind::LogOn
-                                                    : AutoStart::Kind::None);
 }
 
 void SettingsApp::updateManualServers()
 {
     m_ui->corvidPage->setHistory(WindowSettings::addToHistory(
         &m_parts.configuration, Key::manualServerHistory, m_parts.session.currentServerAddress()));
-}
-
-void SettingsApp::updateBrokerServers(const QString &address)
-{
-    WindowSettings::addToHistory(&m_parts.configuration, Key::solvaBrokerHistory, address);
-    m_broker->loadConfiguration();
 }
 
 void SettingsApp::refreshServerGroups()
@@ -472,7 +300,8 @@ void SettingsApp::refreshServerGroups()
 
 void SettingsApp::autoDetectServers()
 {
-    if (!connectionSettings(Key::corvidConnection).value(Key::showAutodetected).toBool())
+    const QJsonObject connection = root().value(Key::connection).toObject();
+    if (!connection.value(Key::corvidConnection).toObject().value(Key::showAutodetected).toBool())
         return;
     m_ui->corvidPage->autoDetectServers();
     int error = 0;
@@ -539,32 +368,22 @@ void SettingsApp::on_updateByCORVID(const QString &server, const QString &file, 
 
 void SettingsApp::on_powerButton_clicked()
 {
-    // The menu takes the pointer away without the button noticing.
-    m_ui->powerButton->setAttribute(Qt::WA_UnderMouse, false);
-    m_ui->powerButton->update();
-    m_powerMenu.popup(m_ui->powerButton->mapToGlobal(powerMenuOffset));
-}
-
-bool SettingsApp::confirmed(const QString &title, const QString &message)
-{
-    return GeneralDialog::ask(this, title, message);
+    m_powerMenu->open();
 }
 
 void SettingsApp::on_actionShutdown_triggered()
 {
-    if (confirmed(tr("Device shutdown"), tr("Shutdown device?")))
-        m_parts.power.shutDown();
+    m_powerMenu->shutDown();
 }
 
 void SettingsApp::on_actionReboot_triggered()
 {
-    if (confirmed(tr("Device reboot"), tr("Reboot device?")))
-        m_parts.power.resetDevice();
+    m_powerMenu->reboot();
 }
 
 void SettingsApp::on_actionSleep_triggered()
 {
-    m_parts.power.sleep();
+    m_powerMenu->sleep();
 }
 
 void SettingsApp::closeEvent(QCloseEvent *event)

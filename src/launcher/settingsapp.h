@@ -6,24 +6,23 @@
 #include "launcher/audioactioncontroller.h"
 #include "launcher/autostart.h"
 #include "launcher/brokerlauncher.h"
-#include "launcher/connectingbox.h"
-#include "services/connecttarget.h"
 #include "services/sessionservice.h"
-#include "services/updateservice.h"
 
 #include <QHostAddress>
 #include <QMainWindow>
 #include <QMap>
-#include <QMenu>
-#include <QVector>
 
 #include <memory>
-#include <optional>
 
+class ConnectionPages;
+class Connector;
+class EnterKey;
 class JsonModule;
+class MainPages;
+class PowerMenu;
 class PowerService;
-class QShortcut;
 class TopBar;
+class UpdateService;
 
 namespace Ui {
 class SettingsApp;
@@ -138,40 +137,30 @@ protected:
 private:
     void setUpTopBar();
     void loadServerGroups();
-    void showPage(int page);
-    void showLauncherPage(AutoStart::Kind kind);
     QString storedMode() const;
     void setUpLauncher();
     void setUpSession();
     void setUpBroker();
-    void setUpUpdate();
+    void setUpPages();
     void showClientMode(ClientMode mode);
-    std::optional<ConnectTarget> chosenTarget() const;
-    void updateConnectButton();
     void focusMode();
     void chooseClientMode(ClientMode mode);
     void autoConnect();
-    void pressEnter();
-    void connectTo(const ConnectTarget &target);
     void connectionFinished(ConnectionFile::Verdict verdict);
     bool applyPostponed();
     void updateManualServers();
-    void updateBrokerServers(const QString &address);
     QJsonObject root() const;
-    QJsonObject connectionSettings(QLatin1String client) const;
-    bool confirmed(const QString &title, const QString &message);
 
     std::unique_ptr<Ui::SettingsApp> m_ui;
     Parts m_parts;
-    ConnectingBox m_connectingBox;
     std::unique_ptr<BrokerLauncher> m_broker;
     std::unique_ptr<AutoStart> m_autoStart;
     std::unique_ptr<TopBar> m_topBar;
     std::unique_ptr<AudioActionController> m_audio;
-    int m_pageBeforeUpdate = LauncherPage;
-    QMenu m_powerMenu;
-    QVector<QShortcut *> m_enterShortcuts;
-    ClientMode m_mode = ClientMode::Corvid;
-    bool m_modeShown = false;
+    std::unique_ptr<ConnectionPages> m_connections;
+    std::unique_ptr<MainPages> m_pages;
+    std::unique_ptr<EnterKey> m_enterKey;
+    std::unique_ptr<PowerMenu> m_powerMenu;
+    std::unique_ptr<Connector> m_connector;
     bool m_configurationPostponed = false;
 };
