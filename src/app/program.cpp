@@ -76,6 +76,7 @@ void Program::connectApplier()
     // A network that is connected anew would end an update as well as a session.
     m_applier.setSessionCheck([this] { return !m_update.ifUpdateIdle(); });
     connect(&m_session, &SessionService::ended, &m_applier, &SettingsApplier::follow);
+    connect(&m_updates, &UpdateService::powerLocked, &m_power, &PowerService::setLocked);
     connect(&m_updates, &UpdateService::closed, &m_applier, &SettingsApplier::follow);
     connect(&m_applier, &SettingsApplier::busy, &m_window, &SettingsApp::showProgress);
     connect(&m_applier, &SettingsApplier::wiredApplied, &m_networkStatus, &NetworkStatus::takeWiredApplied);

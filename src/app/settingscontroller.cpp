@@ -83,16 +83,22 @@ void SettingsController::applyRemoteConfig()
 void SettingsController::handlePostponeConfiguration()
 {
     m_parts.applier.follow();
-    prepareGUI();
-    m_window->showLauncher();
+    showDocumentAnew();
 }
 
 /// Nobody works on the remote desktop: the screen shows the new document at once.
 void SettingsController::showMerged()
 {
+    showDocumentAnew();
+    QApplication::closeAllWindows(); // the main window refuses
+}
+
+/// The search for servers may have been switched on.
+void SettingsController::showDocumentAnew()
+{
     prepareGUI();
     m_window->showLauncher();
-    QApplication::closeAllWindows(); // the main window refuses
+    m_window->autoDetectServers();
 }
 
 /// What the window and the program's own connections do otherwise when the document has changed.
@@ -138,6 +144,8 @@ void SettingsController::connectNetworkStatus()
     connect(&m_parts.networkStatus, &NetworkStatus::wirelessToolTip, bar, &TopBar::setWirelessToolTip);
     connect(&m_parts.networkStatus, &NetworkStatus::serverGroupsAffected, m_window,
             &SettingsApp::refreshServerGroups);
+    connect(&m_parts.networkStatus, &NetworkStatus::addressChanged, m_window,
+            &SettingsApp::autoDetectServers);
 }
 
 void SettingsController::connectRemote()
@@ -202,14 +210,14 @@ SettingsPages &SettingsController::settingsPages()
 
 void SettingsController::on_settingsButton_clicked()
 {
-    SettingsPages &pages = settingsPages();
-    pages.view().showPage(0);
     m_parts.configuration.readAgain(); // without a document there would be no password to ask for
-    pages.fill();
     if (!AdministratorPassword::ask(m_window, m_parts.configuration.getDocument().object())) {
         m_window->resumeAutomatic();
         return;
     }
+    SettingsPages &pages = settingsPages();
+    pages.view().showPage(0);
+    pages.fill(); // which shows the stored client mode
     m_window->showSettings();
     pages.view().setFocus();
     pages.view().setApplyEnabled(false);
@@ -217,10 +225,13 @@ void SettingsController::on_settingsButton_clicked()
 
 void SettingsController::on_applyButton_clicked()
 {
-    if (!settingsPages().apply())
-        return;
-    leaveSettings();
-    emit settingsApplied();
+    const QJsonDocument before = m_parts.configuration.getDocument();
+    const bool complete = settingsPages().apply();
+    if (complete)
+        leaveSettings();
+    // The pages before one that refuses have been stored.
+    if (complete || m_parts.configuration.getDocument() != before)
+        emit settingsApplied();
 }
 
 void SettingsController::on_backButton_clicked()

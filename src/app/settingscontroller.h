@@ -101,6 +101,7 @@ private:
     void connectRemote();
     void followDocument();
     void prepareGUI();
+    void showDocumentAnew();
     void showMerged();
     void storeAudio(AudioDirection direction, const AudioChoice &device, const AudioChoice &checked);
     SettingsPages &settingsPages();

@@ -55,6 +55,7 @@ AutoStart::Kind AutoStart::due(const QString &clientMode) const
 
 void AutoStart::count(Kind kind)
 {
+    m_paused = nullptr;
     if (kind == Kind::Connect)
         m_parts.connectPage.startAutoConnect(m_target);
     else
@@ -65,8 +66,25 @@ void AutoStart::count(Kind kind)
         m_parts.logonPage.stop();
 }
 
+void AutoStart::pause()
+{
+    for (AutoConnectPage *page : {&m_parts.connectPage, &m_parts.logonPage}) {
+        if (page->countdown().isRunning())
+            m_paused = &page->countdown();
+    }
+    if (m_paused)
+        m_paused->stop();
+}
+
+void AutoStart::resume()
+{
+    if (Countdown *paused = std::exchange(m_paused, nullptr))
+        paused->resume();
+}
+
 void AutoStart::stop()
 {
+    m_paused = nullptr;
     for (AutoConnectPage *page : {&m_parts.connectPage, &m_parts.logonPage})
         page->showStopped();
     m_parts.broker.cancelLogon();

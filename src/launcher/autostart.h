@@ -10,6 +10,7 @@
 
 class AutoConnectPage;
 class BrokerLauncher;
+class Countdown;
 
 /// What a device does without a user: it connects, or signs in to a broker, after a countdown. Once its user
 /// has cancelled the countdown, none begins before the end of the next session.
@@ -42,6 +43,9 @@ public:
     void count(Kind kind);
     /// Stops countdowns and a log-on in progress, until the launcher is shown again.
     void stop();
+    /// Holds a countdown, which `resume` lets go on where it was.
+    void pause();
+    void resume();
     /// The user does not want what would begin by itself.
     void cancel();
     /// A session has ended: nobody may be there any more.
@@ -51,5 +55,6 @@ private:
     Parts m_parts;
     bool m_connects = false;
     bool m_cancelled = false;
+    Countdown *m_paused = nullptr;
     ConnectTarget m_target;
 };

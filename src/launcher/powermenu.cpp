@@ -23,6 +23,10 @@ PowerMenu::PowerMenu(Ui::SettingsApp &form, PowerService &power, QWidget &window
     m_form.actionShutdown->setIcon(QIcon(QStringLiteral(":/images/shutdown.png")));
     setStyleSheet(StyleSheets::powerButtonSheet());
     addActions({m_form.actionSleep, m_form.actionReboot, m_form.actionShutdown});
+    connect(&m_power, &PowerService::lockChanged, this, [this](bool locked) {
+        close();
+        m_form.powerButton->setDisabled(locked);
+    });
 }
 
 void PowerMenu::open()

@@ -48,7 +48,7 @@ void SettingsApp::setUpTopBar()
     m_topBar = std::make_unique<TopBar>(*m_ui);
     m_audio = std::make_unique<AudioActionController>(*m_ui->outputAudioButton, *m_ui->inputAudioButton);
     connect(m_ui->settingsButton, &QToolButton::clicked, this, [this] {
-        m_autoStart->stop();
+        m_autoStart->pause();
         emit settingsRequested();
     });
     m_powerMenu = std::make_unique<PowerMenu>(*m_ui, m_parts.power, *this);
@@ -140,9 +140,7 @@ void SettingsApp::showLauncher()
 
 void SettingsApp::resumeAutomatic()
 {
-    const int page = m_pages->current();
-    if (page == AutoConnectPage || page == AutoLogonPage)
-        showLauncher();
+    m_autoStart->resume();
 }
 
 void SettingsApp::setSettingsView(QWidget *view)

@@ -71,7 +71,7 @@ public:
     /// Shows the launcher. A device that connects or signs in by itself counts down again, unless its user
     /// has cancelled.
     void showLauncher();
-    /// The settings have not been opened: what was stopped for them goes on.
+    /// The settings have not been opened: the countdown that was held for them goes on.
     void resumeAutomatic();
     /// Shows the connection page of a "client mode" word, and the page that the window opens on.
     void openLauncher(const QString &clientMode);

@@ -22,6 +22,11 @@ void Countdown::stop()
     m_timer.stop();
 }
 
+void Countdown::resume()
+{
+    m_timer.start();
+}
+
 bool Countdown::isRunning() const
 {
     return m_timer.isActive();

@@ -21,6 +21,8 @@ public:
     /// Starts, or starts anew from 5.
     void start();
     void stop();
+    /// Goes on from where it was stopped.
+    void resume();
     bool isRunning() const;
     /// For tests that have no seconds to spare.
     void setTick(int milliseconds);

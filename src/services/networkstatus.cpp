@@ -43,14 +43,29 @@ void NetworkStatus::remember()
 {
     connect(this, &NetworkStatus::ethernetAddress, this, [this](const QString &text, bool enabled) {
         m_ethernetAddress = {text, enabled};
+        compare(m_lastEthernet, m_ethernetAddress);
     });
     connect(this, &NetworkStatus::wifiAddress, this, [this](const QString &text, bool enabled) {
         m_wifiAddress = {text, enabled};
+        compare(m_lastWifi, m_wifiAddress);
     });
     connect(this, &NetworkStatus::ethernetIndicator, this,
             [this](const QString &image) { m_ethernetIndicator = image; });
     connect(this, &NetworkStatus::wifiIndicator, this,
             [this](const QString &image) { m_wifiIndicator = image; });
+}
+
+/// What an interface has at the start of the program is no change, nor is an address that comes back.
+void NetworkStatus::compare(std::optional<QString> &last, const Address &present)
+{
+    const bool isKnown = last.has_value();
+    if (!isKnown)
+        last = QString();
+    if (!present.enabled || present.text.isEmpty() || *last == present.text)
+        return;
+    last = present.text;
+    if (isKnown)
+        emit addressChanged();
 }
 
 void NetworkStatus::sayAgain()

@@ -6,6 +6,8 @@
 #include "services/wiredlink.h"
 #include "services/wirelesslink.h"
 
+#include <optional>
+
 class JsonModule;
 
 /// The wired and the wireless link, and what the screen should show of them.
@@ -66,6 +68,8 @@ signals:
     void wifiTurnedOff();
     /// Servers may be reachable again, or no longer.
     void serverGroupsAffected();
+    /// An interface has another address than it had, perhaps in another subnet.
+    void addressChanged();
 
 private:
     bool isEnabled(QLatin1String interface) const;
@@ -77,6 +81,7 @@ private:
         QString text;
         bool enabled = false;
     };
+    void compare(std::optional<QString> &last, const Address &present);
 
     JsonModule &m_configuration;
     WiredLink m_wired;
@@ -85,6 +90,8 @@ private:
     // What was said last.
     Address m_ethernetAddress;
     Address m_wifiAddress;
+    std::optional<QString> m_lastEthernet; ///< the addresses last in use; nothing before the first report
+    std::optional<QString> m_lastWifi;
     QString m_ethernetIndicator = LinkImage::red;
     QString m_wifiIndicator = LinkImage::red;
 };

@@ -6,6 +6,10 @@
 #include "device/devicetools.h"
 #include "update/updatemodule.h"
 
+#include <QLoggingCategory>
+
+Q_LOGGING_CATEGORY(lcPower, "kt.services.power")
+
 PowerService::PowerService(const UpdateModule &update, QObject *parent)
     : QObject(parent)
     , m_update(update)
@@ -19,15 +23,29 @@ void PowerService::checkResetPossible(int *result) const
 
 void PowerService::resetDevice()
 {
-    ToolRun::start(DeviceTools::reboot());
+    run(DeviceTools::reboot());
 }
 
 void PowerService::shutDown()
 {
-    ToolRun::start(DeviceTools::shutDown());
+    run(DeviceTools::shutDown());
 }
 
 void PowerService::sleep()
 {
-    ToolRun::start(DeviceTools::sleep());
+    run(DeviceTools::sleep());
+}
+
+void PowerService::setLocked(bool locked)
+{
+    m_locked = locked;
+    emit lockChanged(locked);
+}
+
+void PowerService::run(const ToolCall &call)
+{
+    if (m_locked)
+        qCWarning(lcPower) << "firmware is being installed: the device stays on";
+    else
+        ToolRun::start(call);
 }

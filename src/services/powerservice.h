@@ -6,6 +6,7 @@
 #include <QObject>
 
 class UpdateModule;
+struct ToolCall;
 
 /// Restarts the device, switches it off, and puts it to sleep, for the user, a console and the management
 /// server.
@@ -23,7 +24,15 @@ public slots:
     void resetDevice();
     void shutDown();
     void sleep();
+    /// While this is true none of them does anything.
+    void setLocked(bool locked);
+
+signals:
+    void lockChanged(bool locked);
 
 private:
+    void run(const ToolCall &call);
+
     const UpdateModule &m_update;
+    bool m_locked = false;
 };

@@ -52,12 +52,23 @@ UpdateService::UpdateService(UpdateModule &update, TerminalServerModule &endpoin
         if (seconds == 0)
             close();
     });
+    setUpTimers();
+}
+
+/// An installer that is late still reads the image: the update goes on, so that no second one replaces it.
+void UpdateService::setUpTimers()
+{
     m_installerTimer.setSingleShot(true);
     m_installerTimer.setInterval(installerLimitMs);
     connect(&m_installerTimer, &QTimer::timeout, this, [this] {
-        qCWarning(lcUpdateService) << "the installer has not restarted the device";
-        close();
+        qCWarning(lcUpdateService) << "the installer has not ended";
+        emit failed(tr("The installation has not ended.\nRestart the device if it does not do so itself."));
+        emit powerLocked(false);
     });
+    m_restartTimer.setSingleShot(true);
+    m_restartTimer.setInterval(restartLimitMs);
+    connect(&m_restartTimer, &QTimer::timeout, this,
+            [this] { fail(tr("The device has not restarted after the installation.")); });
 }
 
 bool UpdateService::isIdle() const
@@ -172,6 +183,7 @@ void UpdateService::runInstaller()
 {
     qCInfo(lcUpdateService) << "start the installer";
     m_installerTimer.start();
+    emit powerLocked(true);
     ToolRun::start(DeviceTools::installFirmware(), this,
                    [this](const ToolResult &result) { handleInstallerEnd(result); });
 }
@@ -179,10 +191,12 @@ void UpdateService::runInstaller()
 /// An installer that has ended well may take some time to bring the device down.
 void UpdateService::handleInstallerEnd(const ToolResult &result)
 {
-    if (result.succeeded() || !m_installerTimer.isActive())
-        return;
     m_installerTimer.stop();
-    fail(tr("The firmware could not be installed."));
+    emit powerLocked(false);
+    if (result.succeeded())
+        m_restartTimer.start();
+    else
+        fail(tr("The firmware could not be installed."));
 }
 
 void UpdateService::fail(const QString &message)

@@ -25,8 +25,10 @@ class UpdateService : public QObject
     Q_OBJECT
 
 public:
-    /// How long the installer may take to restart the device before the update ends.
-    static constexpr int installerLimitMs = 600000;
+    /// How long the installer may take before the user gets the power menu back.
+    static constexpr int installerLimitMs = 30 * 60 * 1000;
+    /// How long the device may go on after an installer that has ended well.
+    static constexpr int restartLimitMs = 60 * 1000;
 
     /// Connects the updater to the endpoint, whose socket it uses, and to the sessions. All outlive the
     /// object.
@@ -58,6 +60,8 @@ signals:
     /// Both numbers are -1 while the progress is unknown.
     void progress(const QString &what, qint64 received, qint64 total);
     void installing(const QString &text);
+    /// The installer writes, and whoever switches the device off now breaks it; or that is no longer so.
+    void powerLocked(bool locked);
     void failed(const QString &message);
     /// The seconds until a failed update is closed.
     void remaining(int seconds);
@@ -68,6 +72,7 @@ private:
     /// Whether an update may start now; `again` is kept for the session's end when that is what it waits for.
     bool mayStart(const std::function<void()> &again);
     void handleSessionEnd();
+    void setUpTimers();
     void runInstaller();
     void handleInstallerEnd(const ToolResult &result);
     void fail(const QString &message);
@@ -77,5 +82,6 @@ private:
     SessionService &m_session;
     Countdown m_countdown;
     QTimer m_installerTimer;
+    QTimer m_restartTimer;
     std::function<void()> m_postponed;
 };

@@ -4,72 +4,20 @@
 #include "services/networkstatus.h"
 #include "config/jsonmodule.h"
 #include "device/networkcontroller.h"
+#include "linklistener.h"
 #include "onlyinnamespace.h"
 #include "testdevice.h"
 #include "testtable.h"
 
-#include <QNetworkInterface>
 #include <QtTest>
 
 #include <memory>
-#include <utility>
 
 namespace {
 
 using Link = NetworkStatus::Link;
 
 const QString eth0 = "eth0";
-
-QStringList liveAddresses()
-{
-    QStringList addresses;
-    for (const auto &entry : QNetworkInterface::interfaceFromName(eth0).addressEntries()) {
-        if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol)
-            addresses += entry.ip().toString() + QLatin1Char(' ') + entry.broadcast().toString();
-    }
-    return addresses;
-}
-
-/// Writes down what is said of the links, a phrase for each signal.
-class Listener : public QObject
-{
-public:
-    explicit Listener(const NetworkStatus *status)
-    {
-        using S = NetworkStatus;
-        connect(status, &S::wiredStatus, this, [this](const QString &state) { wired("icon %1", state); });
-        connect(status, &S::wiredIconShown, this,
-                [this](bool shown) { wired(shown ? "shown%1" : "hidden%1", QString()); });
-        connect(status, &S::ethernetAddress, this, [this](const QString &text, bool enabled) {
-            wired(enabled ? "address %1" : "address %1 off", text);
-        });
-        connect(status, &S::ethernetIndicator, this,
-                [this](const QString &image) { wired("%1", colour(image)); });
-        connect(status, &S::serverGroupsAffected, this, [this] { wired("groups%1", QString()); });
-        connect(status, &S::wirelessStatus, this, [this](const QString &state, int signal) {
-            wireless("icon %1", state + QLatin1Char(' ') + QString::number(signal));
-        });
-        connect(status, &S::wirelessToolTip, this, [this](const QString &text) { wireless("tip %1", text); });
-        connect(status, &S::wifiAddress, this, [this](const QString &text, bool enabled) {
-            wireless(enabled ? "address %1" : "address %1 off", text);
-        });
-        connect(status, &S::wifiIndicator, this,
-                [this](const QString &image) { wireless("%1", colour(image)); });
-    }
-
-    QString takeWired() { return std::exchange(m_wired, QStringList()).join(", "); }
-    QString takeWireless() { return std::exchange(m_wireless, QStringList()).join(", "); }
-    QString hearWired() const { return m_wired.join(", "); }
-    QString hearWireless() const { return m_wireless.join(", "); }
-
-private:
-    static QString colour(const QString &image) { return image.section('_', -1).chopped(4); }
-    void wired(const char *phrase, const QString &value) { m_wired += QString(phrase).arg(value); }
-    void wireless(const char *phrase, const QString &value) { m_wireless += QString(phrase).arg(value); }
-
-    QStringList m_wired;
-    QStringList m_wireless;
-};
 
 const char *const noCable = "red, icon no link, address Disconnected off";
 const char *const wiredUp = "icon connected, address 10.77.0.10";
@@ -383,6 +331,11 @@ private slots:
         status().reconnectEthernet();
         HEAR_WIRED(QString("shown, green, ") + wiredUp + ", groups");
         QCOMPARE(m_fixture->device.calls("kt-ip-settings"), QStringList());
+        const QSignalSpy moved(&status(), &NetworkStatus::addressChanged);
+        for (const char *address : {"10.77.1.10", "10.78.1.10", "", "10.78.1.10"})
+            emit status().wifiAddress(address, *address);
+        QCOMPARE(moved.size(), 2);
+        m_fixture->said.takeWireless();
         enable(false, false);
         status().takeApplied();
         HEAR_WIRED("hidden, address  off, red");
@@ -396,7 +349,7 @@ private:
         NetworkController network;
         JsonModule configuration{"config.json", true};
         NetworkStatus status{network, configuration};
-        Listener said{&status};
+        LinkListener said{&status};
     };
 
     NetworkStatus &status() { return m_fixture->status; }

@@ -106,6 +106,19 @@ private slots:
                  QStringList({"kt-set-hostname -j", "kt-set-resolution DMT 28"}));
     }
 
+    void searchesForServersWhenToldTo()
+    {
+        Device device;
+        for (const char *shown : {"false", "true"}) {
+            const QSignalSpy searches(device.window, &SettingsApp::refreshServerList);
+            const QByteArray merged
+                = QByteArray(R"({"connection settings": {"corvid connection": {"show autodetected": %1}}})")
+                      .replace("%1", shown);
+            QCOMPARE(device.merge(merged), 0);
+            QCOMPARE(searches.size(), shown == QByteArray("true") ? 1 : 0);
+        }
+    }
+
     void touchesNothingWithoutDifferences()
     {
         Device device;

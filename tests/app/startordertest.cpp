@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
+#include "dialoganswer.h"
 #include "documents.h"
 #include "fulldisk.h"
 #include "outputtofile.h"
@@ -93,6 +94,7 @@ private slots:
         {
             const FullDisk full(static_cast<rlim_t>(device.read(documentPath).size()));
             program.start();
+            const DialogAnswer answer(true, "secret");
             program.controller().on_settingsButton_clicked();
             QCOMPARE(program.configuration().getDocument().object(), upgraded);
             QCOMPARE(device.document(), Documents::object("old-network.json"));

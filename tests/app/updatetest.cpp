@@ -72,6 +72,32 @@ private slots:
         QCOMPARE(launcher.page(), int(SettingsApp::UpdatePage));
     }
 
+    void staysOnWhileItInstalls()
+    {
+        UpdatingLauncher launcher;
+        launcher.device.setTool("/usr/bin/update-ui",
+                                QString("while [ ! -e %1 ]; do sleep 0.02; done; exit 1")
+                                    .arg(launcher.device.path("/lab/let-go"))
+                                    .toUtf8());
+        launcher.program->updates().setInstallerLimit(500);
+        launcher.window->on_updateByCORVID("Office", "fw.img", nullptr);
+        launcher.program->updates().downloadFWFinished(QString());
+        const auto *button = launcher.part<QWidget>("powerButton");
+        QVERIFY(!button->isEnabled());
+        launcher.window->on_actionSleep_triggered();
+        launcher.window->resetDevice();
+        // One that hangs gives the power back, and still reads the image.
+        QTRY_VERIFY(button->isEnabled());
+        QVERIFY(launcher.text().contains("has not ended"));
+        QCOMPARE(launcher.updateFrom(nowhere), 1);
+        QCOMPARE(launcher.device.calls("kt-lulling"), QStringList());
+        launcher.window->on_actionSleep_triggered();
+        QTRY_COMPARE(launcher.device.calls("kt-lulling"), QStringList("kt-lulling -S"));
+        launcher.device.write("/lab/let-go", QByteArray());
+        QTRY_COMPARE(launcher.text(), "The firmware could not be installed.");
+        QTRY_VERIFY(launcher.update().ifUpdateIdle());
+    }
+
     void returnsFromAFailure()
     {
         const UpdatingLauncher launcher;
