@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "launcher/corvidpage.h"
+#include "launcher/rdppage.h"
 #include "app/resources.h"
 #include "config/keys.h"
 #include "parts.h"
@@ -95,6 +96,17 @@ private slots:
         m_page->setServerList(found({"a", "c"}));
         QCOMPARE(target(), "c");
         QCOMPARE(foundView()->model()->rowCount(), 2);
+    }
+
+    void followsTheStoredRdpServer()
+    {
+        RdpPage page;
+        page.setServer("old", true);
+        page.setServer("new", true);
+        QCOMPARE(page.target()->address, "new");
+        part<QLineEdit>(page, "rdpAddressLineEdit")->setText("typed");
+        page.setServer("newer", true);
+        QCOMPARE(page.target()->address, "typed");
     }
 
 private:

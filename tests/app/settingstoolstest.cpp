@@ -20,6 +20,7 @@ private slots:
     {
         makeDevice();
         restart();
+        QTRY_VERIFY(!m_device->calls("kt-set-hostname").isEmpty()); // the last tool of a first start
         m_device->forgetCalls();
     }
 
