@@ -68,7 +68,7 @@ private slots:
         broker.setBody(QByteArray("name:A\n").repeated(2 * SolvaAccessManager::bodyLimit / 7));
         broker.setRedirect(QUrl(QString("https://%1/_mpcdesktops?version=v3").arg(elsewhere.address())));
         SolvaAccessManager manager;
-        manager.setReplyTime(mode == BrokerServer::Mode::Slow ? 200 : 10000);
+        manager.setReplyTime(mode == BrokerServer::Mode::Slow ? 200 : 60000);
         QSignalSpy replies(&manager, &SolvaAccessManager::sendReply);
         const bool own = address.isEmpty() || address.endsWith('/');
         manager.getSolvaServers(own ? address + broker.address() : address, userName, password, QString());
