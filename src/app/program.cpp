@@ -6,6 +6,7 @@
 #include "config/keys.h"
 
 #include <QEvent>
+#include <QTimer>
 
 Program::Program()
     : m_configuration(QStringLiteral("config.json"), true)
@@ -102,6 +103,8 @@ bool Program::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::Paint) {
         watched->removeEventFilter(this);
         m_agent.handleFirstPaint();
+        // The filter sees the event before the window does.
+        QTimer::singleShot(0, &m_serviceNotifier, &ServiceNotifier::notifyReady);
     }
     return false;
 }

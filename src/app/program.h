@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/servicenotifier.h"
 #include "app/settingscontroller.h"
 #include "config/jsonmodule.h"
 #include "device/audiocontroller.h"
@@ -80,4 +81,5 @@ private:
     SettingsApp m_window;
     RemoteConfiguration m_remote;
     SettingsController m_controller;
+    ServiceNotifier m_serviceNotifier;
 };

@@ -28,7 +28,11 @@ bool ask(QWidget *parent, const QJsonObject &root)
         = Texts::tr("Switch this device to its desktop?\n\nThe Raspbian desktop replaces the launcher.");
     if (!GeneralDialog::ask(parent, Texts::tr("Desktop mode"), question))
         return false;
-    ToolRun::start(DeviceTools::switchToDesktop());
+    ToolRun::start(DeviceTools::switchToDesktop(), parent, [parent](const ToolResult &result) {
+        if (!result.succeeded())
+            GeneralDialog::showError(parent, Texts::tr("Desktop mode"),
+                                     Texts::tr("This device has no desktop, or it could not be started."));
+    });
     return true;
 }
 

@@ -161,16 +161,19 @@ private slots:
 
     void switchesToTheDesktop()
     {
-        for (const bool accept : {false, true}) {
+        const QPair<bool, QString> rounds[] = {{false, "none"}, {true, "none"}, {true, "exit 1"}};
+        for (const auto &[accept, fault] : rounds) {
             const DialogAnswer answer(accept);
             enter();
             m_device->forgetCalls();
+            m_device->setFault("kt-switch", fault);
             for (auto *button : m_program->window.findChildren<QAbstractButton *>()) {
                 if (button->text() == "Desktop mode")
                     button->click();
             }
             QCOMPARE(answer.titles, QStringList("Desktop mode"));
             QTRY_COMPARE(m_device->calls("kt-switch"), accept ? QStringList("kt-switch -d") : QStringList());
+            QTRY_COMPARE(answer.messages.value(1).startsWith("This device has no desktop"), fault != "none");
         }
     }
 
