@@ -3,6 +3,8 @@
 
 #include "devicetools/tool.h"
 
+#include <QFileInfo>
+
 namespace {
 
 constexpr int nothingToInstallInto = 3;
@@ -11,6 +13,8 @@ int run(const QStringList &arguments)
 {
     if (!arguments.isEmpty())
         return Tool::WrongUsage;
+    if (!QFileInfo(QStringLiteral("/var/lib/updates/new-firmware.img")).isFile())
+        return Tool::fail(QStringLiteral("there is no image"));
     Tool::fail(QStringLiteral("nothing was installed: this machine does not run from a firmware image. "
                               "Update its packages."));
     return nothingToInstallInto;
@@ -24,6 +28,6 @@ int main(int argc, char **argv)
         argc, argv,
         {{"update-ui", "",
           "Installs the fetched firmware image on a machine that runs from one. On any other it\n"
-          "installs nothing and ends with status 3.\n",
+          "installs nothing and ends with status 3; without an image, with 1.\n",
           10, run}});
 }
