@@ -34,6 +34,8 @@ Program::Program()
     connectAgent();
     connectApplier();
     connect(&m_configuration, &JsonModule::changed, this, &Program::followDocument);
+    connect(&m_startDocument, &StartDocument::replaced, this, &Program::followDocument);
+    connect(&m_startDocument, &StartDocument::replaced, &m_agent, &AgentService::handleMerged);
 }
 
 Program::~Program() = default;
@@ -95,7 +97,9 @@ void Program::start()
 void Program::followDocument()
 {
     const QJsonObject management = m_configuration.getDocument().object().value(Key::management).toObject();
-    m_endpoint.enableComunication(management.value(Key::consoleManagement).toBool());
+    // While the document cannot be read, nobody knows whether consoles are allowed.
+    m_endpoint.enableComunication(management.value(Key::consoleManagement).toBool()
+                                  && !m_configuration.isProvisional());
 }
 
 bool Program::eventFilter(QObject *watched, QEvent *event)

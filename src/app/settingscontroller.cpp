@@ -175,6 +175,7 @@ void SettingsController::loadConfiguration()
         setupProxy();
         m_parts.networkStatus.initNetworkStatus();
     });
+    connect(&m_parts.startDocument, &StartDocument::unreadable, this, &SettingsController::showUnreadable);
     connect(&m_parts.startDocument, &StartDocument::networkApplied, &m_parts.networkStatus,
             &NetworkStatus::takeApplied);
     m_parts.startDocument.start();
@@ -190,6 +191,14 @@ void SettingsController::showDocument()
     m_sound = root.value(Key::audio).toObject();
     m_window->loadConfiguration();
     m_window->openLauncher(root.value(Key::general).toObject().value(Key::clientMode).toString());
+}
+
+void SettingsController::showUnreadable()
+{
+    GeneralDialog::showError(
+        m_window, tr("Error"),
+        tr("The stored settings cannot be read. Until they can, the device works with the "
+           "factory settings and stores no changes. Restart the device."));
 }
 
 /// Most users never see the settings: their start does not wait for them.
@@ -211,6 +220,11 @@ SettingsPages &SettingsController::settingsPages()
 void SettingsController::on_settingsButton_clicked()
 {
     m_parts.configuration.readAgain(); // without a document there would be no password to ask for
+    if (m_parts.configuration.isProvisional()) {
+        showUnreadable();
+        m_window->resumeAutomatic();
+        return;
+    }
     if (!AdministratorPassword::ask(m_window, m_parts.configuration.getDocument().object())) {
         m_window->resumeAutomatic();
         return;

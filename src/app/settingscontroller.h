@@ -95,6 +95,7 @@ signals:
 private:
     void loadConfiguration();
     void showDocument();
+    void showUnreadable();
     void connectWindow();
     void connectNetworkStatus();
     void connectAudio();

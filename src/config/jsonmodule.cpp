@@ -13,65 +13,10 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 Q_LOGGING_CATEGORY(lcDocument, "kt.config.document")
 
 namespace {
-
-/// No document of ours comes near; whatever is larger is not one.
-constexpr qint64 sizeLimit = 32 * 1024 * 1024;
-
-int openRetrying(const QByteArray &path, int flags)
-{
-    int descriptor = -1;
-    do {
-        descriptor = ::open(path.constData(), flags, S_IRUSR | S_IWUSR);
-    } while (descriptor < 0 && errno == EINTR);
-    return descriptor;
-}
-
-bool writeWhole(int descriptor, const QByteArray &text)
-{
-    qint64 written = 0;
-    while (written < text.size()) {
-        const ssize_t count = ::pwrite(descriptor, text.constData() + written,
-                                       static_cast<size_t>(text.size() - written), written);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        written += count;
-    }
-    return true;
-}
-
-/// Room for the new text is reserved before the first byte of the old one is touched: a full disk loses
-/// nothing.
-bool reserve(int descriptor, qint64 oldSize, qint64 newSize)
-{
-    if (newSize <= oldSize)
-        return true;
-    int error = 0;
-    do {
-        error = ::posix_fallocate(descriptor, oldSize, newSize - oldSize);
-    } while (error == EINTR); // SIGUSR1 may come at any moment
-    if (error == 0)
-        return true;
-    if (::ftruncate(descriptor, oldSize) != 0)
-        qCCritical(lcDocument) << "the document keeps blanks at its end:" << std::strerror(errno);
-    errno = error;
-    return false;
-}
-
-bool replaceContent(int descriptor, const QByteArray &text)
-{
-    const off_t oldSize = ::lseek(descriptor, 0, SEEK_END);
-    return oldSize >= 0 && reserve(descriptor, oldSize, text.size()) && writeWhole(descriptor, text)
-        && ::ftruncate(descriptor, text.size()) == 0 && ::fsync(descriptor) == 0;
-}
 
 /// The first section that a document of its version must have and has not; empty when it has them all.
 QString missingSection(const QJsonObject &root)
@@ -92,7 +37,7 @@ QString missingSection(const QJsonObject &root)
 
 JsonModule::JsonModule(const QString &fileName, bool inStateDirectory, QObject *parent)
     : QObject(parent)
-    , m_filePath(inStateDirectory ? Paths::stateDirectory() + fileName : fileName)
+    , m_file(inStateDirectory ? Paths::stateDirectory() + fileName : fileName)
 { }
 
 QJsonDocument &JsonModule::getDocument()
@@ -102,7 +47,7 @@ QJsonDocument &JsonModule::getDocument()
 
 QString JsonModule::filePath() const
 {
-    return m_filePath;
+    return m_file.path();
 }
 
 QString JsonModule::getJsonString() const
@@ -120,24 +65,27 @@ void JsonModule::getParameters(const QJsonObject &defaults)
     m_defaultParameters = defaults;
 }
 
-QJsonDocument JsonModule::readFile() const
+DocumentFile::Content JsonModule::readFile() const
 {
-    QFile file(m_filePath);
-    if (!file.open(QIODevice::ReadOnly))
-        qCWarning(lcDocument).noquote() << "cannot read" << m_filePath << ':' << file.errorString();
-    return QJsonDocument::fromJson(file.isOpen() ? file.read(sizeLimit) : QByteArray());
+    const DocumentFile::Content content = m_file.read();
+    if (content.state != DocumentFile::State::Complete)
+        qCWarning(lcDocument).noquote() << "cannot read" << filePath() << ':' << std::strerror(errno);
+    return content;
 }
 
 void JsonModule::readContent()
 {
-    m_document = readFile();
+    m_document = QJsonDocument::fromJson(readFile().text);
+    m_provisional = false;
 }
 
 bool JsonModule::readAgain()
 {
     if (m_unsaved)
         return true;
-    const QJsonDocument file = readFile();
+    if (m_provisional)
+        return false;
+    const QJsonDocument file = QJsonDocument::fromJson(readFile().text);
     if (file.object().isEmpty())
         return false;
     m_document = file;
@@ -147,7 +95,7 @@ bool JsonModule::readAgain()
 JsonModule::Change JsonModule::change(const Edit &edit, OnFailure onFailure)
 {
     if (!readAgain()) {
-        qCCritical(lcDocument).noquote() << "no document to change in" << m_filePath;
+        qCCritical(lcDocument).noquote() << "no document to change in" << filePath();
         return Change::Unreadable;
     }
     const QJsonDocument before = m_document;
@@ -168,19 +116,13 @@ JsonModule::Change JsonModule::change(const Edit &edit, OnFailure onFailure)
 
 bool JsonModule::writeContent()
 {
-    const int descriptor = openRetrying(QFile::encodeName(m_filePath), O_WRONLY | O_CREAT | O_CLOEXEC);
-    // It holds passwords. Earlier versions created it readable for everybody.
-    if (descriptor >= 0 && ::fchmod(descriptor, S_IRUSR | S_IWUSR) != 0)
-        qCWarning(lcDocument).noquote() << "others may read" << m_filePath << ':' << std::strerror(errno);
-    const bool written
-        = descriptor >= 0 && replaceContent(descriptor, m_document.toJson(QJsonDocument::Indented));
+    const bool written = m_file.write(m_document.toJson(QJsonDocument::Indented));
     m_unsaved = !written;
-    if (!written)
-        qCCritical(lcDocument).noquote() << "cannot write" << m_filePath << ':' << std::strerror(errno);
-    if (descriptor >= 0)
-        ::close(descriptor);
+    m_provisional = false;
     if (written)
         emit changed();
+    else
+        qCCritical(lcDocument).noquote() << "cannot write" << filePath() << ':' << std::strerror(errno);
     return written;
 }
 
@@ -190,37 +132,59 @@ bool JsonModule::setObject(const QJsonObject &object)
     return writeContent();
 }
 
-bool JsonModule::isUsable() const
+JsonModule::Condition JsonModule::load()
 {
-    const QString missing = missingSection(readFile().object());
-    const bool asked = QFile::exists(Paths::recoveryMarker());
-    if (missing.isEmpty() && !asked)
-        return true;
-    if (m_filePath != Paths::configuration())
-        return true;
-    if (asked)
+    const bool ours = filePath() == Paths::configuration();
+    if (ours && QFile::exists(Paths::recoveryMarker())) {
         qCWarning(lcDocument) << "a recovery is asked for: the document is replaced by the defaults";
-    else
+        return Condition::Useless;
+    }
+    const DocumentFile::Content content = readFile();
+    if (ours && content.state == DocumentFile::State::Failed)
+        return Condition::Unreadable;
+    const QJsonDocument document = QJsonDocument::fromJson(content.text);
+    const QString missing = missingSection(document.object());
+    if (ours && !missing.isEmpty()) {
         qCWarning(lcDocument) << "the document has no" << missing << "and is replaced by the defaults";
-    return false;
+        return Condition::Useless;
+    }
+    m_document = document;
+    m_provisional = false;
+    return Condition::Usable;
 }
 
 bool JsonModule::isConfigCorrect()
 {
-    const bool usable = isUsable();
-    if (!usable)
+    const Condition found = load();
+    if (found == Condition::Useless)
         recover();
-    return usable;
+    return found == Condition::Usable;
 }
 
 void JsonModule::hold(const QJsonObject &object)
 {
     m_document = QJsonDocument(object);
     m_unsaved = true;
+    m_provisional = false;
+}
+
+void JsonModule::holdProvisionally(const QJsonObject &object)
+{
+    m_document = QJsonDocument(object);
+    m_unsaved = false;
+    m_provisional = true;
+}
+
+bool JsonModule::isProvisional() const
+{
+    return m_provisional;
 }
 
 void JsonModule::recover()
 {
+    // A document that the disk cannot give back is not worth keeping now.
+    if (readFile().state == DocumentFile::State::Failed)
+        QFile::remove(filePath());
     const bool written = setObject(m_defaultParameters);
     ToolRun::start(DeviceTools::resetHostName());
     // Where the defaults could not be written the marker asks for them again at the next start.

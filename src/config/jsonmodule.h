@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "config/documentfile.h"
+
 #include <QByteArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -32,6 +34,11 @@ public:
     enum class OnFailure {
         TakeBack,
         Hold, ///< it goes to the file with the next change: the program cannot do without it
+    };
+    enum class Condition {
+        Usable,     ///< as it is, or upgraded where it is old
+        Useless,    ///< missing or no complete document, or a recovery is asked for
+        Unreadable, ///< it may be good, but the system cannot read it now
     };
     /// Edits the root object; false refuses.
     using Edit = std::function<bool(QJsonObject &root)>;
@@ -65,15 +72,17 @@ public:
     /// Holds another document, and writes it. It stays held when it cannot be written.
     bool setObject(const QJsonObject &object);
 
-    /// Whether the file can be used as it is, and upgraded where it is old, and no recovery is asked for.
-    /// Documents in other places than the device's own are always usable.
-    bool isUsable() const;
+    /// Reads the file at the start, and holds it if it is usable. Documents in other places than the device's
+    /// own always are.
+    Condition load();
     /// Holds a document that is not to be written before it is changed.
     void hold(const QJsonObject &object);
-    /// Whether the file can be used as it is, and upgraded where it is old. If not, or if the recovery marker
-    /// is there, the device's own document is replaced by the factory defaults, which are then the held
-    /// document, the host name is reset and the marker goes: false. Documents in other places are left alone:
-    /// true.
+    /// Holds a document in place of one that cannot be read now. It is never written, and every change is
+    /// refused, until `load` finds a usable file.
+    void holdProvisionally(const QJsonObject &object);
+    bool isProvisional() const;
+    /// Whether the file is usable. A useless one is replaced by the factory defaults, which are then the held
+    /// document; the host name is reset and the recovery marker goes.
     bool isConfigCorrect();
 
 signals:
@@ -81,11 +90,12 @@ signals:
     void changed();
 
 private:
-    QJsonDocument readFile() const;
+    DocumentFile::Content readFile() const;
     void recover();
 
     QJsonDocument m_document;
-    QString m_filePath;
+    DocumentFile m_file;
     QJsonObject m_defaultParameters;
-    bool m_unsaved = false; ///< the held document is ahead of the file
+    bool m_unsaved = false;     ///< the held document is ahead of the file
+    bool m_provisional = false; ///< the held document stands in for a file that cannot be read
 };

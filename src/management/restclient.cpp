@@ -92,8 +92,12 @@ QNetworkReply *RestClient::send(const QUrl &url, Send request)
             reply->abort();
         },
         Qt::QueuedConnection);
-    // For the whole reply: a transfer timeout would only end a reply that falls silent.
-    QTimer::singleShot(m_replyTime, reply, &QNetworkReply::abort);
+    // For the whole reply: a transfer timeout would only end a reply that falls silent. The timer is the
+    // reply's, so that it does not outlive it.
+    auto *limit = new QTimer(reply);
+    limit->setSingleShot(true);
+    connect(limit, &QTimer::timeout, reply, &QNetworkReply::abort);
+    limit->start(m_replyTime);
     return reply;
 }
 

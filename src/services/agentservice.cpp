@@ -93,6 +93,9 @@ void AgentService::handleNetworkStatus()
 
 void AgentService::feed()
 {
+    // What stands in for a document that cannot be read concerns no server.
+    if (m_configuration.isProvisional())
+        return;
     const QByteArray configuration = text();
     const bool upload = m_applied || configuration != m_fed;
     m_applied = false;

@@ -109,7 +109,8 @@ bool SettingsApplier::isBusy() const
 void SettingsApplier::compare()
 {
     const QJsonObject root = m_configuration.getDocument().object();
-    if (!root.isEmpty()) {
+    // Defaults in place of a document that cannot be read are not what the device is to be.
+    if (!root.isEmpty() && !m_configuration.isProvisional()) {
         adopt(root);
         Sections due = withoutUncheckedMode(root, differing(root) | m_forced);
         if (m_inSession && m_inSession())

@@ -49,17 +49,48 @@ StartDocument::StartDocument(JsonModule &configuration, NetworkController &netwo
     , m_configuration(configuration)
     , m_network(network)
     , m_applier(applier)
+    , m_triesLeft(readTries)
 { }
 
 void StartDocument::start()
 {
-    if (m_configuration.isUsable()) {
+    begin(m_configuration.load());
+}
+
+void StartDocument::begin(JsonModule::Condition condition)
+{
+    if (condition == JsonModule::Condition::Usable) {
         checkConfigVersion();
         m_applier.start();
         return;
     }
-    m_configuration.hold(Defaults::document(QSysInfo::machineHostName(), Defaults::networkSettings({})));
+    const QJsonObject provisional
+        = Defaults::document(QSysInfo::machineHostName(), Defaults::networkSettings({}));
+    if (condition == JsonModule::Condition::Unreadable) {
+        m_configuration.holdProvisionally(provisional);
+        readLater();
+        return;
+    }
+    m_configuration.hold(provisional);
     loadDefaultConfig([this](const QJsonObject &defaults) { replace(defaults); });
+}
+
+/// The cause may pass: too many open files, or no memory.
+void StartDocument::readLater()
+{
+    QTimer::singleShot(readPauseMs, this, [this] {
+        const JsonModule::Condition condition = m_configuration.load();
+        if (condition != JsonModule::Condition::Unreadable) {
+            begin(condition);
+            emit replaced();
+        } else if (--m_triesLeft > 0) {
+            readLater();
+        } else {
+            qCCritical(lcStart)
+                << "the document cannot be read: the program goes on with defaults and writes nothing";
+            emit unreadable();
+        }
+    });
 }
 
 void StartDocument::replace(const QJsonObject &defaults)

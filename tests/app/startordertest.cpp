@@ -107,6 +107,48 @@ private slots:
         QCOMPARE(device.document(), expected);
     }
 
+    void neverReplacesADocumentThatItCannotRead()
+    {
+        const TestDevice device;
+        const QString path = device.path(documentPath);
+        QFile::remove(path);
+        QVERIFY(QFile::link(path, path));
+        Program program;
+        const QSignalSpy unreadable(&program.startDocument(), &StartDocument::unreadable);
+        const DialogAnswer answer(true);
+        program.start();
+        program.applier().follow();
+        QTRY_COMPARE_WITH_TIMEOUT(unreadable.size(), 1, 20000);
+        program.controller().on_settingsButton_clicked();
+        QVERIFY(program.window().findChild<QCheckBox *>("numLockCheckBox") == nullptr);
+        const auto edit = [](QJsonObject &root) {
+            root.insert(Key::general, QJsonObject());
+            return true;
+        };
+        QCOMPARE(program.configuration().change(edit), JsonModule::Change::Unreadable);
+        QVERIFY(QFileInfo(path).isSymLink());
+        QVERIFY(device.calls("kt-network-config").filter("set-config").isEmpty());
+    }
+
+    void waitsForADocumentThatItCannotReadYet()
+    {
+        const TestDevice device;
+        const QString path = device.path(documentPath);
+        QFile::remove(path);
+        QVERIFY(QFile::link(path, path));
+        Program program;
+        const QSignalSpy replaced(&program.startDocument(), &StartDocument::replaced);
+        program.start();
+        QVERIFY(program.configuration().isProvisional());
+        QVERIFY(QFile::remove(path));
+        device.write(documentPath, Documents::text("version-14.json"));
+        QTRY_COMPARE(replaced.size(), 1);
+        QJsonObject expected = Documents::object("version-14.upgraded.json");
+        expected.insert(Key::audio, device.document().value(Key::audio)); // the devices found meanwhile
+        QCOMPARE(device.document(), expected);
+        QTRY_VERIFY(!device.calls("kt-network-config").filter("autoconnect").isEmpty());
+    }
+
     void startsWithoutTools()
     {
         const TestDevice device;

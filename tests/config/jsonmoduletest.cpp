@@ -1,9 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The KT964 launcher authors
 // SPDX-License-Identifier: Apache-2.0
 
-#include "config/jsonmodule.h"
 #include "fulldisk.h"
+#include "testtable.h"
 
+#include "config/documentfile.h"
+#include "config/jsonmodule.h"
+
+#include <QCryptographicHash>
 #include <QtTest>
 
 namespace {
@@ -92,7 +96,57 @@ private slots:
         QCOMPARE(contentOf(path).size(), before.size() + 4900);
     }
 
+    void undoesAWriteThatEndedEarly_data()
+    {
+        const TestTable<QByteArray, QByteArray> table("journal", "left");
+        const QByteArray complete = journal("former");
+        table.row("complete", complete, "former");
+        table.row("of an empty file", journal(""), "");
+        table.row("cut", complete.chopped(1), "half a t");
+        table.row("continued", complete + 'x', "half a t");
+        table.row("other text", QByteArray(complete).replace("former", "lesser"), "half a t");
+        table.row("empty", "", "half a t");
+    }
+
+    void undoesAWriteThatEndedEarly()
+    {
+        QFETCH(QByteArray, journal);
+        QFETCH(QByteArray, left);
+        const QString path = m_folder.filePath("early.json");
+        write(path, "half a t");
+        write(path + ".journal", journal);
+        const DocumentFile file(path);
+        QCOMPARE(file.read().text, left);
+        QCOMPARE(contentOf(path), left);
+        // What the journal held is not told from it again, whatever is written now.
+        QVERIFY(DocumentFile(path).write("new"));
+        QCOMPARE(file.read().text, QByteArray("new"));
+        QVERIFY(!QFile::exists(path + ".journal"));
+    }
+
+    void leavesAFileThatItCannotReadAlone()
+    {
+        const QString path = m_folder.filePath("loop.json");
+        QVERIFY(QFile::link(path, path));
+        DocumentFile file(path);
+        QCOMPARE(file.read().state, DocumentFile::State::Failed);
+        QVERIFY(!file.write("new"));
+        QVERIFY(QFileInfo(path).isSymLink());
+        QCOMPARE(DocumentFile(m_folder.filePath("none")).read().state, DocumentFile::State::Missing);
+    }
+
 private:
+    static QByteArray journal(const QByteArray &former)
+    {
+        return "kt964-journal 1 " + QByteArray::number(former.size()) + ' '
+            + QCryptographicHash::hash(former, QCryptographicHash::Sha256).toHex() + '\n' + former;
+    }
+    static void write(const QString &path, const QByteArray &content)
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+
     QTemporaryDir m_folder;
 };
 
