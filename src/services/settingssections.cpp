@@ -59,10 +59,20 @@ QJsonObject nameServers(const QJsonObject &root)
     return dns;
 }
 
-QJsonValue displayMode(const QJsonObject &root)
+/// The tool that sets the primary display's mode lays out a second display too.
+QJsonObject displays(const QJsonObject &root)
 {
-    const QString mode = member(member(root, Key::display), Key::primary).value(Key::resolution).toString();
-    return mode.isEmpty() ? QStringLiteral("Automatic") : mode;
+    const QJsonObject display = member(root, Key::display);
+    const QJsonObject second = member(display, Key::secondary);
+    QJsonObject result{{Key::primary, member(display, Key::primary).value(Key::resolution).toString()},
+                       {Key::secondary, second.value(Key::resolution).toString()},
+                       {Key::position, second.value(Key::position).toString()},
+                       {Key::multiMonitorMode, display.value(Key::multiMonitorMode).toString()}};
+    for (const QLatin1String key : {Key::primary, Key::secondary}) {
+        if (result.value(key).toString().isEmpty())
+            result.insert(key, QStringLiteral("Automatic"));
+    }
+    return result;
 }
 
 QJsonObject timeServer(const QJsonObject &root)
@@ -100,7 +110,7 @@ QJsonValue value(const QJsonObject &root, Section section)
     case Dns:
         return nameServers(root);
     case DisplayMode:
-        return displayMode(root);
+        return displays(root);
     case ScreenSaver:
         return member(root, Key::display).value(Key::screenSaverTimeout).toInt();
     case KeyboardLayout:

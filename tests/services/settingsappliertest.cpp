@@ -111,6 +111,7 @@ void SettingsApplierTest::carriesOutWhatDiffers_data()
               QStringList(setConfig) + connectWired);
     table.row("mode", {Key::display, Key::primary, Key::resolution}, "1280x800 60Hz",
               {"kt-set-resolution DMT 28"});
+    table.row("second display", {Key::display, Key::secondary, Key::position}, "left", {"kt-set-resolution"});
     table.row("screen saver", {Key::display, Key::screenSaverTimeout}, 5, {"kt964-sleep restart"});
     table.row("layout", {Key::keyboard, Key::layout}, "DE", {"kt-set-keyboard DE de"});
     table.row("NumLock", {Key::keyboard, Key::numlockOn}, true, {"numlockx on"});
