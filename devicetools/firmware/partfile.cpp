@@ -4,6 +4,7 @@
 #include "devicetools-firmware/partfile.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
@@ -14,7 +15,7 @@
 
 PartFile::PartFile(const QString &target)
     : m_target(QFile::encodeName(target))
-    , m_part(m_target + ".part")
+    , m_part(m_target + ".partly")
 { }
 
 PartFile::~PartFile()
@@ -77,7 +78,8 @@ qint64 PartFile::room() const
     struct statvfs disk = {};
     if (fstatvfs(m_descriptor, &disk) != 0)
         return 0;
-    return static_cast<qint64>(disk.f_bavail) * static_cast<qint64>(disk.f_frsize);
+    return static_cast<qint64>(disk.f_bavail) * static_cast<qint64>(disk.f_frsize)
+        + QFileInfo(QFile::decodeName(m_target + ".earlier")).size();
 }
 
 QString PartFile::problem() const

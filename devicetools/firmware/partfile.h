@@ -6,8 +6,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// A large file that is written under another name ("NAME.part") until it is whole. One that is not finished
-/// is removed; one that a power failure has left is overwritten by the next.
+/// A large file that is written under another name ("NAME.partly") until it is whole. One that is not finished
+/// is removed; one that a loss of power has left is removed by the launcher, or overwritten by the next.
 class PartFile
 {
 public:
@@ -21,7 +21,8 @@ public:
     bool append(const char *bytes, std::size_t size);
     /// Puts the file in the target's place when all is on the disk. An empty file is a failure.
     bool finish();
-    /// The bytes that fit on the disk.
+    /// The bytes that fit on the disk. The launcher removes the earlier image ("NAME.earlier") when it has
+    /// to.
     qint64 room() const;
     /// What went wrong; empty so far.
     QString problem() const;
