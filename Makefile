@@ -5,12 +5,13 @@
 
 JOBS ?= $(shell nproc)
 
-.PHONY: help demo check deb bench fuzz mutants tidy build packages release debug sanitize format clean
+.PHONY: help demo check deb device-check bench fuzz mutants tidy build packages release debug sanitize format clean
 
 help:
 	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
 	@echo "make check   check format, lengths, headers and texts; build and run every test, plainly and with the sanitizers"
 	@echo "make deb     build the Debian packages in build/packages; ARCH=arm64 or armhf cross-builds them"
+	@echo "make device-check  install the packages on a Debian in a virtual machine, and work it; ONLY=wifi runs that alone"
 	@echo "make tidy    have clang-tidy look for likely mistakes"
 	@echo "make bench   measure start-up, pauses, memory, long lists, consoles, the agent and firmware transfers"
 	@echo "make fuzz    fuzz every decoder of what arrives, FUZZ_SECONDS (60) each"
@@ -39,6 +40,12 @@ check:
 deb:
 	scripts/install-packages --deb
 	scripts/deb --jobs $(JOBS)
+
+device-check: deb
+	scripts/install-packages --device-check
+	cmake --preset release
+	cmake --build --preset release --target kt-lab kt-console --parallel $(JOBS)
+	appliance/device-check build/release/bin build/packages $(ONLY)
 
 tidy:
 	scripts/install-packages --tidy
