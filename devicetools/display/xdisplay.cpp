@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <vector>
 #include <unistd.h>
 
 #include <X11/Xlib.h>
@@ -92,15 +93,15 @@ bool isUsable(const XRRModeInfo &info)
 
 QVector<MonitorMode> modesOf(const XRROutputInfo &info, const QHash<quint32, MonitorMode> &known)
 {
-    QVector<MonitorMode> modes;
+    std::vector<MonitorMode> modes; // GCC 12 warns of QVector's growth here, in vain
     for (int index = 0; index < info.nmode && index < modeLimit; ++index) {
         const auto mode = known.constFind(static_cast<quint32>(info.modes[index]));
         if (mode == known.constEnd())
             continue;
-        modes += *mode;
-        modes.last().isPreferred = index < info.npreferred;
+        modes.push_back(*mode);
+        modes.back().isPreferred = index < info.npreferred;
     }
-    return modes;
+    return {modes.begin(), modes.end()};
 }
 
 XTransform scaling(const QSize &shown, const QSize &picture)
