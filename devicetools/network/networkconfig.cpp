@@ -50,20 +50,13 @@ int setConfig(const QString &fileName)
     return StoredSettings::store(network);
 }
 
-bool isToConnect(const QString &uuid)
-{
-    const NMVariantMapMap profile = NetworkService::profile(uuid);
-    return !profile.isEmpty()
-        && profile.value(QStringLiteral("connection")).value(QStringLiteral("autoconnect"), true).toBool();
-}
-
 int autoconnect(const QString &fileName)
 {
     const int status = setConfig(fileName);
-    if (isToConnect(Profile::wiredUuid))
+    if (NetworkService::isToConnect(Profile::wiredUuid))
         Wired::connect(autoconnectLimitMs);
     const NetworkManager::WirelessDevice::Ptr device = Wireless::device();
-    if (device && isToConnect(Profile::wirelessUuid))
+    if (device && NetworkService::isToConnect(Profile::wirelessUuid))
         Activation::connect(device, NetworkService::profilePath(Profile::wirelessUuid), QStringLiteral("/"),
                             autoconnectLimitMs);
     return status;

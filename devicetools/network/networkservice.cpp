@@ -95,6 +95,13 @@ NMVariantMapMap profile(const QString &uuid)
     return reply.isValid() ? reply.value() : NMVariantMapMap();
 }
 
+bool isToConnect(const QString &uuid)
+{
+    const NMVariantMapMap stored = profile(uuid);
+    return !stored.isEmpty()
+        && stored.value(QStringLiteral("connection")).value(QStringLiteral("autoconnect"), true).toBool();
+}
+
 bool storeProfile(const NMVariantMapMap &profile, QString &error)
 {
     const QString uuid = profile.value(QStringLiteral("connection")).value(QStringLiteral("uuid")).toString();

@@ -33,6 +33,8 @@ bool setManaged(const NetworkManager::Device::Ptr &device, bool managed, QString
 QString profilePath(const QString &uuid);
 /// The profile's settings without its secrets.
 NMVariantMapMap profile(const QString &uuid);
+/// Whether a profile is stored that NetworkManager is to connect whenever it can.
+bool isToConnect(const QString &uuid);
 /// Stores a profile in the place of an earlier one with its UUID.
 bool storeProfile(const NMVariantMapMap &profile, QString &error);
 bool removeProfile(const QString &uuid, QString &error);

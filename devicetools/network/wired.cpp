@@ -61,10 +61,7 @@ int report(const Activation::Outcome &outcome)
 
 int connect(int limitMs)
 {
-    const NMVariantMapMap profile = NetworkService::profile(Profile::wiredUuid);
-    if (profile.isEmpty())
-        return Tool::fail(QStringLiteral("no settings are stored for eth0"));
-    if (!profile.value(QStringLiteral("connection")).value(QStringLiteral("autoconnect"), true).toBool())
+    if (!NetworkService::isToConnect(Profile::wiredUuid))
         return Tool::fail(QStringLiteral("the wired interface is disabled or has no usable address"));
     const NetworkManager::Device::Ptr device = NetworkService::device(eth0);
     if (!device)
