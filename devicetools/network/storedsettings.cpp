@@ -10,6 +10,9 @@
 #include "network-tools/networkservice.h"
 #include "network-tools/profile.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace StoredSettings {
 
 namespace {
@@ -26,24 +29,31 @@ bool isEnabled(const QJsonObject &interface)
 }
 
 /// Without a usable address the interface stays as unconnected as a disabled one.
-Addressing addressing(const QJsonObject &interface, const char *name, bool &enabled)
+Addressing addressing(const QJsonObject &interface, const char *name, bool &enabled, int &status)
 {
     const std::optional<Addressing> wanted = Addressing::fromDocument(interface);
     if (wanted)
         return *wanted;
     if (enabled)
-        Tool::fail(QStringLiteral("no usable address for %1").arg(QLatin1String(name)));
+        status = Tool::fail(QStringLiteral("no usable address for %1").arg(QLatin1String(name)));
     enabled = false;
     Addressing none;
     none.isStatic = true;
     return none;
 }
 
-bool storeWired(const QJsonObject &eth, QString &error)
+int result(bool stored, int status, const QString &error)
 {
+    return stored ? status : Tool::fail(error);
+}
+
+int storeWired(const QJsonObject &eth)
+{
+    int status = Tool::Done;
     bool enabled = isEnabled(eth);
-    const Addressing wanted = addressing(eth, "eth0", enabled);
-    return NetworkService::storeProfile(Profile::wired(wanted, enabled), error);
+    const Addressing wanted = addressing(eth, "eth0", enabled, status);
+    QString error;
+    return result(NetworkService::storeProfile(Profile::wired(wanted, enabled), error), status, error);
 }
 
 /// An earlier join may have found that the same network wants another protocol than the usual one.
@@ -63,26 +73,30 @@ QString keyManagement(const WifiNetwork &network)
     return Profile::keyManagementFor(network.security, std::nullopt);
 }
 
-/// A network that cannot be used is not stored; the reason goes to standard error.
-bool storeWireless(const QJsonObject &wlan, QString &error)
+/// A network that cannot be used is not stored.
+int storeWireless(const QJsonObject &wlan)
 {
+    QString error;
     const WifiNetwork network = WifiNetwork::fromDocument(wlan);
     if (network.ssid.isEmpty())
-        return NetworkService::removeProfile(Profile::wirelessUuid, error);
+        return result(NetworkService::removeProfile(Profile::wirelessUuid, error), Tool::Done, error);
     QString problem = network.problem();
     const std::optional<Profile::Certificates> certificates
         = problem.isEmpty() ? CertificateFile::read(network, problem) : std::nullopt;
     if (!certificates) {
         Tool::fail(problem);
-        return NetworkService::removeProfile(Profile::wirelessUuid, error);
+        return result(NetworkService::removeProfile(Profile::wirelessUuid, error), Tool::Failed, error);
     }
+    int status = Tool::Done;
     bool enabled = isEnabled(wlan);
-    const Addressing wanted = addressing(wlan, "wlan0", enabled);
-    return NetworkService::storeProfile(
-        Profile::wireless(network, *certificates, keyManagement(network), wanted, enabled), error);
+    const Addressing wanted = addressing(wlan, "wlan0", enabled, status);
+    return result(
+        NetworkService::storeProfile(
+            Profile::wireless(network, *certificates, keyManagement(network), wanted, enabled), error),
+        status, error);
 }
 
-bool storeNameServers(const QJsonObject &dns, QString &error)
+int storeNameServers(const QJsonObject &dns)
 {
     QStringList servers;
     QString domain;
@@ -95,7 +109,8 @@ bool storeNameServers(const QJsonObject &dns, QString &error)
         const QString wanted = Document::text(dns, "domain");
         domain = Checks::isHostName(wanted) ? wanted : QString();
     }
-    return NetworkService::setNameServers(servers, domain, error);
+    QString error;
+    return result(NetworkService::setNameServers(servers, domain, error), Tool::Done, error);
 }
 
 } // namespace
@@ -103,16 +118,10 @@ bool storeNameServers(const QJsonObject &dns, QString &error)
 int store(const QJsonObject &network)
 {
     const QJsonObject interfaces = member(network, "interfaces");
-    int status = Tool::Done;
-    QString error;
     // One that fails keeps none of the others from being stored.
-    if (!storeWired(member(interfaces, "eth"), error))
-        status = Tool::fail(error);
-    if (!storeWireless(member(interfaces, "wlan"), error))
-        status = Tool::fail(error);
-    if (!storeNameServers(member(network, "DNS"), error))
-        status = Tool::fail(error);
-    return status;
+    const int statuses[] = {storeWired(member(interfaces, "eth")), storeWireless(member(interfaces, "wlan")),
+                            storeNameServers(member(network, "DNS"))};
+    return *std::max_element(std::begin(statuses), std::end(statuses));
 }
 
 } // namespace StoredSettings

@@ -30,7 +30,8 @@ AccessPoint::Ptr find(const WirelessDevice::Ptr &device, const WifiNetwork &netw
     for (int look = 0; look < 2; ++look) {
         if (const AccessPoint::Ptr known = Wireless::accessPoint(device, network.ssid))
             return known;
-        Wireless::scan(device, network.ssid,
+        // Asked for by its name, a hidden network would answer though it is not said to be one.
+        Wireless::scan(device, network.hidden ? network.ssid : QString(),
                        [&] { return !Wireless::accessPoint(device, network.ssid).isNull(); });
     }
     return Wireless::accessPoint(device, network.ssid);

@@ -95,16 +95,16 @@ private slots:
     void saysThatNetworkManagerIsMissing();
 
 private:
-    QStringList document(const char *type, bool enabled = true);
+    QStringList document(const char *type, bool enabled = true, const QString &address = chosen);
 
     QTemporaryDir m_folder;
 };
 
-QStringList NetworkToolsTest::document(const char *type, bool enabled)
+QStringList NetworkToolsTest::document(const char *type, bool enabled, const QString &address)
 {
     const QJsonObject eth{{"enabled", enabled},
                           {"type", type},
-                          {"IP address", chosen},
+                          {"IP address", address},
                           {"network mask", "255.255.255.0"},
                           {"default gateway", "10.77.0.1"}};
     const QJsonObject dns{{"type", type}, {"dns1", "10.77.0.5"}, {"dns2", ""}, {"domain", "ward.example"}};
@@ -178,6 +178,9 @@ void NetworkToolsTest::followsTheDocument()
     QCOMPARE(parameters(), values("dhcp", ""));
     QVERIFY(says("is-wired-linked"));
     QCOMPARE(config("connect-ethernet").status, 1); // disabled
+
+    QCOMPARE(config("set-config", document("static", true, "10.77.0.999")).status, 1);
+    QCOMPARE(config("connect-ethernet").status, 1);
 
     QCOMPARE(config("autoconnect", document("dhcp")).status, 0);
     QCOMPARE(parameters(), values("dhcp", leased));
