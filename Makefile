@@ -39,7 +39,7 @@ check:
 
 deb:
 	scripts/install-packages --deb
-	scripts/deb --jobs $(JOBS)
+	scripts/deb --jobs $(JOBS) $(ARCH:%=--arch %)
 
 device-check: deb
 	scripts/install-packages --device-check
