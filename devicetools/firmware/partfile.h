@@ -6,8 +6,9 @@
 #include <QByteArray>
 #include <QString>
 
-/// A large file that is written under another name ("NAME.partly") until it is whole. One that is not finished
-/// is removed; one that a loss of power has left is removed by the launcher, or overwritten by the next.
+/// A large file that is written under another name ("NAME.partly") until it is whole. One that is not
+/// finished is removed; one that a loss of power has left is removed by the launcher, or overwritten by the
+/// next.
 class PartFile
 {
 public:
