@@ -44,11 +44,10 @@ QString store(const XkbLayout &wanted)
         {wanted.layout, QStringLiteral("pc105"), wanted.variant, QString(), convert, interactive});
 }
 
-std::optional<XkbLayout> stored()
+QString storedCode()
 {
     const QJsonObject root = Document::read().value_or(QJsonObject());
-    const QString code = Document::text(root.value(QLatin1String("keyboard settings")).toObject(), "layout");
-    return layoutFor(code, listed(code, list));
+    return Document::text(root.value(QLatin1String("keyboard settings")).toObject(), "layout");
 }
 
 void findServer()
@@ -66,7 +65,10 @@ int setKeyboard(const QStringList &arguments)
     const bool isStored = arguments == QStringList(QStringLiteral("--stored"));
     if (!isStored && arguments.size() != 2)
         return Tool::WrongUsage;
-    const auto wanted = isStored ? stored() : layoutFor(arguments.at(0), arguments.at(1));
+    const QString code = isStored ? storedCode() : arguments.at(0);
+    if (isStored && code.isEmpty())
+        return Tool::Done; // the first start: there is no document yet
+    const auto wanted = layoutFor(code, isStored ? listed(code, list) : arguments.at(1));
     if (!wanted)
         return Tool::reject(QStringLiteral("that is no name of a keyboard layout"));
     findServer();
