@@ -110,6 +110,8 @@ private slots:
         QVERIFY(choose("1,0", "3,0"));
         QFile name(QString("/proc/%1/comm").arg(m_client->processId()));
         QVERIFY(name.open(QIODevice::ReadOnly) && name.readAll() == "zClient.bin\n");
+        QFile status(QString("/proc/%1/status").arg(QString::fromUtf8(standIn.read("pid").trimmed())));
+        QVERIFY(status.open(QIODevice::ReadOnly) && status.readAll().contains("NoNewPrivs:\t1"));
         signalClient(SIGUSR1);
         QTRY_VERIFY(defined().contains("\"hw:1,0\""));
         QVERIFY(defined().contains("\"hw:2,0\""));
