@@ -63,7 +63,7 @@ class Network:
         self.start("dhcp", "dnsmasq", "--no-daemon", "--conf-file=/dev/null", "--log-dhcp", "--interface=lab0", "--bind-interfaces", "--except-interface=lo",
                    "--no-hosts", "--no-resolv", "--no-ping", "--domain=lab", "--pid-file=",
                    f"--dhcp-leasefile={self.folder}/leases", "--dhcp-range=10.77.0.100,10.77.0.120,255.255.255.0,1h",
-                   f"--dhcp-host=52:54:00:00:09:64,{DEVICE}", "--dhcp-option=224,10.77.0.21",
+                   f"--dhcp-host=52:54:00:00:09:64,{DEVICE}", "--dhcp-option-force=224,http://10.77.0.21",
                    "--address=/ward3.lab/10.77.0.21", "--address=/reception.lab/10.77.0.22", ready="started, version")
         threading.Thread(target=serve_time, args=("10.77.0.24",), daemon=True).start()
         lab("corvid-server", "--address", ",".join(NAMES), *(f"--name={name}" for name in NAMES.values()),

@@ -209,7 +209,8 @@ def address(check):
     merge(check, {"network settings": {"interfaces": {"eth": {"enabled": True, "type": "dhcp"}}, "DNS": {"type": "dhcp"}}},
           "10.77.0.50")
     has_address(check, DEVICE)
-    check.see(f"console: DHCP, {DEVICE} again")
+    machine.becomes(30, "the management server", "grep -qx 'qmd_address=\"\\?http://10.77.0.21.*' /tmp/dhcp-options.conf")
+    check.see(f"console: DHCP, {DEVICE} again, with the management server's address")
 
 
 def air(check, action):
