@@ -12,8 +12,10 @@
 // (requests).
 
 #include "blockloop.h"
-#include "update/firmwareimage.h"
+
 #include "management/devicestatus.h"
+#include "update/blockreadahead.h"
+#include "update/firmwareimage.h"
 #include "update/terminalservermodule.h"
 #include "update/udpfilemodule.h"
 #include "update/urlfilemodule.h"
@@ -21,6 +23,7 @@
 #include <QCoreApplication>
 
 #include <cstdio>
+#include <set>
 #include <sys/resource.h>
 
 namespace {
@@ -40,15 +43,18 @@ int fetchFromServer(const QString &address, const QString &name)
     DeviceStatus status;
     TerminalServerModule endpoint(status);
     UdpFileModule transfer;
-    qint64 asked = -1;
-    QObject::connect(&transfer, &UdpFileModule::ask_WantUdpFileData, &endpoint,
+    BlockReadAhead ahead;
+    std::set<quint32> asked;
+    QObject::connect(&transfer, &UdpFileModule::ask_WantUdpFileData, &ahead, &BlockReadAhead::request);
+    QObject::connect(&ahead, &BlockReadAhead::ask_WantUdpFileData, &endpoint,
                      [&](const UdpFileRequest &request, int &error) {
-                         repeated += asked == request.position ? 1 : 0;
-                         asked = request.position;
+                         repeated += asked.insert(request.position).second ? 0 : 1;
                          endpoint.getUdpFileData(request, error);
                      });
-    QObject::connect(&endpoint, &TerminalServerModule::ask_HasUdpFileData, &transfer,
-                     &UdpFileModule::fsm_SaveData);
+    QObject::connect(&endpoint, &TerminalServerModule::ask_HasUdpFileData, &ahead,
+                     &BlockReadAhead::handleReply);
+    QObject::connect(&ahead, &BlockReadAhead::blockArrived, &transfer, &UdpFileModule::fsm_SaveData);
+    QObject::connect(&transfer, &UdpFileModule::ready_TransferDone, &ahead, &BlockReadAhead::stop);
     QObject::connect(&transfer, &UdpFileModule::ready_TransferDone, &transfer, [](QTemporaryFile *file) {
         const std::unique_ptr<QTemporaryFile> taken(file);
         finish(taken && FirmwareImage::place(*taken));

@@ -54,6 +54,7 @@ void addFiles(CorvidServer *server, const LabCommand &command)
     faults.reordering = command.number(QStringLiteral("reordering"), 0);
     faults.silentFrom = command.number(QStringLiteral("silent-from"), -1);
     faults.totalChangesFrom = command.number(QStringLiteral("total-changes-from"), -1);
+    faults.oneAtATime = command.isSet(QStringLiteral("one-at-a-time"));
     faults.seed = static_cast<quint32>(command.number(QStringLiteral("seed"), 1));
     const QVector<QHostAddress> own = addresses(command);
     for (int i = 0; i < own.size(); ++i) {
@@ -81,6 +82,8 @@ void addFileOptions(LabCommand *command)
     option("seed", "Selects the affected blocks.", "N");
     option("silent-from", "Sends no reply for blocks from this position on.", "BYTES");
     option("total-changes-from", "Reports another file size from this position on.", "BYTES");
+    command->addOption(QStringLiteral("one-at-a-time"),
+                       QStringLiteral("Replies only to the newest of the block requests that wait."));
 }
 
 /// Prints only the first block of a transfer.

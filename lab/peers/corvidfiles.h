@@ -45,5 +45,6 @@ struct CorvidFaults
     int reordering = 0;           ///< held back until the next reply is sent
     qint64 silentFrom = -1;       ///< no replies from this position on
     qint64 totalChangesFrom = -1; ///< another file size from this position on
+    bool oneAtATime = false;      ///< of the requests that wait, only the newest gets a reply
     quint32 seed = 1;
 };

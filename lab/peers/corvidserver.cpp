@@ -96,6 +96,9 @@ void CorvidServer::receive(QUdpSocket *socket)
             continue;
         const QHostAddress asked = socket->localAddress();
         if (request->kind == CorvidRequest::Kind::FileBlock) {
+            const Peer *peer = peerAt(asked);
+            if (peer && peer->faults.oneAtATime && socket->hasPendingDatagrams())
+                continue;
             sendBlock(asked, *request, sender, port);
             continue;
         }

@@ -22,6 +22,7 @@ namespace {
 const QString serverPrefix = QStringLiteral("CORVID://");
 /// The tools reply within half a minute; consoles ask again after seconds.
 constexpr int longestInfoQueue = 1000;
+constexpr int receiveBuffer = 1024 * 1024; // the system may grant less
 
 } // namespace
 
@@ -43,6 +44,8 @@ bool TerminalServerModule::open()
     connect(m_socket, &QUdpSocket::readyRead, this, &TerminalServerModule::checkCommand);
     if (!m_socket->bind(QHostAddress::Any, WireFormat::devicePort))
         Diagnostics::print(QStringLiteral("Error binding address"));
+    // A server sends many blocks while the window is being drawn.
+    m_socket->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, receiveBuffer);
     return true;
 }
 

@@ -43,7 +43,10 @@ void UpdateModule::connectTransfers()
     connect(&m_url, &UrlFileModule::ready_TransferDone, this, [this] { endUrlUpdate(tr("Download error")); });
     connect(&m_udp, &UdpFileModule::downloadFinished, this, &UpdateModule::checkDownloadFWFinished);
     connect(&m_udp, &UdpFileModule::ask_DownloadProgress, this, &UpdateModule::do_ReportDownloadProgress);
-    connect(&m_udp, &UdpFileModule::ask_WantUdpFileData, this, &UpdateModule::ask_WantUdpFileData);
+    connect(&m_udp, &UdpFileModule::ask_WantUdpFileData, &m_readAhead, &BlockReadAhead::request);
+    connect(&m_readAhead, &BlockReadAhead::ask_WantUdpFileData, this, &UpdateModule::ask_WantUdpFileData);
+    connect(&m_readAhead, &BlockReadAhead::blockArrived, &m_udp, &UdpFileModule::fsm_SaveData);
+    connect(&m_udp, &UdpFileModule::ready_TransferDone, &m_readAhead, &BlockReadAhead::stop);
     connect(&m_udp, &UdpFileModule::ready_TransferDone, this, [this](QTemporaryFile *file) {
         // Each handler owns the file only in its own state.
         if (m_state == State::IndexTransfer)
@@ -53,7 +56,7 @@ void UpdateModule::connectTransfers()
         else
             delete file;
     });
-    connect(this, &UpdateModule::ask_HasUdpFileData, &m_udp, &UdpFileModule::fsm_SaveData);
+    connect(this, &UpdateModule::ask_HasUdpFileData, &m_readAhead, &BlockReadAhead::handleReply);
 }
 
 UpdateModule::State UpdateModule::state() const

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "update/blockreadahead.h"
 #include "update/udpfilemodule.h"
 #include "update/urlfilemodule.h"
 
@@ -100,6 +101,7 @@ private:
     UpdateMethod m_method = UpdateMethod::Latest;
     UrlFileModule m_url;
     UdpFileModule m_udp;
+    BlockReadAhead m_readAhead;
     int m_index = 0; ///< of the next server to read an index from
     bool m_serversAwaited = false;
     QList<UdpServer *> m_servers;
