@@ -65,18 +65,21 @@ int printMode(const QVector<Output> &outputs)
     return Tool::fail(QStringLiteral("no monitor is in use"));
 }
 
-bool run(const QString &program, const QStringList &arguments)
+void start(QProcess &process, const QString &program, const QStringList &arguments)
 {
-    QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(program, arguments);
-    const bool ended = process.waitForFinished(stepLimitMs);
-    if (!ended) {
-        Tool::fail(program + QStringLiteral(": ") + process.errorString());
+}
+
+bool hasSucceeded(QProcess &process)
+{
+    if (!process.waitForFinished(stepLimitMs) && process.error() != QProcess::FailedToStart) {
+        Tool::fail(process.program() + QStringLiteral(": ") + process.errorString());
         process.kill();
         process.waitForFinished(stepLimitMs);
+        return false;
     }
-    return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == Tool::Done;
+    return process.error() == QProcess::UnknownError && process.exitCode() == Tool::Done;
 }
 
 } // namespace
@@ -126,21 +129,20 @@ int tvService(const QStringList &arguments)
 
 int reportDisplay(const QStringList &arguments)
 {
-    const bool isQuiet = arguments == QStringList(QStringLiteral("--no-message"));
-    if (!arguments.isEmpty() && !isQuiet)
+    if (!arguments.isEmpty())
         return Tool::WrongUsage;
     const auto display = XDisplay::open();
     if (!display)
         return Tool::Failed;
     const QVector<Output> outputs = display->outputs();
     const int status = showStored(*display, outputs);
-    if (isQuiet || !Layout::primary(outputs))
+    if (!Layout::primary(outputs))
         return status;
-    const bool isDual = Layout::secondary(outputs) != nullptr;
-    const bool told
-        = run(helpers + QStringLiteral("kt-message"),
-              {QStringLiteral("display"), isDual ? QStringLiteral("add") : QStringLiteral("remove")});
-    return told ? status : Tool::Failed;
+    QProcess message;
+    start(message, helpers + QStringLiteral("kt-message"),
+          {QStringLiteral("display"),
+           Layout::secondary(outputs) ? QStringLiteral("add") : QStringLiteral("remove")});
+    return hasSucceeded(message) ? status : Tool::Failed;
 }
 
 int setBlanking(const QStringList &arguments)
@@ -159,9 +161,13 @@ int restoreDisplay(const QStringList &arguments)
 {
     if (!arguments.isEmpty())
         return Tool::WrongUsage;
-    run(helpers + QStringLiteral("report-display"), {QStringLiteral("--no-message")});
-    run(QStringLiteral("/usr/bin/kt-set-keyboard"), {QStringLiteral("--stored")});
-    run(helpers + QStringLiteral("set-blanking"), {});
+    QProcess keyboard;
+    start(keyboard, QStringLiteral("/usr/bin/kt-set-keyboard"), {QStringLiteral("--stored")});
+    if (const auto display = XDisplay::open()) {
+        showStored(*display, display->outputs());
+        display->setBlanking(settings().screenSaverMinutes);
+    }
+    hasSucceeded(keyboard);
     return Tool::Done;
 }
 

@@ -16,7 +16,8 @@ int tvService(const QStringList &arguments);
 int reportDisplay(const QStringList &arguments);
 /// set-blanking [never]
 int setBlanking(const QStringList &arguments);
-/// restore-display: before a session, all of the above and the keyboard, from the document. Never fails.
+/// restore-display: before a session, modes, layout, blanking and keyboard from the document. A launcher with
+/// a wrong screen is better than none, so a failure is only reported.
 int restoreDisplay(const QStringList &arguments);
 
 } // namespace DisplayTools

@@ -11,10 +11,10 @@ int main(int argc, char **argv)
         argc, argv,
         {{"make-lists", "[FOLDER]",
           "Makes the lists of keyboard layouts and time zones from the machine's data, in /etc by default.\n",
-          25, GeneratedFile::makeLists},
+          28, GeneratedFile::makeLists},
          {"use-ntp-server", "",
-          "Hands the stored time servers to the synchroniser, which has just started.\n", 25,
+          "Hands the stored time servers to the synchroniser, which has just started.\n", 28,
           TimeTools::useNtpServer},
-         {"date", "-s TIME", "Sets the clock to a time such as \"5 Mar 2024 07:08:09\".\n", 25,
+         {"date", "-s TIME", "Sets the clock to a time such as \"5 Mar 2024 07:08:09\".\n", 28,
           TimeTools::setClock}});
 }

@@ -71,12 +71,8 @@ int setHostName(const QStringList &arguments)
     if (!isDeviceName(name))
         return Tool::fail(QStringLiteral("the document has no device name that a host can have"));
     constexpr bool interactive = false;
-    for (const char *method : {"SetStaticHostname", "SetHostname"}) {
-        const QString problem = SystemBus::call(hostMethod(method), {name, interactive});
-        if (!problem.isEmpty())
-            return Tool::fail(problem);
-    }
-    return Tool::Done;
+    const QString problem = SystemBus::call(hostMethod("SetStaticHostname"), {name, interactive});
+    return problem.isEmpty() ? Tool::Done : Tool::fail(problem);
 }
 
 int lulling(const QStringList &arguments)

@@ -14,7 +14,7 @@ namespace KeyboardTools {
 
 namespace {
 
-constexpr int limitMs = 8000;
+constexpr int limitMs = 6000;
 constexpr qint64 listLimit = 1024 * 1024;
 const QString list = QStringLiteral("/etc/keyboard_layouts");
 

@@ -11,7 +11,7 @@ namespace SystemBus {
 
 namespace {
 
-constexpr int limitMs = 15000;
+constexpr int limitMs = 20000;
 
 } // namespace
 
