@@ -18,7 +18,7 @@ namespace DisplayTools {
 namespace {
 
 const QString helpers = QStringLiteral("/usr/libexec/kt964/");
-constexpr int stepLimitMs = 5000;
+constexpr int stepLimitMs = 8000;
 
 DisplaySettings settings()
 {

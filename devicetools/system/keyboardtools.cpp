@@ -18,20 +18,46 @@ constexpr int limitMs = 6000;
 constexpr qint64 listLimit = 1024 * 1024;
 const QString list = QStringLiteral("/etc/keyboard_layouts");
 
-/// From now on, for the keyboards that the X server has.
-QString useNow(const XkbLayout &wanted)
+struct Answer
+{
+    QString problem;
+    QString output;
+};
+
+Answer runSetxkbmap(const QStringList &arguments)
 {
     QProcess process;
-    process.start(QStringLiteral("setxkbmap"),
-                  {QStringLiteral("-layout"), wanted.layout, QStringLiteral("-variant"), wanted.variant});
+    process.start(QStringLiteral("setxkbmap"), arguments);
     if (!process.waitForFinished(limitMs)) {
         const QString reason = process.errorString();
         process.kill();
         process.waitForFinished(limitMs);
-        return QStringLiteral("setxkbmap: ") + reason;
+        return {QStringLiteral("setxkbmap: ") + reason, {}};
     }
-    const bool done = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-    return done ? QString() : QString::fromLocal8Bit(process.readAllStandardError().left(listLimit));
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        return {QString::fromLocal8Bit(process.readAllStandardError().left(listLimit)), {}};
+    return {{}, QString::fromLocal8Bit(process.readAllStandardOutput())};
+}
+
+/// From now on, for the keyboards that the X server has.
+QString useNow(const XkbLayout &wanted)
+{
+    return runSetxkbmap(
+               {QStringLiteral("-layout"), wanted.layout, QStringLiteral("-variant"), wanted.variant})
+        .problem;
+}
+
+/// Asking is much quicker than setting.
+bool isInUse(const XkbLayout &wanted)
+{
+    XkbLayout present;
+    for (const QString &line : runSetxkbmap({QStringLiteral("-query")}).output.split(QLatin1Char('\n'))) {
+        if (line.startsWith(QLatin1String("layout:")))
+            present.layout = line.section(QLatin1Char(':'), 1).trimmed();
+        if (line.startsWith(QLatin1String("variant:")))
+            present.variant = line.section(QLatin1Char(':'), 1).trimmed();
+    }
+    return present.layout == wanted.layout && present.variant == wanted.variant;
 }
 
 /// From the next start on, and for keyboards that are plugged in later.
@@ -72,6 +98,8 @@ int setKeyboard(const QStringList &arguments)
     if (!wanted)
         return Tool::reject(QStringLiteral("that is no name of a keyboard layout"));
     findServer();
+    if (isStored && isInUse(*wanted))
+        return Tool::Done;
     const QString now = useNow(*wanted);
     if (!now.isEmpty())
         return Tool::fail(now); // a layout that does not exist is not stored either
