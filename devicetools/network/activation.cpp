@@ -6,62 +6,54 @@
 #include "network-tools/kernelnetwork.h"
 #include "network-tools/networkservice.h"
 
+#include <NetworkManagerQt/ActiveConnection>
 #include <NetworkManagerQt/Manager>
 
+#include <QDBusPendingReply>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
+
+#include <optional>
 
 namespace Activation {
 
 namespace {
 
+using NetworkManager::ActiveConnection;
 using NetworkManager::Device;
 
 constexpr int lookMs = 50;
 constexpr int disconnectLimitMs = 8000;
+/// The reason of a failure may come a little after the failure.
+constexpr int reasonLimitMs = 500;
 
-/// Follows a device from the start of an activation to its end.
-class Watch
+/// Why an attempt has failed is told of the device, not of the connection.
+class FailureNote
 {
 public:
-    explicit Watch(const Device::Ptr &device)
+    explicit FailureNote(const Device::Ptr &device)
     {
         QObject::connect(device.data(), &Device::stateChanged, &m_receiver,
                          [this](Device::State now, Device::State, Device::StateChangeReason reason) {
-                             note(now, reason);
+                             if (now == Device::Failed || now == Device::Unavailable)
+                                 m_reason = reason;
                          });
     }
 
-    bool hasEnded() const { return m_hasEnded; }
-    Outcome outcome() const { return m_outcome; }
+    std::optional<Device::StateChangeReason> reason() const { return m_reason; }
 
 private:
-    /// The end of what was under way before is not ours.
-    void note(Device::State now, Device::StateChangeReason reason)
-    {
-        if (now >= Device::Preparing && now < Device::Activated)
-            m_hasBegun = true;
-        else if (m_hasBegun && now == Device::Activated)
-            end(Outcome::End::Connected, reason);
-        else if (m_hasBegun && (now == Device::Failed || now <= Device::Disconnected))
-            end(Outcome::End::Failed, reason);
-    }
-
-    void end(Outcome::End how, Device::StateChangeReason reason)
-    {
-        if (m_hasEnded)
-            return;
-        m_hasEnded = true;
-        m_outcome.end = how;
-        m_outcome.reason = reason;
-    }
-
     QObject m_receiver;
-    bool m_hasBegun = false;
-    bool m_hasEnded = false;
-    Outcome m_outcome;
+    std::optional<Device::StateChangeReason> m_reason;
 };
+
+/// Another attempt may have been under way on the device, so we look at our own.
+bool hasEnded(const ActiveConnection &attempt)
+{
+    return attempt.uuid().isEmpty() || attempt.state() == ActiveConnection::Activated
+        || attempt.state() == ActiveConnection::Deactivated;
+}
 
 } // namespace
 
@@ -84,21 +76,31 @@ bool waitFor(const std::function<bool()> &condition, int limitMs)
 Outcome connect(const Device::Ptr &device, const QString &profilePath, const QString &accessPoint,
                 int limitMs, const GoOn &goOn)
 {
-    Watch watch(device);
+    const FailureNote failure(device);
     Outcome outcome;
-    if (!NetworkService::succeeded(
-            NetworkManager::activateConnection(profilePath, device->uni(), accessPoint), outcome.error))
+    const QDBusPendingReply<QDBusObjectPath> reply
+        = NetworkManager::activateConnection(profilePath, device->uni(), accessPoint);
+    if (!NetworkService::succeeded(reply, outcome.error))
         return outcome;
+    const ActiveConnection attempt(reply.value().path());
     bool isStopped = false;
     const bool isOver = waitFor(
         [&] {
             isStopped = goOn && !goOn();
-            return isStopped || watch.hasEnded();
+            return isStopped || hasEnded(attempt);
         },
         limitMs);
-    if (watch.hasEnded())
-        return watch.outcome();
-    outcome.end = isOver ? Outcome::End::Stopped : Outcome::End::TimedOut;
+    if (!isOver) {
+        outcome.end = Outcome::End::TimedOut;
+    } else if (isStopped) {
+        outcome.end = Outcome::End::Stopped;
+    } else if (attempt.state() == ActiveConnection::Activated) {
+        outcome.end = Outcome::End::Connected;
+    } else {
+        outcome.end = Outcome::End::Failed;
+        waitFor([&] { return failure.reason().has_value(); }, reasonLimitMs);
+        outcome.reason = failure.reason().value_or(Device::UnknownReason);
+    }
     return outcome;
 }
 

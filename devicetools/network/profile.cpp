@@ -20,13 +20,17 @@ namespace {
 constexpr quint32 owe = 0x800;
 constexpr quint32 oweTransition = 0x1000;
 
+/// Ahead of profiles that the machine had before.
+constexpr int ahead = 100;
+
 QVariantMap connection(const QString &interface, const QString &uuid, const QString &type, bool enabled)
 {
     return {{QStringLiteral("id"), QLatin1String("kt964-") + interface},
             {QStringLiteral("uuid"), uuid},
             {QStringLiteral("type"), type},
             {QStringLiteral("interface-name"), interface},
-            {QStringLiteral("autoconnect"), enabled}};
+            {QStringLiteral("autoconnect"), enabled},
+            {QStringLiteral("autoconnect-priority"), ahead}};
 }
 
 /// The settings know IPv4 only, so the device has no address that nobody has asked for.
