@@ -5,12 +5,13 @@
 
 JOBS ?= $(shell nproc)
 
-.PHONY: help demo check deb device-check bench fuzz mutants tidy build packages release debug sanitize format clean
+.PHONY: help demo check deb deb-check deb-reproducible deb-cross-check device-check bench fuzz mutants tidy build packages release debug sanitize format clean
 
 help:
 	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
 	@echo "make check   check format, lengths, headers and texts; build and run every test, plainly and with the sanitizers"
 	@echo "make deb     build the Debian packages in build/packages; ARCH=arm64 or armhf cross-builds them"
+	@echo "make deb-check, deb-reproducible, deb-cross-check ARCH=...  install and purge them; compare two builds; emulate"
 	@echo "make device-check  install the packages on a Debian in a virtual machine, and work it; ONLY=wifi runs that alone"
 	@echo "make tidy    have clang-tidy look for likely mistakes"
 	@echo "make bench   measure start-up, pauses, memory, long lists, consoles, the agent and firmware transfers"
@@ -39,7 +40,19 @@ check:
 
 deb:
 	scripts/install-packages --deb
+	$(if $(ARCH),scripts/install-packages --chroot)
 	scripts/deb --jobs $(JOBS) $(ARCH:%=--arch %)
+
+deb-check: deb
+	scripts/install-packages --chroot
+	scripts/check-packages
+
+deb-reproducible:
+	scripts/install-packages --deb
+	scripts/check-reproducible $(JOBS)
+
+deb-cross-check: deb
+	scripts/check-cross $(ARCH) $(JOBS)
 
 device-check: deb
 	scripts/install-packages --device-check
