@@ -51,6 +51,11 @@ QString appliedRecord()
     return stateDirectory() + QLatin1String("applied.json");
 }
 
+QString takenAddress()
+{
+    return stateDirectory() + QStringLiteral("taken-address.json");
+}
+
 QString message()
 {
     return onDevice(QStringLiteral("/tmp/msg.json"));

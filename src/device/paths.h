@@ -20,6 +20,7 @@ QString stateDirectory(); ///< with a closing slash
 QString configuration();
 QString recoveryMarker();
 QString appliedRecord();    ///< what was last carried out of the document
+QString takenAddress();     ///< of the wired interface, while the cable is out
 QString message();          ///< device scripts write it before they send SIGUSR1
 QString connection();       ///< describes a session to the client
 QString connectionStatus(); ///< the client's verdict

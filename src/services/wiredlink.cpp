@@ -65,15 +65,21 @@ auto WiredLink::during(int look, const Step &step)
 
 void WiredLink::start()
 {
-    if (m_isEnabled())
-        evaluate();
-    else
+    if (!m_isEnabled()) {
         showUnused();
+        return;
+    }
+    // Taken off before the program's end.
+    if (const std::optional<TakenAddress> taken = TakenAddress::load()) {
+        m_taken = *taken;
+        m_isAddressOff = true;
+    }
+    evaluate();
 }
 
 void WiredLink::followApplied(bool enabled)
 {
-    m_isAddressOff = false; // the address that was taken off is not the one to put back
+    forgetAddress(); // what was taken off is not what to put back
     if (enabled) {
         evaluate();
         return;
@@ -106,6 +112,11 @@ void WiredLink::settle(int look, bool connected, std::optional<bool> plugged)
     m_isWaiting = false;
     emit iconShown(true);
     emit indicator(LinkImage::green);
+    if (!connected && m_isAddressOff) {
+        m_state = LinkState::Connected;
+        cablePresent(look);
+        return;
+    }
     if (!connected) {
         showLink();
         schedule(m_watchTimer, cableWatchMs);
@@ -146,7 +157,7 @@ void WiredLink::showConnected(int look, int nextLookMs)
                                         // An address that the interface has got by now is not overlaid with
                                         // the one it had.
                                         if (!property.ip().isEmpty())
-                                            m_isAddressOff = false;
+                                            forgetAddress();
                                         emit toolTip(property.ip());
                                         emit status(LinkWord::connected);
                                         emit address(property.ip(), true);
@@ -180,7 +191,7 @@ void WiredLink::awaitCable()
                                         schedule(m_reconnectTimer, reconnectMs);
                                         return;
                                     }
-                                    m_isAddressOff = false;
+                                    forgetAddress();
                                     m_network.setNetworkConfig();
                                     m_network.disconnect();
                                     m_network.connectWired();
@@ -258,25 +269,35 @@ void WiredLink::takeAddressOff(int look, const std::function<void()> &next)
 
 void WiredLink::takeAddressOff(const NetworkProperty &property)
 {
-    m_ipAddress = property.ip();
-    m_broadcastAddress = QHostAddress(property.broadcast()).toString();
-    m_prefixLength = property.prefixLength();
+    m_taken = {property.ip(), QHostAddress(property.broadcast()).toString(), property.prefixLength()};
     m_isAddressOff = true;
     m_network.logBroadcast(
         QStringLiteral("%1:::%2<2>")
-            .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")), m_broadcastAddress));
-    if (m_ipAddress.isEmpty())
+            .arg(QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz")), m_taken.broadcast));
+    if (m_taken.address.isEmpty())
         return;
-    m_network.setIpConfigure(eth0, m_ipAddress, m_prefixLength, false, QString());
+    m_taken.save(); // before it is off
+    m_network.setIpConfigure(eth0, m_taken.address, m_taken.prefixLength, false, QString());
     emit serverGroupsAffected();
 }
 
 void WiredLink::putAddressBack()
 {
-    if (!m_ipAddress.isEmpty())
-        m_network.setIpConfigure(eth0, m_ipAddress, m_prefixLength, true, m_broadcastAddress);
+    if (!m_taken.address.isEmpty())
+        m_network.setIpConfigure(eth0, m_taken.address, m_taken.prefixLength, true, m_taken.broadcast);
     m_network.setRoutingTable();
     m_isAddressOff = false;
+    // Not before it is back.
+    m_network.afterCommands(this, [this] {
+        if (!m_isAddressOff)
+            TakenAddress::forget();
+    });
+}
+
+void WiredLink::forgetAddress()
+{
+    if (std::exchange(m_isAddressOff, false))
+        TakenAddress::forget();
 }
 
 void WiredLink::followMessage(const QString &message)

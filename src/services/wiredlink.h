@@ -4,6 +4,7 @@
 #pragma once
 
 #include "services/linkstate.h"
+#include "services/takenaddress.h"
 
 #include <QObject>
 #include <QTimer>
@@ -21,8 +22,8 @@ class NetworkProperty;
 /// look runs from the end of this one.
 ///
 /// While the cable is out its address is off the interface, so that nothing keeps routing through a dead
-/// link. It is put back when the cable returns. An interface that has no cable when it is to be connected is
-/// connected as soon as there is one.
+/// link. It is put back when the cable returns, even if the program has ended meanwhile. An interface that
+/// has no cable when it is to be connected is connected as soon as there is one.
 class WiredLink : public QObject
 {
     Q_OBJECT
@@ -81,6 +82,7 @@ private:
     void takeAddressOff(int look, const std::function<void()> &next);
     void takeAddressOff(const NetworkProperty &property);
     void putAddressBack();
+    void forgetAddress();
 
     NetworkController &m_network;
     std::function<bool()> m_isEnabled;
@@ -94,7 +96,5 @@ private:
     bool m_isGroupListDue = false;
 
     bool m_isAddressOff = false; ///< the address below has been taken off
-    QString m_ipAddress;
-    QString m_broadcastAddress;
-    int m_prefixLength = 0;
+    TakenAddress m_taken;
 };
