@@ -6,9 +6,9 @@
 #include <QObject>
 #include <QTimer>
 
-/// Tells the service manager that the launcher is on the screen, and from then on that it is alive. The signs of
-/// life come from the event loop that draws, so a hang ends them and the service manager starts the launcher
-/// anew. Does nothing when no service manager waits for them.
+/// Tells the service manager that the launcher is on the screen, and from then on that it is alive. The signs
+/// of life come from the event loop that draws, after a reply of the X server, so a hang of either ends them
+/// and the service manager starts the launcher anew. Does nothing when no service manager waits for them.
 class ServiceNotifier : public QObject
 {
     Q_OBJECT
