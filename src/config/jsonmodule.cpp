@@ -116,6 +116,8 @@ JsonModule::Change JsonModule::change(const Edit &edit, OnFailure onFailure)
 
 bool JsonModule::writeContent()
 {
+    if (m_deferred)
+        return true;
     const bool written = m_file.write(m_document.toJson(QJsonDocument::Indented));
     m_unsaved = !written;
     m_provisional = false;
@@ -155,6 +157,7 @@ JsonModule::Condition JsonModule::load()
 
 bool JsonModule::isConfigCorrect()
 {
+    m_deferred = false;
     const Condition found = load();
     if (found == Condition::Useless)
         recover();
@@ -164,7 +167,7 @@ bool JsonModule::isConfigCorrect()
 void JsonModule::hold(const QJsonObject &object)
 {
     m_document = QJsonDocument(object);
-    m_unsaved = true;
+    m_deferred = m_unsaved = true;
     m_provisional = false;
 }
 

@@ -75,7 +75,8 @@ public:
     /// Reads the file at the start, and holds it if it is usable. Documents in other places than the device's
     /// own always are.
     Condition load();
-    /// Holds a document that is not to be written before it is changed.
+    /// Holds a document until `isConfigCorrect` replaces it. It can be changed, but nothing is written: a
+    /// device that loses its power in between must not start with it.
     void hold(const QJsonObject &object);
     /// Holds a document in place of one that cannot be read now. It is never written, and every change is
     /// refused, until `load` finds a usable file.
@@ -96,6 +97,7 @@ private:
     QJsonDocument m_document;
     DocumentFile m_file;
     QJsonObject m_defaultParameters;
+    bool m_deferred = false;    ///< writing waits for isConfigCorrect
     bool m_unsaved = false;     ///< the held document is ahead of the file
     bool m_provisional = false; ///< the held document stands in for a file that cannot be read
 };

@@ -64,14 +64,13 @@ void StartDocument::begin(JsonModule::Condition condition)
         m_applier.start();
         return;
     }
-    const QJsonObject provisional
-        = Defaults::document(QSysInfo::machineHostName(), Defaults::networkSettings({}));
+    m_provisional = Defaults::document(QSysInfo::machineHostName(), Defaults::networkSettings({}));
     if (condition == JsonModule::Condition::Unreadable) {
-        m_configuration.holdProvisionally(provisional);
+        m_configuration.holdProvisionally(m_provisional);
         readLater();
         return;
     }
-    m_configuration.hold(provisional);
+    m_configuration.hold(m_provisional);
     loadDefaultConfig([this](const QJsonObject &defaults) { replace(defaults); });
 }
 
@@ -93,9 +92,15 @@ void StartDocument::readLater()
     });
 }
 
+/// What has been changed meanwhile stays.
 void StartDocument::replace(const QJsonObject &defaults)
 {
-    m_configuration.getParameters(defaults);
+    QJsonObject complete = m_configuration.getDocument().object();
+    for (auto section = defaults.begin(); section != defaults.end(); ++section) {
+        if (complete.value(section.key()) == m_provisional.value(section.key()))
+            complete.insert(section.key(), section.value());
+    }
+    m_configuration.getParameters(complete);
     m_configuration.isConfigCorrect();
     // The host name was reset by its own tool.
     m_applier.acknowledge(SettingsApplier::Section::HostName);

@@ -67,6 +67,7 @@ private:
     void readInterface(const QString &name, const std::function<void(const NetworkProperty *)> &done);
     void readWifi(Defaults::NetworkState state, const Done &done);
 
+    QJsonObject m_provisional; ///< held until the tools have replied
     JsonModule &m_configuration;
     NetworkController &m_network;
     SettingsApplier &m_applier;

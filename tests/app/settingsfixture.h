@@ -23,13 +23,15 @@ protected:
         return document;
     }
 
+    /// A device that has been started once.
     void makeDevice()
     {
         m_program.reset();
         m_device = std::make_unique<TestDevice>();
-        // The only sound device is the one that needs no writing down.
-        m_device->setState("sound-cards.json",
-                           R"([{"name": "b", "devices": [{"name": "bcm2835 ALSA", "playback": true}]}])");
+        m_device->setPlainSound();
+        restart();
+        TestDevice::waitForTools();
+        m_device->forgetCalls();
     }
 
     template <typename Part>
@@ -54,6 +56,7 @@ protected:
         m_program.reset();
         m_program = std::make_unique<StartedProgram>();
         m_program->window.show();
+        QTRY_VERIFY(!m_program->program.audio().devices().isEmpty());
     }
 
     std::unique_ptr<TestDevice> m_device;

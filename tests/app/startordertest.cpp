@@ -12,6 +12,7 @@
 #include "testtable.h"
 
 #include <QCheckBox>
+#include <QJsonArray>
 
 namespace {
 
@@ -51,6 +52,7 @@ private slots:
         QFETCH(QString, printed);
         const TestDevice device;
         device.write(documentPath, Documents::text(found));
+        device.setPlainSound();
         Program program;
         auto redirected = std::make_unique<OutputToFile>(device.path(output));
         program.start();
@@ -147,6 +149,21 @@ private slots:
         expected.insert(Key::audio, device.document().value(Key::audio)); // the devices found meanwhile
         QCOMPARE(device.document(), expected);
         QTRY_VERIFY(!device.calls("kt-network-config").filter("autoconnect").isEmpty());
+    }
+
+    void keepsWhatIsChangedBeforeTheToolsReply()
+    {
+        const TestDevice device;
+        Program program;
+        program.start();
+        program.configuration().change([](QJsonObject &root) {
+            root.insert(Key::serverGroups, QJsonArray{1});
+            return true;
+        });
+        const QStringList wired = {Key::network, Key::interfaces, Key::eth, Key::enabled};
+        QVERIFY(!device.exists(documentPath));
+        QTRY_COMPARE(device.stored(wired), QJsonValue(true));
+        QCOMPARE(device.stored({Key::serverGroups}), QJsonValue(QJsonArray{1}));
     }
 
     void startsWithoutTools()

@@ -3,6 +3,10 @@
 
 #include "testdevice.h"
 
+#include "device/toolrun.h"
+#include "testgroup.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -114,6 +118,12 @@ void TestDevice::setState(const QString &name, const QByteArray &content) const
     write(QString("/lab/state/") + name, content);
 }
 
+void TestDevice::setPlainSound() const
+{
+    setState("sound-cards.json",
+             R"([{"name": "b", "devices": [{"name": "bcm2835 ALSA", "playback": true}]}])");
+}
+
 QStringList TestDevice::calls() const
 {
     return QString::fromUtf8(read(callLog)).split('\n', Qt::SkipEmptyParts);
@@ -132,4 +142,9 @@ QStringList TestDevice::calls(const QString &tool) const
 void TestDevice::forgetCalls() const
 {
     QFile::remove(path(callLog));
+}
+
+void TestDevice::waitForTools()
+{
+    QTRY_VERIFY(!QCoreApplication::instance()->findChild<ToolRun *>());
 }

@@ -43,11 +43,16 @@ public:
     /// What a stand-in answers from, such as "cable" or "wifi-list.json"; docs/lab.md lists them.
     void setState(const QString &name, const QByteArray &content) const;
 
+    /// Leaves only the sound device that needs no writing down in the document.
+    void setPlainSound() const;
+
     /// The calls of stand-ins so far, a line each: the tool's name and its arguments.
     QStringList calls() const;
     /// Only the calls of one tool.
     QStringList calls(const QString &tool) const;
     void forgetCalls() const;
+    /// Waits until no tool runs that this process has started: none will be called that was not so far.
+    static void waitForTools();
 
 private:
     QTemporaryDir m_folder;
