@@ -138,11 +138,9 @@ const std::vector<Item> &ResolutionContainer::resolutions() const
     return m_modes;
 }
 
-void ResolutionContainer::isCheckedResolution(const QString &stored, QObject *context,
-                                              const std::function<void(bool)> &done)
+bool ResolutionContainer::isCheckedResolution(const QString &stored) const
 {
-    getResolutions(context,
-                   [stored, done](const std::vector<Item> &modes) { done(rowIn(modes, stored) >= 0); });
+    return rowIn(m_modes, stored) >= 0;
 }
 
 void ResolutionContainer::getActualMode(QObject *context, const ModeDone &done)
@@ -156,9 +154,9 @@ void ResolutionContainer::setResolutionFromConsole(const QString &stored)
 {
     if (stored == automatic)
         return ToolRun::start(DeviceTools::setAutomaticMode()); // whatever monitor there is
-    getResolutions(this, [stored](const std::vector<Item> &modes) {
-        if (const auto call = callFor(modes, stored))
-            ToolRun::start(*call);
+    getResolutions(this, [this, stored](const std::vector<Item> &modes) {
+        if (isCheckedResolution(stored))
+            ToolRun::start(*callFor(modes, stored));
         else
             qCWarning(lcResolution) << "the monitor has no mode" << stored;
     });

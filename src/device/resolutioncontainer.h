@@ -38,8 +38,8 @@ public:
     void getResolutions(QObject *context, const ModesDone &done);
     /// The modes as last read; empty before the first reading.
     const std::vector<Item> &resolutions() const;
-    /// Tells whether the monitor that is connected now offers a stored resolution.
-    void isCheckedResolution(const QString &stored, QObject *context, const std::function<void(bool)> &done);
+    /// Whether the modes as last read offer a stored resolution.
+    bool isCheckedResolution(const QString &stored) const;
     /// Asks the resolution tool what is set now; empty when it does not say.
     void getActualMode(QObject *context, const ModeDone &done);
     /// Of two modes with one text, this one comes first from now on: it is the one that was chosen or is in
