@@ -2,12 +2,11 @@
 # SPDX-License-Identifier: Apache-2.0
 
 # Makes the second build quick. A precompiled header changes with each build of it, which these settings allow for.
+# They do not depend on the caller's environment: a command line that changed with it would compile everything again.
 find_program(CCACHE ccache)
 if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
-    if(NOT DEFINED ENV{CCACHE_SLOPPINESS})
-        set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${CCACHE})
-    endif()
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE})
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
         add_compile_options(-fpch-preprocess)
     endif()
