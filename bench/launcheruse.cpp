@@ -150,14 +150,18 @@ private:
         end(applying, 1500);
     }
 
-    /// The watch must find a pause that we make.
+    /// The watch must find a pause that we make. On a busy machine it may miss one, since it must run itself.
     void checkWatch()
     {
-        m_watch.take();
-        m_launcher.act(QStringLiteral("pause %1").arg(madePauseMs));
-        const double found = m_watch.take().longestMs;
-        if (found < 0.9 * madePauseMs || found > 5 * madePauseMs)
-            qFatal("a pause of %d ms was seen as %.0f ms", madePauseMs, found);
+        double found = 0;
+        for (int tries = 0; tries < 3; ++tries) {
+            m_watch.take();
+            m_launcher.act(QStringLiteral("pause %1").arg(madePauseMs));
+            found = m_watch.take().longestMs;
+            if (found >= 0.9 * madePauseMs && found <= 5 * madePauseMs)
+                return;
+        }
+        qFatal("a pause of %d ms was seen as %.0f ms", madePauseMs, found);
     }
 
     PauseWatch m_watch;

@@ -39,9 +39,11 @@ PauseWatch::Figures PauseWatch::take()
     const Clock::time_point now = Clock::now();
     Figures result = m_figures;
     result.totalMs = milliseconds(now - m_since);
-    result.longestMs = std::max(result.longestMs, m_waitingMs);
-    if (m_waitingMs > lateMs)
-        result.lateMs += m_waitingMs;
+    // Up to now, and not up to when our thread looked last: on a busy machine that may be long ago.
+    const double waiting = m_probed ? milliseconds(now - *m_probed) : 0;
+    result.longestMs = std::max(result.longestMs, waiting);
+    if (waiting > lateMs)
+        result.lateMs += waiting;
     result.lateMs = std::min(result.lateMs, result.totalMs);
     m_figures = Figures();
     m_since = now;
@@ -52,7 +54,11 @@ void PauseWatch::run()
 {
     for (;;) {
         const Clock::time_point sent = Clock::now();
-        probe(sent);
+        {
+            const std::lock_guard lock(m_mutex);
+            m_probed = sent;
+        }
+        probe();
         {
             const std::lock_guard lock(m_mutex);
             if (m_ending)
@@ -61,26 +67,25 @@ void PauseWatch::run()
             m_figures.longestMs = std::max(m_figures.longestMs, waited);
             m_figures.lateMs += waited > lateMs ? waited : 0;
             ++m_figures.probes;
-            m_waitingMs = 0;
+            m_probed.reset();
         }
         std::this_thread::sleep_until(sent + probeInterval);
     }
 }
 
-void PauseWatch::probe(Clock::time_point sent)
+void PauseWatch::probe()
 {
     const QByteArray request = ConsoleFormat::request(ConsoleFormat::Command::GetJson);
     while (m_load.receive(0)) { } // replies to repeated requests
     m_load.send(request);
-    double repeated = 0;
+    Clock::time_point sent = Clock::now();
     while (!m_load.receive(sliceMs)) {
         const std::lock_guard lock(m_mutex);
         if (m_ending)
             return;
-        m_waitingMs = milliseconds(Clock::now() - sent);
-        if (m_waitingMs - repeated > repeatMs) {
+        if (milliseconds(Clock::now() - sent) > repeatMs) {
             m_load.send(request);
-            repeated = m_waitingMs;
+            sent = Clock::now();
         }
     }
 }

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 /// Observes from outside whether the launcher's event loop runs: a thread sends GET JSON every 5 ms. The time
@@ -38,12 +39,12 @@ private:
 
     void run();
     /// Waits for one reply, and repeats a lost request.
-    void probe(Clock::time_point sent);
+    void probe();
 
     ConsoleLoad m_load;
     std::mutex m_mutex;
     Figures m_figures;
-    double m_waitingMs = 0; ///< of the current probe
+    std::optional<Clock::time_point> m_probed; ///< when the current probe began, until its reply
     bool m_ending = false;
     Clock::time_point m_since = Clock::now();
     std::thread m_thread; ///< last: it uses the others
