@@ -94,7 +94,7 @@ QByteArray derOf(const X509 &certificate)
     const int size = i2d_X509(&certificate, &bytes);
     if (size <= 0)
         return QByteArray();
-    const QByteArray der(reinterpret_cast<const char *>(bytes), size);
+    QByteArray der(reinterpret_cast<const char *>(bytes), size);
     OPENSSL_free(bytes);
     return der;
 }

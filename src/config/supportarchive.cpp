@@ -56,7 +56,7 @@ QString stage(const QDir &folder, const QVector<LogEntry> &log, const QJsonObjec
     const QByteArray contents[]
         = {logText(log, document), QJsonDocument(Secrets::blanked(document)).toJson(), versionsText()};
     for (int member = 0; member < memberNames.size(); ++member) {
-        const QString error = DurableFile::write(folder.filePath(memberNames.at(member)), contents[member]);
+        QString error = DurableFile::write(folder.filePath(memberNames.at(member)), contents[member]);
         if (!error.isEmpty())
             return error;
     }

@@ -96,7 +96,7 @@ QByteArray HttpBody::take(const QByteArray &received)
 QByteArray HttpBody::takeCounted(const QByteArray &received, int &position)
 {
     const int count = static_cast<int>(qMin(m_left, qint64(received.size() - position)));
-    const QByteArray bytes = received.mid(position, count);
+    QByteArray bytes = received.mid(position, count);
     position += count;
     m_left -= count;
     if (m_left == 0 && m_framing == Framing::Length)

@@ -24,7 +24,7 @@ QString program(const QString &name)
     if (root().isEmpty())
         return name;
     for (const char *folder : {"/usr/bin/", "/usr/sbin/"}) {
-        const QString candidate = onDevice(QLatin1String(folder) + name);
+        QString candidate = onDevice(QLatin1String(folder) + name);
         if (QFileInfo(candidate).isExecutable())
             return candidate;
     }

@@ -209,9 +209,8 @@ void CorvidPage::focusFirst()
 {
     if (manualEntryShown())
         m_ui->manualServerComboBox->setFocus();
-    else if (m_groups.rowCount() > 0 && !m_groups.topLevelItem(0)->isHeading())
-        m_ui->groupServerTreeView->setFocus();
-    else if (!m_ui->detectedPanel->isHidden())
+    else if ((m_groups.rowCount() == 0 || m_groups.topLevelItem(0)->isHeading())
+             && !m_ui->detectedPanel->isHidden())
         m_ui->detectedView->setFocus();
     else
         m_ui->groupServerTreeView->setFocus();

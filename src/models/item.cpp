@@ -50,6 +50,7 @@ Item::Item(const Item &other)
     , m_italic(other.m_italic)
 { }
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): each member handles it.
 Item &Item::operator=(const Item &other)
 {
     m_values = other.m_values;

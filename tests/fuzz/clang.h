@@ -3,7 +3,7 @@
 
 #pragma once
 
-// Included before everything in a build for fuzzing. The constants of type QLatin1String measure their texts,
-// which clang does while it compiles under this name only.
+// Included before everything in a build for fuzzing, and by scripts/tidy. The constants of type QLatin1String
+// measure their texts, which clang does while it compiles under this name only.
 #include <cstring>
 #define strlen __builtin_strlen
