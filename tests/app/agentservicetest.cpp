@@ -90,6 +90,7 @@ private slots:
         m_device->forgetCalls();
         m_program->program.agent().agent().heartbeat();
         QTRY_VERIFY(sent("GET profileConfiguration 200", 2));
+        TestDevice::waitForTools();
         QCOMPARE(m_device->calls("kt-lulling"), QStringList{"kt-lulling -r"});
         // An update without a URL is started, and fails.
         QVERIFY(!m_program->program.updateModule().ifUpdateIdle());

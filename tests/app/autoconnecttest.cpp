@@ -64,7 +64,7 @@ private slots:
         QTest::keyClick(launcher.window->focusWidget(), Qt::Key_Return);
         launcher.click("autoConnectButton");
         QVERIFY(launcher.window->session().isRunning());
-        QVERIFY(launcher.ended->wait());
+        QVERIFY(launcher.ended->wait(TestGroup::waitMs()));
         QVERIFY(!launcher.window->session().isRunning());
         QCOMPARE(launcher.runs(), 1);
     }
@@ -192,7 +192,7 @@ private slots:
         launcher.device.store({Key::serverGroups}, oneGroup("Office", {"10.0.0.1", "10.0.0.2"}));
         launcher.window->refreshServerGroups();
         launcher.click("autoConnectButton");
-        QVERIFY(launcher.ended->wait());
+        QVERIFY(launcher.ended->wait(TestGroup::waitMs()));
         QCOMPARE(launcher.addresses(), QStringList({"10.0.0.1", "10.0.0.2"}));
     }
 
@@ -216,7 +216,7 @@ private slots:
         launcher.window->on_actionShutdown_triggered(); // returns when the session starts
         QVERIFY(launcher.window->session().isRunning());
         QCOMPARE(launcher.device.calls(), QStringList());
-        QVERIFY(launcher.ended->wait());
+        QVERIFY(launcher.ended->wait(TestGroup::waitMs()));
         launcher.part<AutoConnectPage>("autoConnectPage")->stop();
     }
 

@@ -59,7 +59,7 @@ struct Ward : Broker, Launcher
     {
         type();
         click("loginSolvaButton");
-        return QTest::qWaitFor([this] { return page() == SettingsApp::DesktopsPage; });
+        return QTest::qWaitFor([this] { return page() == SettingsApp::DesktopsPage; }, TestGroup::waitMs());
     }
     bool waits() const { return window->cursor().shape() == Qt::WaitCursor; }
     QTreeView *list() const { return part<QTreeView>("desktopsView"); }
@@ -146,7 +146,7 @@ private slots:
         QTRY_COMPARE(ward.calls(), ward.call(QString::fromUtf8("Büro 桌"), added));
         QVERIFY(ward.window->isHidden());
         ward.letGo();
-        QVERIFY(ward.ended->wait());
+        QVERIFY(ward.ended->wait(TestGroup::waitMs()));
         QVERIFY(ward.window->isVisible() && !ward.waits());
         QCOMPARE(ward.page(), int(SettingsApp::DesktopsPage));
         QCOMPARE(ward.list()->currentIndex().row(), 1);
@@ -224,14 +224,14 @@ private slots:
         QSignalSpy asked(&ward, &BrokerServer::requestReceived);
         ward.type();
         ward.click("loginSolvaButton");
-        QVERIFY(ward.waits() && asked.wait());
+        QVERIFY(ward.waits() && asked.wait(TestGroup::waitMs()));
         ward.click(button);
         QVERIFY(!ward.waits());
         // Whoever asks now is answered after the log-on would have been.
         SolvaAccessManager later;
         QSignalSpy replies(&later, &SolvaAccessManager::sendReply);
         later.getSolvaServers(ward.address(), user, password, "ward");
-        QVERIFY(replies.wait());
+        QVERIFY(replies.wait(TestGroup::waitMs()));
         QTEST(ward.page(), "page");
         QCOMPARE(answer.titles, QStringList());
         QCOMPARE(ward.list()->model()->rowCount(), 0);
@@ -246,7 +246,7 @@ private slots:
         ward.setMode(BrokerServer::Mode::Slow);
         ward.setDelay(50);
         QSignalSpy asked(&ward, &BrokerServer::requestReceived);
-        QVERIFY(asked.wait() && ward.waits());
+        QVERIFY(asked.wait(TestGroup::waitMs()) && ward.waits());
         ward.click("autoLogonAgainButton");
         ward.click("loginSolvaButton");
         QTRY_VERIFY(!ward.calls().isEmpty());
@@ -255,7 +255,7 @@ private slots:
         for (const char *button : {"loginSolvaButton", "autoLogonAgainButton", "connectSolvaButton"})
             ward.click(button);
         ward.letGo();
-        QVERIFY(ward.ended->wait());
+        QVERIFY(ward.ended->wait(TestGroup::waitMs()));
         QCOMPARE(ward.calls(), ward.call("Ward 3"));
         QCOMPARE(ward.requests().size(), requests);
     }

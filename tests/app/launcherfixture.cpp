@@ -94,7 +94,7 @@ bool Launcher::connectAndWait()
 {
     const int before = ended->count();
     click("connectButton");
-    return ended->count() > before || (window->session().isRunning() && ended->wait(30000));
+    return ended->count() > before || (window->session().isRunning() && ended->wait(TestGroup::waitMs()));
 }
 
 QJsonArray Launcher::history() const

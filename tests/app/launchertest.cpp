@@ -148,7 +148,7 @@ private slots:
         const QJsonArray others = oneGroup("Elsewhere", {});
         launcher.device.store({groups}, others);
         launcher.window->refreshServerGroups();
-        QVERIFY(launcher.ended->wait());
+        QVERIFY(launcher.ended->wait(TestGroup::waitMs()));
         QCOMPARE(launcher.addresses(), QStringList({"10.0.0.1", "10.0.0.2"}));
         QCOMPARE(shown->text(), "name of 10.0.0.2");
         QVERIFY(!launcher.part<QPushButton>("connectButton")->isEnabled());

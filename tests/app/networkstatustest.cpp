@@ -146,19 +146,22 @@ private slots:
     void believesNoToolThatFailsOnce()
     {
         QFETCH(const QString, fault);
-        m_fixture->network.setQueryLimit(2000);
+        const auto set = [this](const QString &now) {
+            m_fixture->network.setQueryLimit(now == "hang" ? 500 : TestGroup::waitMs());
+            m_fixture->device.setFault("kt-network-config", now);
+        };
         status().initNetworkStatus();
         HEAR_WIRED(QString("shown, green, ") + wiredUp);
         for (int time = 0; time < 2; ++time) {
-            m_fixture->device.setFault("kt-network-config", fault);
+            set(fault);
             status().checkEthernetPlugged();
             plugAsked();
             QCOMPARE(m_fixture->said.takeWired(), QString());
-            m_fixture->device.setFault("kt-network-config", "none");
+            set("none");
             status().checkEthernetPlugged();
             HEAR_WIRED(QString("green, ") + wiredUp);
         }
-        m_fixture->device.setFault("kt-network-config", fault);
+        set(fault);
         status().checkEthernetPlugged();
         plugAsked();
         status().checkEthernetPlugged();
@@ -282,7 +285,7 @@ private slots:
         QTRY_VERIFY(m_fixture->device.calls("kt-network-config").filter("is-wired-linked").size() > 1);
         status().takeWiredApplied(false);
         enable(false, true);
-        plugAsked();
+        TestDevice::waitForTools();
         m_fixture->device.forgetCalls();
         setState("cable", "plugged");
         m_fixture->network.isWiredUp(this, [](NetworkController::Reply) {});

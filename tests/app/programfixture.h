@@ -9,10 +9,28 @@
 
 #include "device/paths.h"
 #include "testdevice.h"
+#include "update/wireformat.h"
 
 #include <QFileInfo>
+#include <QNetworkProxy>
 #include <QStackedWidget>
 #include <QTest>
+#include <QUdpSocket>
+
+/// Waits until the device's port is free. A tool that an earlier program has just forked holds it until it is
+/// executed.
+struct FreePort
+{
+    FreePort()
+    {
+        const auto isFree = [] {
+            QUdpSocket socket;
+            socket.setProxy(QNetworkProxy::NoProxy);
+            return socket.bind(QHostAddress::Any, WireFormat::devicePort);
+        };
+        QTRY_VERIFY(isFree());
+    }
+};
 
 /// The program as `main` starts it, over the device in force.
 struct StartedProgram
@@ -41,6 +59,7 @@ struct StartedProgram
     }
     void settle() { QTRY_VERIFY(!program.applier().isBusy()); }
 
+    const FreePort freePort;
     Program program;
     SettingsApp &window = program.window();
     SettingsController &controller = program.controller();

@@ -123,7 +123,7 @@ private slots:
         QSignalSpy asked(&slow, &BrokerServer::requestReceived);
         for (int i = 0; i < 10; ++i) {
             manager.getSolvaServers(QString("http://") + slow.address(), userName, password, QString());
-            QVERIFY(asked.wait()); // its challenge is on the way, and must hold nobody up
+            QVERIFY(asked.wait(TestGroup::waitMs())); // its challenge is on the way, and must hold nobody up
             manager.getSolvaServers(broker.address(), "teacher", password, QString());
         }
         QTRY_COMPARE(replies, QList<QVariantList>{{SolvaAccessManager::noError}});

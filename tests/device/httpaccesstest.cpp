@@ -182,7 +182,7 @@ private:
         std::unique_ptr<QNetworkReply> reply(m_access.get(QNetworkRequest(url)));
         reply->setReadBufferSize(bufferSize);
         QSignalSpy end(reply.get(), ends ? &QNetworkReply::finished : &QNetworkReply::readyRead);
-        end.wait(10000);
+        end.wait(TestGroup::waitMs());
         return reply;
     }
 

@@ -107,6 +107,7 @@ private slots:
         m_agent->setDeviceSerial(serial);
         QVERIFY(m_agent->initConnection());
         QTRY_VERIFY(m_server->requests().count("PUT checkin 0") >= 2);
+        m_agent->setReplyTime(TestGroup::waitMs());
         m_server->setMode(QmdServer::Mode::Error);
         QTRY_VERIFY(m_server->requests().count("PUT checkin 500") >= 2);
         m_server->setMode(QmdServer::Mode::Normal);

@@ -81,7 +81,7 @@ private:
         DeviceStatus gatherer;
         std::optional<JSONStatus> found;
         gatherer.request(&gatherer, [&found](const JSONStatus &status) { found = status; });
-        const bool replied = QTest::qWaitFor([&found] { return found.has_value(); }, 20000);
+        const bool replied = QTest::qWaitFor([&found] { return found.has_value(); }, TestGroup::waitMs());
         return replied ? *found : JSONStatus({});
     }
     std::unique_ptr<TestDevice> m_device;

@@ -191,7 +191,7 @@ void SettingsApplierTest::runsAgainWhatHung()
 {
     Program program;
     program.follow();
-    program.commands.setLimit(300);
+    program.commands.setLimit(2000);
     m_device->setFault("kt-set-timezone", "hang");
     const QSignalSpy busy(&program.applier, &SettingsApplier::busy);
     m_device->store({Key::dateTime, Key::timezone}, "Europe/Berlin");

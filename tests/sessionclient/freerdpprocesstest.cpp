@@ -13,9 +13,9 @@ static SessionEnd runToEnd(FreeRdpProcess &process, const FreeRdpCommand &comman
 {
     QSignalSpy ends(&process, &FreeRdpProcess::ended);
     process.start(command, QProcessEnvironment::systemEnvironment());
-    if (stopWhen != 0 && QTest::qWaitFor([standIn] { return standIn->has("ready"); }))
+    if (stopWhen != 0 && QTest::qWaitFor([standIn] { return standIn->has("ready"); }, TestGroup::waitMs()))
         process.stop();
-    if (!QTest::qWaitFor([&ends] { return !ends.isEmpty(); }, 20000))
+    if (!QTest::qWaitFor([&ends] { return !ends.isEmpty(); }, TestGroup::waitMs()))
         return {EndReason::BadFile, "no end", {}};
     QCoreApplication::processEvents();
     return ends.size() == 1 ? ends.first().first().value<SessionEnd>()

@@ -52,7 +52,7 @@ private slots:
         QFETCH(bool, success);
         const StandIn standIn("echo run >> runs; " + behaviour);
         start(standIn, address);
-        QVERIFY(m_client->waitForFinished(10000));
+        QVERIFY(m_client->waitForFinished(TestGroup::waitMs()));
         const QJsonObject status = statusOf(standIn);
         QCOMPARE(status.value("status").toInt() == 6, success);
         QCOMPARE(m_client->exitCode(), success ? 0 : 1);
@@ -71,7 +71,7 @@ private slots:
         QCOMPARE(statusOf(standIn).value("status").toInt(), reasonRow(EndReason::AccountLocked).status);
         QVERIFY(!m_client->waitForFinished(300));
         signalClient(SIGTERM);
-        QVERIFY(m_client->waitForFinished(10000));
+        QVERIFY(m_client->waitForFinished(TestGroup::waitMs()));
         QCOMPARE(m_client->exitStatus(), QProcess::NormalExit);
     }
 
@@ -116,7 +116,7 @@ private slots:
         QTRY_VERIFY(defined().contains("\"hw:1,0\""));
         QVERIFY(defined().contains("\"hw:2,0\""));
         signalClient(SIGTERM);
-        QVERIFY(m_client->waitForFinished(10000));
+        QVERIFY(m_client->waitForFinished(TestGroup::waitMs()));
         QVERIFY(!definition.exists());
     }
 
@@ -154,7 +154,7 @@ private slots:
         QTRY_VERIFY(standIn.has("pid"));
         QCOMPARE(standIn.read("input"), QByteArray(Password) + '\n');
         signalClient(number);
-        QVERIFY(m_client->waitForFinished(10000));
+        QVERIFY(m_client->waitForFinished(TestGroup::waitMs()));
         const int status = number == SIGKILL ? 0 : reasonRow(EndReason::Stopped).status;
         QCOMPARE(statusOf(standIn).value("status").toInt(), status);
         QTRY_VERIFY(!isRunning(standIn.read("pid").toInt()));
@@ -165,7 +165,7 @@ private slots:
         const StandIn standIn("exit 12");
         QVERIFY(QDir().mkpath(standIn.path("connect.json.status/in the way")));
         start(standIn);
-        QVERIFY(m_client->waitForFinished(10000));
+        QVERIFY(m_client->waitForFinished(TestGroup::waitMs()));
         QCOMPARE(m_client->exitCode(), 3);
         QVERIFY(m_client->readAll().contains("cannot write the status"));
     }

@@ -33,7 +33,7 @@ int find(TerminalServerModule &endpoint)
 ServerMap found(TerminalServerModule &endpoint)
 {
     QSignalSpy ended(&endpoint, &TerminalServerModule::sendServerList);
-    if (find(endpoint) != 0 || !ended.wait())
+    if (find(endpoint) != 0 || !ended.wait(TestGroup::waitMs()))
         return {{"no discovery", QHostAddress()}};
     return ended.at(0).at(0).value<ServerMap>();
 }

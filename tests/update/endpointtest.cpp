@@ -35,7 +35,7 @@ public:
     /// The next answer; empty when none comes.
     QByteArray answer()
     {
-        if (!QTest::qWaitFor([this] { return hasPendingDatagrams(); }))
+        if (!QTest::qWaitFor([this] { return hasPendingDatagrams(); }, TestGroup::waitMs()))
             return QByteArray();
         QByteArray datagram(static_cast<int>(pendingDatagramSize()), '\0');
         readDatagram(datagram.data(), datagram.size());

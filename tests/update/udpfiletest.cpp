@@ -53,7 +53,7 @@ public:
     bool run(const QString &name = image)
     {
         module.fsm_StartTransfer(UdpFileRequest(ours, name), false);
-        return done.count() > 0 || done.wait(10000);
+        return done.count() > 0 || done.wait(TestGroup::waitMs());
     }
     QByteArray received() { return taken && taken->seek(0) ? taken->readAll() : QByteArray(); }
 

@@ -149,7 +149,7 @@ private:
         m_update->startUpdate();
         QStringList ends;
         while ((ends.isEmpty() || ends.last() == notFound)
-               && (ended.count() > ends.size() || ended.wait(20000)))
+               && (ended.count() > ends.size() || ended.wait(TestGroup::waitMs())))
             ends += ended.at(ends.size()).at(0).toString();
         return ends;
     }

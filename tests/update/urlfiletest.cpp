@@ -196,10 +196,10 @@ private slots:
         const std::unique_ptr<QThread> thread(QThread::create([&process, &started] {
             tool = new FtpProxyTool;
             tool->start(QUrl("ftp://h/a"), {});
-            started = QTest::qWaitFor([&process] { return process() > 0; });
+            started = QTest::qWaitFor([&process] { return process() > 0; }, TestGroup::waitMs());
         }));
         thread->start();
-        QVERIFY(thread->wait(10000) && started);
+        QVERIFY(thread->wait(2 * TestGroup::waitMs()) && started);
         QTRY_VERIFY(!isRunning(process()));
         FirmwareImage::removeStale();
     }
@@ -257,7 +257,8 @@ private:
                 [&] { ends += localError; });
         m_module->fsm_StartTransfer(url, true);
         const bool ended = QTest::qWaitFor(
-            [&] { return !ends.isEmpty() && m_module->state() == UrlFileModule::State::Idle; }, 20000);
+            [&] { return !ends.isEmpty() && m_module->state() == UrlFileModule::State::Idle; },
+            TestGroup::waitMs());
         m_module->disconnect();
         return ended && ends.size() == 1 ? ends.first() : QString("ends: ") + ends.join('|');
     }
