@@ -35,7 +35,7 @@ public:
 
     QString text(const char *key) const
     {
-        const QString text = value(key, QJsonValue::String).toString();
+        QString text = value(key, QJsonValue::String).toString();
         if (!hasControlCharacter(text))
             return text;
         refuse(key, "contains a control character");
@@ -62,7 +62,7 @@ public:
 private:
     QJsonValue value(const char *key, QJsonValue::Type type) const
     {
-        const QJsonValue found = m_object.value(QLatin1String(key));
+        QJsonValue found = m_object.value(QLatin1String(key));
         if (found.isUndefined() || found.type() == type)
             return found;
         refuse(key, "has the wrong type");
@@ -78,7 +78,7 @@ QUrl readProxy(const MemberReader &misc)
     const QString text = misc.text("proxy_url");
     if (text.isEmpty() || text == QLatin1String("\"\""))
         return QUrl();
-    const QUrl url(text, QUrl::StrictMode);
+    QUrl url(text, QUrl::StrictMode);
     if (!url.isValid() || url.scheme() != QLatin1String("http") || url.host().isEmpty())
         misc.refuse("proxy_url", "is not a proxy address");
     return url;
