@@ -15,8 +15,8 @@ SessionSignals::SessionSignals(QObject *parent)
         if (!SignalPipe::install(number))
             std::abort();
     }
-    // What a server sends is handled in this process and its children: none of them may become root, by sudo or
-    // otherwise.
+    // What a server sends is handled in this process and its children: none of them may become root, by sudo
+    // or otherwise.
     ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     // The launcher sends SIGUSR1 to this process name when the sound device changes.
     ::prctl(PR_SET_NAME, "zClient.bin");

@@ -5,8 +5,8 @@
 
 #include <QString>
 
-/// Requests to the machine's service manager over the system bus. None waits until a unit has started or ended:
-/// the caller may belong to a unit that ends because of it.
+/// Requests to the machine's service manager over the system bus. None waits until a unit has started or
+/// ended: the caller may belong to a unit that ends because of it.
 namespace ServiceManager {
 
 struct Reply
