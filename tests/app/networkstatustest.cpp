@@ -227,47 +227,6 @@ private slots:
         QTRY_VERIFY(m_fixture->said.hearWired().contains(QString("green, ") + wiredUp + ", groups"));
     }
 
-    void putsTheAddressBackAfterARestart_data()
-    {
-        const TestTable<bool> table("machineRestarted");
-        table.row("of the program", false);
-        table.row("of the machine", true);
-    }
-
-    /// The program ends while the cable is out, and starts when it is in again.
-    void putsTheAddressBackAfterARestart()
-    {
-        QFETCH(const bool, machineRestarted);
-        const QString record = "/var/lib/kt964/taken-address.json";
-        TestDevice &device = m_fixture->device;
-        {
-            NetworkController network;
-            NetworkStatus before(network, m_fixture->configuration);
-            before.setInterval(20);
-            before.initNetworkStatus();
-            QTRY_COMPARE(before.wiredState(), Link::Connected);
-            setState("cable", "unplugged");
-            QTRY_VERIFY(!device.calls("kt-ip-settings").isEmpty());
-        }
-        setState("wired-address", "");
-        QVERIFY(device.exists(record));
-        if (machineRestarted)
-            device.write(record, device.read(record).replace("boot\": \"", "boot\": \"x"));
-        setState("cable", "plugged");
-        device.forgetCalls();
-        status().setInterval(20);
-        status().initNetworkStatus();
-        if (machineRestarted) {
-            QTRY_VERIFY(m_fixture->said.hearWired().startsWith("shown, green, icon link, address  off"));
-            QVERIFY(device.calls("kt-ip-settings").isEmpty());
-            return;
-        }
-        QTRY_VERIFY(m_fixture->said.hearWired().contains(wiredUp));
-        QCOMPARE(device.calls("kt-ip-settings"),
-                 QStringList("kt-ip-settings -a eth0 10.77.0.10 24 10.77.0.255"));
-        QTRY_VERIFY(!device.exists(record));
-    }
-
     void leavesADisabledInterfaceAlone()
     {
         status().setInterval(1);
