@@ -431,6 +431,24 @@ def faults(check):
                     "! journalctl -b -u kt964 | grep -qE 'GET JSON|APPEND CHILD'")
 
 
+@scenario("recovery")
+def recovery(check):
+    """a crash loop ends on a screen that helps, and a key leads back; no desktop, no desktop mode"""
+    machine = check.machine
+    refused = machine.run("kt-switch -d 2>&1; echo status $?", user="kt964", check=False)
+    if "status 1" not in refused or not machine.true("systemctl is-active kt964"):
+        raise Failed(f"desktop mode without a desktop: {refused}")
+    check.see("desktop mode without a desktop: " + refused.split("\n")[0])
+    machine.run("mv /usr/bin/kt964 /usr/bin/kt964.away && ln -s /bin/false /usr/bin/kt964 && systemctl kill -s KILL kt964")
+    machine.becomes(180, "the recovery screen", "systemctl is-active kt964-recovery")
+    machine.becomes(30, "the recovery screen waits for a key", "pgrep -u kt964 -x dd")
+    check.see("after repeated failures: what to do", "screen")
+    machine.run("mv /usr/bin/kt964.away /usr/bin/kt964")
+    machine.key("r")
+    launcher_up(check, 120)
+    check.see("the launcher is back after a key", "back")
+
+
 @scenario("upgrade")
 def upgrade(check):
     """an upgrade and a downgrade keep the settings; only a purge removes them"""
