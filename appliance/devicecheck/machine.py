@@ -12,13 +12,17 @@ import subprocess
 import time
 
 
+# A busy machine needs more time: the limits of all that is awaited are multiplied by this.
+PATIENCE = float(os.environ.get("PATIENCE", "1"))
+
+
 class Failed(Exception):
     """Something did not happen on the machine. The text tells what was awaited, and what was seen instead."""
 
 
 def await_true(seconds, text, condition):
     """Waits for a condition, at most this long, and returns its value."""
-    end = time.monotonic() + seconds
+    end = time.monotonic() + seconds * PATIENCE
     while True:
         value = condition()
         if value:
@@ -60,7 +64,7 @@ class JsonSocket:
 
     def request(self, name, seconds=30, **arguments):
         self.send(json.dumps({"execute": name, "arguments": arguments}))
-        end = time.monotonic() + seconds
+        end = time.monotonic() + seconds * PATIENCE
         while time.monotonic() < end:
             reply = self.receive(max(0.1, end - time.monotonic())) or {}
             if "event" in reply:
@@ -77,7 +81,7 @@ class Agent(JsonSocket):
 
     def synchronize(self, seconds):
         """Waits for the agent. Replies to earlier requests are dropped, and so are its complaints about 0xff."""
-        end = time.monotonic() + seconds
+        end = time.monotonic() + seconds * PATIENCE
         while time.monotonic() < end:
             number = time.monotonic_ns() % 2**31
             self.socket.sendall(b"\xff")
@@ -91,7 +95,7 @@ class Agent(JsonSocket):
         """Runs a program in the guest. Returns its status and its output (standard output, then standard error)."""
         pid = self.request("guest-exec", path=words[0], arg=list(words[1:]), env=list(environment),
                            **{"capture-output": True, "input-data": base64.b64encode(data).decode()})["pid"]
-        end = time.monotonic() + seconds
+        end = time.monotonic() + seconds * PATIENCE
         while time.monotonic() < end:
             state = self.request("guest-exec-status", pid=pid)
             if state["exited"]:
@@ -112,6 +116,16 @@ class Machine:
     """One run of the virtual machine. `folder` holds its sockets, its console and its screenshots."""
 
     width, height = 1024, 768
+    hardware = [
+        "-machine", "pc", "-accel", "tcg,thread=multi", "-smp", "2", "-m", "1024",
+        "-append", "root=/dev/vda rw quiet console=ttyS0 console=tty0",
+        "-netdev", "tap,id=cable,ifname=lab0,script=no,downscript=no",
+        "-device", "virtio-net-pci,netdev=cable,id=wired,addr=2,mac=52:54:00:00:09:64",
+        "-device", "qemu-xhci,id=usb", "-device", "usb-tablet,id=tablet,bus=usb.0,port=1",
+        "-audiodev", "none,id=silence", "-device", "intel-hda", "-device", "hda-duplex,audiodev=silence",
+        "-device", "virtio-serial", "-device", "virtserialport,chardev=agent,name=org.qemu.guest_agent.0",
+    ]
+    two_displays = "virtio-vga,id=gpu,addr=3,max_outputs=2,edid=on,xres=1024,yres=768"
 
     def __init__(self, image, folder, screens):
         self.image, self.folder, self.screens = image, folder, screens
@@ -119,7 +133,7 @@ class Machine:
 
     # Power.
 
-    def start(self, snapshot=None, cold_from=None, graphics="virtio-vga,id=gpu,max_outputs=2,edid=on,xres=1024,yres=768"):
+    def start(self, snapshot=None, cold_from=None, graphics=two_displays):
         """Starts the machine: where a snapshot left it, or switched on (with the disk of one, if it is named)."""
         def path(name):
             return os.path.join(self.folder, name)
@@ -130,22 +144,12 @@ class Machine:
         if cold_from:
             subprocess.run(["qemu-img", "snapshot", "-a", cold_from, disk], check=True)
         command = [
-            "nice", "-n", "10", "qemu-system-x86_64", "-nodefaults", "-no-user-config", "-machine", "pc",
-            "-accel", "tcg,thread=multi", "-smp", "2", "-m", "1024", "-name", "kt964",
+            "nice", "-n", "10", "qemu-system-x86_64", "-nodefaults", "-no-user-config", "-name", "kt964", "-no-shutdown",
             "-kernel", f"{self.image}/vmlinuz", "-initrd", f"{self.image}/initrd.img",
-            "-append", "root=/dev/vda rw quiet console=ttyS0 console=tty0",
-            "-drive", f"file={disk},if=virtio,cache=unsafe,discard=unmap",
-            "-netdev", "tap,id=cable,ifname=lab0,script=no,downscript=no",
-            "-device", "virtio-net-pci,netdev=cable,id=wired,mac=52:54:00:00:09:64",
-            "-device", graphics,
-            "-display", "none",
-            "-device", "qemu-xhci,id=usb", "-device", "usb-tablet,id=tablet,bus=usb.0,port=1",
-            "-audiodev", "none,id=silence", "-device", "intel-hda", "-device", "hda-duplex,audiodev=silence",
-            "-device", "virtio-serial", "-device", "virtserialport,chardev=agent,name=org.qemu.guest_agent.0",
+            "-drive", f"file={disk},if=virtio,cache=unsafe,discard=unmap", "-display", "none", "-device", graphics,
+            *self.hardware, "-serial", f"file:{path('console.log')}",
             "-chardev", f"socket,id=agent,path={path('agent')},server=on,wait=off",
             "-qmp", f"unix:{path('qmp')},server=on,wait=off", "-monitor", f"unix:{path('monitor')},server=on,wait=off",
-            "-serial", f"file:{path('console.log')}",
-            "-no-shutdown",
         ]
         if "max_outputs" in graphics:
             for head in (0, 1):

@@ -77,10 +77,6 @@ def alike(first, second, most=0.15):
     return float(re.search(r"\((.*)\)", answer)[1]) < most
 
 
-def colours(file):
-    return int(subprocess.run(["identify", "-format", "%k", file], capture_output=True, text=True, check=True).stdout)
-
-
 # How the machine comes to the launcher.
 
 def boot_plain(check):
@@ -383,7 +379,7 @@ def system(check):
 
 
 # The display that has two outputs does not live through a sleep, so this machine has another one.
-@scenario("power", snapshot=None, cold_from="launcher", graphics="VGA,id=gpu,edid=on,xres=1024,yres=768")
+@scenario("power", snapshot=None, cold_from="launcher", graphics="VGA,id=gpu,addr=3,edid=on,xres=1024,yres=768")
 def power(check):
     """sleep, restart and power off from the launcher's menu"""
     machine = check.machine
