@@ -9,6 +9,8 @@
 #include <QJsonDocument>
 
 #include <csignal>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace LauncherMessage {
 
@@ -52,7 +54,10 @@ std::optional<QJsonObject> fromArguments(const QStringList &arguments)
 
 bool send(const QJsonObject &content)
 {
-    if (!SharedFile::replace(fileName, QJsonDocument(content).toJson(QJsonDocument::Compact)))
+    // In /tmp only its owner may replace a file, and both root and the launcher's user send messages.
+    const passwd *owner = geteuid() == 0 ? getpwnam("kt964") : nullptr;
+    if (!SharedFile::replace(fileName, QJsonDocument(content).toJson(QJsonDocument::Compact),
+                             owner ? owner->pw_uid : uid_t(-1), owner ? owner->pw_gid : gid_t(-1)))
         return false;
     for (const int pid : LauncherProcess::all())
         kill(pid, SIGUSR1);
