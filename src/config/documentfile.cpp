@@ -13,7 +13,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -135,15 +134,20 @@ QByteArray journalText(const QByteArray &former)
         + QCryptographicHash::hash(former, QCryptographicHash::Sha256).toHex() + '\n' + former;
 }
 
-/// The former text, if a write has ended early. An incomplete journal has none: its write had not begun.
-std::optional<QByteArray> formerText(const QString &path)
+/// The former text, if a write has ended early; `Missing` otherwise. An incomplete journal is dropped: its
+/// write had not begun. One that cannot be read now says nothing about the file.
+DocumentFile::Content formerText(const QString &path)
 {
-    const QByteArray journal = readFile(journalOf(path)).text;
-    const int start = journal.indexOf('\n') + 1;
-    if (start == 0 || !journal.startsWith(journalMark))
-        return std::nullopt;
-    const QByteArray former = journal.mid(start);
-    return journal == journalText(former) ? std::make_optional(former) : std::nullopt;
+    using State = DocumentFile::State;
+    const DocumentFile::Content journal = readFile(journalOf(path));
+    if (journal.state != State::Complete)
+        return {journal.state, {}};
+    const int start = journal.text.indexOf('\n') + 1;
+    const QByteArray former = journal.text.mid(start);
+    if (start > 0 && journal.text == journalText(former))
+        return {State::Complete, former};
+    QFile::remove(journalOf(path));
+    return {State::Missing, {}};
 }
 
 /// Makes the journal incomplete, which holds even where the folder's entries are lost, and removes it.
@@ -178,6 +182,17 @@ bool keepFormer(const QString &path, const QByteArray &former)
     return kept;
 }
 
+/// Writes a file that has no former text.
+bool create(const QString &path, const QByteArray &text)
+{
+    if (writeFile(path, text) && DurableFile::synchronise(QFileInfo(path).path()))
+        return true;
+    const int error = errno;
+    QFile::remove(path);
+    errno = error;
+    return false;
+}
+
 /// Undoes a write that ended early. What fails now is done with the next read.
 bool restore(const QString &path, const QByteArray &former)
 {
@@ -201,29 +216,37 @@ const QString &DocumentFile::path() const
 
 DocumentFile::Content DocumentFile::read() const
 {
-    const std::optional<QByteArray> former = formerText(m_path);
-    if (!former)
+    const Content former = formerText(m_path);
+    if (former.state == State::Missing)
         return readFile(m_path);
+    if (former.state == State::Failed)
+        return former;
     qCWarning(lcDocumentFile).noquote() << "a write of" << m_path << "ended early and is undone";
-    restore(m_path, *former);
-    return {State::Complete, *former};
+    restore(m_path, former.text);
+    return former;
 }
 
 bool DocumentFile::write(const QByteArray &text)
 {
     const Content former = read();
-    if (former.state == State::Failed)
+    if (former.state == State::Missing)
+        return create(m_path, text);
+    if (former.state == State::Failed || !keepFormer(m_path, former.text))
         return false;
-    const bool journalled = former.state == State::Complete;
-    if (journalled && !keepFormer(m_path, former.text))
-        return false;
-    if (writeFile(m_path, text) && (!journalled || dropJournal(m_path)))
+    if (writeFile(m_path, text) && dropJournal(m_path))
         return true;
     const int error = errno;
-    if (journalled)
-        restore(m_path, former.text);
-    else
-        QFile::remove(m_path);
+    // The journal was cut where only its removal failed. Without it a further failure would leave a mixture.
+    if (formerText(m_path).state != State::Complete)
+        keepFormer(m_path, former.text);
+    restore(m_path, former.text);
     errno = error;
     return false;
+}
+
+bool DocumentFile::remove()
+{
+    QFile::remove(m_path);
+    QFile::remove(journalOf(m_path));
+    return !QFile::exists(m_path) && !QFile::exists(journalOf(m_path));
 }

@@ -35,6 +35,8 @@ public:
     /// Replaces the text. When it returns true, the text is on the disk; when it returns false, with `errno`
     /// set, the former text is still there. The file is readable by its owner only.
     bool write(const QByteArray &text);
+    /// Removes the file, and what could bring its text back.
+    bool remove();
 
 private:
     QString m_path;

@@ -6,6 +6,7 @@
 #include "config/keys.h"
 #include "config/upgrades.h"
 #include "device/devicetools.h"
+#include "device/durablefile.h"
 #include "device/paths.h"
 
 #include <QFile>
@@ -187,10 +188,13 @@ void JsonModule::recover()
 {
     // A document that the disk cannot give back is not worth keeping now.
     if (readFile().state == DocumentFile::State::Failed)
-        QFile::remove(filePath());
+        m_file.remove();
     const bool written = setObject(m_defaultParameters);
     ToolRun::start(DeviceTools::resetHostName());
     // Where the defaults could not be written the marker asks for them again at the next start.
-    if (written && QFile::exists(Paths::recoveryMarker()) && !QFile::remove(Paths::recoveryMarker()))
+    if (!written || !QFile::exists(Paths::recoveryMarker()))
+        return;
+    // A marker that a loss of power brings back would take the settings made since.
+    if (!QFile::remove(Paths::recoveryMarker()) || !DurableFile::synchronise(Paths::stateDirectory()))
         qCCritical(lcDocument).noquote() << "cannot delete" << Paths::recoveryMarker();
 }

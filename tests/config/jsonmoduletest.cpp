@@ -118,6 +118,7 @@ private slots:
         const DocumentFile file(path);
         QCOMPARE(file.read().text, left);
         QCOMPARE(contentOf(path), left);
+        QVERIFY(!QFile::exists(path + ".journal"));
         // What the journal held is not told from it again, whatever is written now.
         QVERIFY(DocumentFile(path).write("new"));
         QCOMPARE(file.read().text, QByteArray("new"));
@@ -132,6 +133,13 @@ private slots:
         QCOMPARE(file.read().state, DocumentFile::State::Failed);
         QVERIFY(!file.write("new"));
         QVERIFY(QFileInfo(path).isSymLink());
+        // Nor one whose journal says nothing now.
+        const QString other = m_folder.filePath("unknown.json");
+        write(other, "half a t");
+        QVERIFY(QFile::link(other + ".journal", other + ".journal"));
+        QCOMPARE(DocumentFile(other).read().state, DocumentFile::State::Failed);
+        QVERIFY(!DocumentFile(other).write("new"));
+        QCOMPARE(contentOf(other), QByteArray("half a t"));
         QCOMPARE(DocumentFile(m_folder.filePath("none")).read().state, DocumentFile::State::Missing);
     }
 
