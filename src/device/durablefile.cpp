@@ -3,6 +3,7 @@
 
 #include "device/durablefile.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
 
@@ -56,12 +57,29 @@ QString writeContent(const QString &path, const QByteArray &content, mode_t mode
 
 QString write(const QString &path, const QByteArray &content, mode_t mode)
 {
+    const bool isNew = isMissing(path);
     QString error = writeContent(path, content, mode);
     if (error.isEmpty() && !synchronise(QFileInfo(path).path())) {
         error = qt_error_string(errno);
-        QFile::remove(path);
+        if (isNew)
+            QFile::remove(path);
     }
     return error;
+}
+
+bool isMissing(const QString &path)
+{
+    return ::access(QFile::encodeName(path).constData(), F_OK) != 0 && errno == ENOENT;
+}
+
+void sweep(const QString &path)
+{
+    const QFileInfo file(path);
+    QDir folder(file.path());
+    const QString sixCharacters = QStringLiteral(".??????"); // the ending of a temporary file
+    for (const QString &name :
+         folder.entryList({file.fileName() + sixCharacters}, QDir::Files | QDir::Hidden))
+        folder.remove(name);
 }
 
 bool synchronise(const QString &path)

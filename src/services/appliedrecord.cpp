@@ -16,25 +16,28 @@ namespace {
 constexpr qint64 sizeLimit = 64 * 1024;
 } // namespace
 
-bool AppliedRecord::load()
+AppliedRecord::Condition AppliedRecord::load()
 {
+    DurableFile::sweep(Paths::appliedRecord());
     QFile file(Paths::appliedRecord());
     if (!file.open(QIODevice::ReadOnly))
-        return false;
+        return file.exists() ? Condition::Unreadable : Condition::Useless;
     const QJsonObject root = QJsonDocument::fromJson(file.read(sizeLimit)).object();
+    if (file.error() != QFileDevice::NoError)
+        return Condition::Unreadable;
     if (root.isEmpty()) {
         qCWarning(lcRecord).noquote() << "not a record of applied settings:" << file.fileName();
-        return false;
+        return Condition::Useless;
     }
     for (const SettingsSections::Section section : SettingsSections::all())
         m_fingerprints.insert(section, root.value(SettingsSections::name(section)).toString().toLatin1());
     m_saved = true;
-    return true;
+    return Condition::Usable;
 }
 
 void AppliedRecord::save()
 {
-    if (m_saved)
+    if (m_saved || m_isProtected)
         return;
     QJsonObject root;
     for (auto entry = m_fingerprints.cbegin(); entry != m_fingerprints.cend(); ++entry)
@@ -43,6 +46,11 @@ void AppliedRecord::save()
     m_saved = error.isEmpty();
     if (!m_saved)
         qCCritical(lcRecord).noquote() << "cannot write" << Paths::appliedRecord() << ':' << error;
+}
+
+void AppliedRecord::protect()
+{
+    m_isProtected = true;
 }
 
 QByteArray AppliedRecord::fingerprint(SettingsSections::Section section) const

@@ -12,10 +12,18 @@
 class AppliedRecord
 {
 public:
-    /// Reads the file. False when there is none to use.
-    bool load();
+    enum class Condition {
+        Usable,
+        Useless,    ///< missing, or not a record
+        Unreadable, ///< it may be good, but the system cannot read it now
+    };
+
+    /// Reads the file, and removes what an interrupted `save` left.
+    Condition load();
     /// Writes the file, unless it holds the same already. Where that fails, the next call tries again.
     void save();
+    /// Keeps the file as it is from now on: what it says is not known.
+    void protect();
 
     QByteArray fingerprint(SettingsSections::Section section) const;
     void set(SettingsSections::Section section, const QByteArray &fingerprint);
@@ -23,4 +31,5 @@ public:
 private:
     QMap<SettingsSections::Section, QByteArray> m_fingerprints;
     bool m_saved = false;
+    bool m_isProtected = false;
 };

@@ -61,7 +61,7 @@ SettingsApplier::SettingsApplier(JsonModule &configuration, ToolQueue &commands,
     m_turn.setSingleShot(true);
     connect(&m_turn, &QTimer::timeout, this, &SettingsApplier::compare);
     connect(&m_configuration, &JsonModule::changed, this, &SettingsApplier::follow);
-    m_record.load();
+    isRecordRead();
 }
 
 void SettingsApplier::setSessionCheck(const std::function<bool()> &inSession)
@@ -108,6 +108,10 @@ bool SettingsApplier::isBusy() const
 
 void SettingsApplier::compare()
 {
+    if (!isRecordRead()) {
+        m_turn.start(readPauseMs);
+        return;
+    }
     const QJsonObject root = m_configuration.getDocument().object();
     // Defaults in place of a document that cannot be read are not what the device is to be.
     if (!root.isEmpty() && !m_configuration.isProvisional()) {
@@ -120,6 +124,21 @@ void SettingsApplier::compare()
         saveWhenDone();
     }
     updateBusy();
+}
+
+/// What was left undone is known from the record alone: one that cannot be read now is not replaced.
+bool SettingsApplier::isRecordRead()
+{
+    if (m_readsLeft == 0)
+        return true;
+    --m_readsLeft;
+    if (m_record.load() != AppliedRecord::Condition::Unreadable) {
+        m_readsLeft = 0;
+    } else if (m_readsLeft == 0) {
+        qCCritical(lcApplier) << "the record of applied settings cannot be read and stays as it is";
+        m_record.protect();
+    }
+    return m_readsLeft == 0;
 }
 
 /// A section that was never recorded is taken as the device has it.

@@ -27,7 +27,8 @@ class ToolQueue;
 /// runs the tools of the sections that differ, in a fixed order. A section is recorded when its last tool has
 /// ended by itself, whatever its exit code. So a change that a session, a crash or a full disk cut short is
 /// carried out later, and a tool that hung runs again when the settings are compared the next time. A device
-/// without a record gets one of its document as it is: nothing is carried out then.
+/// without a record gets one of its document as it is: nothing is carried out then. A record that the system
+/// cannot read now is tried again, and never replaced.
 class SettingsApplier : public QObject
 {
     Q_OBJECT
@@ -35,6 +36,9 @@ class SettingsApplier : public QObject
 public:
     using Section = SettingsSections::Section;
     using Sections = SettingsSections::Sections;
+    /// A record that cannot be read is tried again this often, with this pause.
+    static constexpr int readTries = 20;
+    static constexpr int readPauseMs = 250;
 
     /// All arguments outlive the object. The tools take their turn in `commands`.
     SettingsApplier(JsonModule &configuration, ToolQueue &commands, NetworkController &network,
@@ -78,6 +82,7 @@ private:
     };
 
     void compare();
+    bool isRecordRead();
     void adopt(const QJsonObject &root);
     Sections differing(const QJsonObject &root) const;
     Sections withoutUncheckedMode(const QJsonObject &root, Sections due);
@@ -102,6 +107,7 @@ private:
     std::function<bool()> m_inSession;
     QTimer m_turn;
     AppliedRecord m_record;
+    int m_readsLeft = readTries; ///< 0 when the record has been read, or given up
     QMap<Section, UnderWay> m_underWay;
     Sections m_forced;
     std::optional<QDateTime> m_clock;

@@ -72,6 +72,7 @@ private slots:
     void waitsForTheEndOfASession();
     void runsAgainWhatHung();
     void takesADamagedRecordForNone();
+    void waitsForARecordThatItCannotReadYet();
     void appliesWhatIsForced();
     void joinsOnceWhenTheDocumentChangesTwice();
 
@@ -214,6 +215,21 @@ void SettingsApplierTest::takesADamagedRecordForNone()
     QCOMPARE(calls(), QStringList());
     m_device->store({Key::keyboard, Key::numlockOn}, true);
     Program().follow();
+    QCOMPARE(calls(), QStringList("numlockx on"));
+}
+
+void SettingsApplierTest::waitsForARecordThatItCannotReadYet()
+{
+    Program().follow();
+    m_device->store({Key::keyboard, Key::numlockOn}, true); // and the program has ended before the tool ran
+    const QString path = m_device->path(record);
+    QVERIFY(QFile::rename(path, path + ".kept") && QFile::link(path, path));
+    Program program;
+    program.applier.follow();
+    QTest::qWait(0);
+    QVERIFY(program.applier.isBusy() && QFileInfo(path).isSymLink());
+    QVERIFY(QFile::remove(path) && QFile::rename(path + ".kept", path));
+    program.settle();
     QCOMPARE(calls(), QStringList("numlockx on"));
 }
 
