@@ -10,6 +10,8 @@
 #include <QSettings>
 #include <QThread>
 
+#include <cstdio>
+
 namespace {
 
 constexpr int parts = 8;
@@ -66,7 +68,8 @@ int runFtpProxyUpdate(const ToolCall &call)
     const auto pause = static_cast<unsigned long>(
         numberOr(call.root.state(QStringLiteral("proxy-pause")), defaultPauseMs));
     const QByteArray image = servedImage(call.root);
-    QFile file(imagePath(call.root));
+    // Beside the image until it is whole, like the real tool.
+    QFile file(imagePath(call.root) + QStringLiteral(".part"));
     QDir().mkpath(call.root.file(QStringLiteral("/var/lib/updates")));
     if (!file.open(QIODevice::WriteOnly))
         return 1;
@@ -80,7 +83,10 @@ int runFtpProxyUpdate(const ToolCall &call)
     }
     if (end.constFirst() == QLatin1String("hang"))
         QThread::sleep(600);
-    return end.constFirst() == QLatin1String("fail") ? 1 : 0;
+    if (end.constFirst() == QLatin1String("fail"))
+        return 1;
+    const QByteArray from = QFile::encodeName(file.fileName());
+    return std::rename(from.constData(), QFile::encodeName(imagePath(call.root)).constData()) == 0 ? 0 : 1;
 }
 
 /// update-ui: records the image, stores its version and restarts the device.

@@ -37,6 +37,12 @@ QString imageAside()
     return Paths::firmwareImage() + QLatin1String(".earlier");
 }
 
+/// What the tool writes before it renames it to the image.
+QString toolsPart()
+{
+    return Paths::firmwareImage() + QLatin1String(".part");
+}
+
 qint64 freeBytes()
 {
     return QStorageInfo(Paths::updates()).bytesAvailable();
@@ -56,6 +62,31 @@ bool sendToDisk(const QTemporaryFile &file)
     // A file system that does not support this writes in its own time.
     return ::sync_file_range(file.handle(), 0, 0, how) == 0
         || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
+}
+
+bool removeIfThere(const QString &path)
+{
+    return ::unlink(QFile::encodeName(path).constData()) == 0 || errno == ENOENT;
+}
+
+/// Where no tool writes, the image stands at its place: a complete new one, or else the earlier one.
+void settleEarlier()
+{
+    const int renamed = ::renameat2(AT_FDCWD, QFile::encodeName(imageAside()).constData(), AT_FDCWD,
+                                    QFile::encodeName(Paths::firmwareImage()).constData(), RENAME_NOREPLACE);
+    if (renamed != 0 && errno == EEXIST)
+        removeIfThere(imageAside());
+}
+
+/// Keeps the earlier image under a second name while the new one takes its place.
+void keepAside()
+{
+    removeIfThere(imageAside());
+    if (::link(QFile::encodeName(Paths::firmwareImage()).constData(),
+               QFile::encodeName(imageAside()).constData())
+            != 0
+        && errno != ENOENT)
+        qCWarning(lcImage) << "cannot keep the earlier image aside:" << std::strerror(errno);
 }
 
 } // namespace
@@ -100,12 +131,20 @@ bool place(QTemporaryFile &file)
 {
     const QString image = Paths::firmwareImage();
     const QString name = file.fileName();
+    keepAside();
     if (!file.flush() || ::fsync(file.handle()) != 0 || !rename(name, image)) {
         qCCritical(lcImage).noquote() << "cannot put" << image << "in place:" << std::strerror(errno);
+        removeIfThere(imageAside());
         return false;
     }
     file.setAutoRemove(false);
-    DurableFile::synchronise(Paths::updates());
+    if (!DurableFile::synchronise(Paths::updates())) {
+        qCCritical(lcImage).noquote() << "cannot keep" << image << ':' << std::strerror(errno);
+        removeIfThere(image);
+        settleEarlier();
+        return false;
+    }
+    removeIfThere(imageAside());
     qCInfo(lcImage).noquote() << image << "is in place," << file.size() << "bytes";
     return true;
 }
@@ -113,12 +152,13 @@ bool place(QTemporaryFile &file)
 bool prepareForTool()
 {
     QDir().mkpath(Paths::updates());
-    if (!DurableFile::write(unfinishedMark(), QByteArray()).isEmpty())
-        return false;
     const QString image = Paths::firmwareImage();
-    if (!QFile::exists(image) || rename(image, imageAside()))
+    const bool isAside = rename(image, imageAside()) || errno == ENOENT;
+    // From now on an image is the tool's.
+    if (isAside && DurableFile::write(unfinishedMark(), QByteArray()).isEmpty())
         return true;
-    QFile::remove(unfinishedMark());
+    qCCritical(lcImage).noquote() << "cannot prepare" << Paths::updates() << "for the tool";
+    rename(imageAside(), image);
     return false;
 }
 
@@ -131,29 +171,33 @@ void makeRoomForTool()
 bool finishTool(bool succeeded)
 {
     const QString image = Paths::firmwareImage();
-    const bool whole = succeeded && QFileInfo(image).isFile() && QFileInfo(image).size() > 0;
-    if (whole)
-        DurableFile::synchronise(image);
-    else if (!rename(imageAside(), image))
-        QFile::remove(image);
-    QFile::remove(unfinishedMark());
-    QFile::remove(imageAside());
-    return whole;
+    bool isWhole = succeeded && QFileInfo(image).isFile() && QFileInfo(image).size() > 0
+        && DurableFile::synchronise(image);
+    QFile::remove(toolsPart());
+    // While the mark is there, the next start removes the image.
+    if ((!isWhole && !removeIfThere(image)) || !removeIfThere(unfinishedMark())) {
+        qCCritical(lcImage).noquote() << "cannot settle" << image << "yet:" << std::strerror(errno);
+        return false;
+    }
+    if (!DurableFile::synchronise(Paths::updates()) && isWhole) {
+        qCCritical(lcImage).noquote() << "cannot keep" << image << ':' << std::strerror(errno);
+        isWhole = false;
+        removeIfThere(image);
+    }
+    settleEarlier();
+    return isWhole;
 }
 
 void removeStale()
 {
+    // Where nobody can tell now, the next start can.
     if (QFile::exists(unfinishedMark()))
         finishTool(false);
-    QFile::remove(imageAside());
-    QDir folder(Paths::updates());
-    const QString sixCharacters = QStringLiteral(".??????"); // the ending of a temporary file
-    const QStringList patterns{QFileInfo(Paths::firmwareImage()).fileName() + sixCharacters,
-                               QFileInfo(unfinishedMark()).fileName() + sixCharacters};
-    for (const QString &name : folder.entryList(patterns, QDir::Files)) {
-        qCInfo(lcImage).noquote() << "removing the incomplete" << name;
-        folder.remove(name);
-    }
+    else if (DurableFile::isMissing(unfinishedMark()))
+        settleEarlier();
+    QFile::remove(toolsPart());
+    DurableFile::sweep(Paths::firmwareImage());
+    DurableFile::sweep(unfinishedMark());
 }
 
 } // namespace FirmwareImage

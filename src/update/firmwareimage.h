@@ -30,7 +30,8 @@ bool makeRoom(qint64 bytes);
 bool place(QTemporaryFile &file);
 
 /// Call before a tool writes the image itself. Puts an earlier image aside and marks the new one as
-/// unfinished until `finishTool`; the mark survives a restart.
+/// unfinished until `finishTool`; the mark survives a restart. So whatever the tool leaves, in the image's
+/// place or in its own file beside it (".part"), is removed before anybody takes it for an image.
 bool prepareForTool();
 /// Call while the tool receives the image. Removes the earlier image when the disk is nearly full.
 void makeRoomForTool();

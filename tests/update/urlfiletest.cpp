@@ -237,8 +237,9 @@ private slots:
         QVERIFY(FirmwareImage::prepareForTool());
         m_device->write(imagePath, "half an im");
         m_device->write(imagePath + ".AbCdEf", "half an im");
+        m_device->write(imagePath + ".part", "half an im");
         FirmwareImage::removeStale(); // the next start of the program
-        QVERIFY(!m_device->exists(imagePath));
+        QVERIFY(QDir(m_device->path("/var/lib/updates")).isEmpty());
         m_device->write(imagePath, "old");
         QVERIFY(FirmwareImage::prepareForTool());
         m_device->write(imagePath, "half an im");
