@@ -7,6 +7,7 @@
 #include "certificates/stagedfiles.h"
 #include "config/jsonmodule.h"
 #include "config/keys.h"
+#include "device/durablefile.h"
 #include "device/paths.h"
 
 #include <QCryptographicHash>
@@ -165,7 +166,7 @@ void sweep()
     for (const QString &name : clients.entryList({QLatin1Char('*') + publicEnding}, QDir::Files)) {
         const bool ours
             = readBounded(clients.filePath(name)).value_or(QByteArray()).startsWith(digestLineStart);
-        if (ours && !clients.exists(baseName(name, publicEnding) + clientEnding))
+        if (ours && DurableFile::isMissing(clients.filePath(baseName(name, publicEnding) + clientEnding)))
             clients.remove(name);
     }
 }
@@ -296,6 +297,7 @@ CertificateError CertificateStore::remove(Kind kind, const QString &fileName)
 
 bool CertificateStore::updateRecord()
 {
+    sweep();
     return record(list(Kind::Authority), list(Kind::Client));
 }
 

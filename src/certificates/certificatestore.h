@@ -48,7 +48,8 @@ public:
 
     CertificateError remove(Kind kind, const QString &fileName);
 
-    /// Updates the record in the document: files or document may have been changed from outside.
+    /// Updates the record in the document: files or document may have been changed from outside. Also removes
+    /// what an import or a removal left that ended with the program.
     bool updateRecord();
 
 signals:
