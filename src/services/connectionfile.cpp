@@ -87,15 +87,18 @@ QJsonObject describe(const Session &session, const QJsonObject &configuration)
                          {QStringLiteral("misc"), misc}}}};
 }
 
-void write(const QString &path, const QJsonObject &description)
+bool write(const QString &path, const QJsonObject &description)
 {
     QFile file(path);
     const QByteArray text = QJsonDocument(description).toJson(QJsonDocument::Indented);
     // It holds the log-on password: its permissions come before its content.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)
-        || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) || file.write(text) != text.size()
-        || !file.flush())
-        qCCritical(lcConnection).noquote() << "cannot write" << path << ':' << file.errorString();
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)
+        && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner) && file.write(text) == text.size()
+        && file.flush())
+        return true;
+    qCCritical(lcConnection).noquote() << "cannot write" << path << ':' << file.errorString();
+    QFile::remove(path); // half of it, or another session's
+    return false;
 }
 
 Verdict classify(const QByteArray &status)

@@ -36,8 +36,9 @@ enum class Verdict {
 QJsonObject describe(const Session &session, const QJsonObject &configuration);
 /// The proxy on the way to a server, as a URL; a pair of double quotes when there is none.
 QString proxyUrl(const QJsonObject &proxy, const QString &server);
-/// Writes the description, readable by its owner alone. A failure is a line in the log.
-void write(const QString &path, const QJsonObject &description);
+/// Writes the description, readable by its owner alone. Where that fails there is none, and a line in the
+/// log.
+bool write(const QString &path, const QJsonObject &description);
 /// The verdict in the content of a status file; text that does not parse is a status other than 6.
 Verdict classify(const QByteArray &status);
 

@@ -102,8 +102,8 @@ void SessionService::createConnectionFile(const QString &address, bool autoDisco
         session.secondaryAtLeft = atLeft;
     }
     emit getProxyParameters(session.proxy);
-    ConnectionFile::write(Paths::connection(),
-                          ConnectionFile::describe(session, m_configuration.getDocument().object()));
+    m_isDescribed = ConnectionFile::write(
+        Paths::connection(), ConnectionFile::describe(session, m_configuration.getDocument().object()));
     m_address = address;
 }
 
@@ -120,7 +120,7 @@ void SessionService::startBrokerClient(const QStringList &arguments, const QStri
     m_group.clear();
     m_address.clear();
     // The broker's client reads no description, but the status report takes the file for a running session.
-    ConnectionFile::write(Paths::connection(), {});
+    m_isDescribed = ConnectionFile::write(Paths::connection(), {});
     qCInfo(lcSession).noquote() << "start the broker's client for" << desktop;
     launch(Paths::program(QStringLiteral("solva-client")), arguments, desktop);
 }
@@ -133,6 +133,10 @@ void SessionService::launch(const QString &program, const QStringList &arguments
     m_client.setProcessEnvironment(Commands::environment());
     m_client.setWorkingDirectory(Paths::clientDirectory());
     emit connecting(shown);
+    if (!m_isDescribed) {
+        QTimer::singleShot(0, this, [this] { finish(ConnectionFile::Verdict::ConnectionError); });
+        return;
+    }
     m_client.start(program, arguments, QIODevice::ReadWrite);
 }
 

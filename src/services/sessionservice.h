@@ -70,6 +70,7 @@ private:
     void logLine();
 
     JsonModule &m_configuration;
+    bool m_isDescribed = false; ///< the description is on the disk for the client
     ChildProcess m_client; ///< ends with the launcher, so that a restarted launcher has the screen to itself
     QVector<ServerEntry> m_group;
     int m_member = 0;
