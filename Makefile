@@ -5,7 +5,7 @@
 
 JOBS ?= $(shell nproc)
 
-.PHONY: help demo check deb deb-check deb-reproducible deb-cross-check device-check bench fuzz mutants tidy build packages release debug sanitize format clean
+.PHONY: help demo check deb deb-check deb-reproducible deb-cross-check device-check bench fuzz torture mutants tidy build packages release debug sanitize format clean
 
 help:
 	@echo "make demo    run the launcher in the lab: on your display, or unattended without one"
@@ -16,6 +16,7 @@ help:
 	@echo "make tidy    have clang-tidy look for likely mistakes"
 	@echo "make bench   measure start-up, pauses, memory, long lists, consoles, the agent and firmware transfers"
 	@echo "make fuzz    fuzz every decoder of what arrives, FUZZ_SECONDS (60) each"
+	@echo "make torture fail every system call by which the launcher keeps something, and kill it TORTURE_KILLS (500) times"
 	@echo "make mutants make small mistakes one at a time and tell which of them no test notices"
 	@echo "make build   build the release binaries in build/release/bin"
 	@echo "make format  bring all sources into the house's format"
@@ -74,6 +75,12 @@ fuzz:
 	cmake --preset fuzz
 	cmake --build --preset fuzz --parallel $(JOBS)
 	tests/fuzz/run build/fuzz
+
+torture: release
+	scripts/install-packages --torture
+	cmake --build --preset release --target kt-torture --parallel $(JOBS)
+	tests/torture/run build/release --jobs $(JOBS)
+	tests/torture/kills build/release/bin --count $${TORTURE_KILLS:-500}
 
 mutants: packages
 	JOBS=$(JOBS) tests/mutants/run
