@@ -42,6 +42,7 @@ private slots:
             before.setInterval(20);
             before.initNetworkStatus();
             QTRY_COMPARE(before.wiredState(), Link::Connected);
+            m_device.forgetCalls();
             m_device.setState("cable", "unplugged");
             QTRY_VERIFY(!m_device.calls("kt-ip-settings").isEmpty());
         }
