@@ -6,7 +6,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// A large file that is written under another name ("NAME.partly") until it is whole. One that is not
+/// A large file that is written under another name ("NAME.part") until it is whole. One that is not
 /// finished is removed; one that a loss of power has left is removed by the launcher, or overwritten by the
 /// next.
 class PartFile
@@ -36,5 +36,6 @@ private:
     QString m_problem;
     int m_descriptor = -1;
     qint64 m_size = 0;
+    qint64 m_syncedSize = 0;
     bool m_isFinished = false;
 };

@@ -90,8 +90,8 @@ private slots:
         file.close();
         qunsetenv("XAUTHORITY");
         m_server.start("Xorg",
-                       {"-displayfd", "1", "-config", file.fileName(), "-noreset", "-nolisten", "tcp",
-                        "-logfile", m_folder.filePath("log")});
+                       {"-displayfd", "1", "-config", file.fileName(), "-noreset", "-novtswitch", "-sharevts",
+                        "-nolisten", "tcp", "-logfile", m_folder.filePath("log")});
         QTRY_VERIFY_WITH_TIMEOUT(m_server.canReadLine(), 30000);
         qputenv("DISPLAY", ':' + m_server.readLine().trimmed());
     }
