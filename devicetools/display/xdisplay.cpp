@@ -348,7 +348,7 @@ QString XDisplay::apply(const DisplayLayout &layout)
 /// The screen changes its size only while no controller shows more than it has, and nobody sees the steps.
 QString XDisplay::configure(const DisplayLayout &layout)
 {
-    const QString reason = checkRoom(m_display, layout.screen());
+    QString reason = checkRoom(m_display, layout.screen());
     if (!reason.isEmpty())
         return reason;
     const auto resources = resourcesOf(m_display, false);

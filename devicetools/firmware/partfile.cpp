@@ -17,7 +17,7 @@ namespace {
 
 /// The launcher ends a tool that is silent for three seconds, so the disk is never far behind: memory cards
 /// are slow.
-constexpr qint64 syncInterval = 4 * 1024 * 1024;
+constexpr qint64 syncInterval = 4LL * 1024 * 1024;
 
 } // namespace
 

@@ -14,7 +14,7 @@ namespace GeneratedFile {
 
 namespace {
 
-constexpr qint64 sizeLimit = 4 * 1024 * 1024;
+constexpr qint64 sizeLimit = 4LL * 1024 * 1024;
 
 QByteArray withDigest(const QByteArray &content)
 {

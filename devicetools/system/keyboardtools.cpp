@@ -15,7 +15,7 @@ namespace KeyboardTools {
 namespace {
 
 constexpr int limitMs = 6000;
-constexpr qint64 listLimit = 1024 * 1024;
+constexpr qint64 listLimit = 1024LL * 1024;
 const QString list = QStringLiteral("/etc/keyboard_layouts");
 
 struct Answer

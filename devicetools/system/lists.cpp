@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr qint64 fileLimit = 4 * 1024 * 1024;
+constexpr qint64 fileLimit = 4LL * 1024 * 1024;
 
 QByteArray joined(const QVector<QStringList> &entries)
 {

@@ -55,7 +55,7 @@ int setTimeZone(const QStringList &arguments)
         QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z0-9][A-Za-z0-9_+-]*(/[A-Za-z0-9_+-]+)*")));
     if (arguments.size() != 1)
         return Tool::WrongUsage;
-    const QString name = arguments.first();
+    const QString &name = arguments.first();
     if (name.size() > longestZone || !zone.match(name).hasMatch())
         return Tool::reject(QStringLiteral("that is no name of a time zone"));
     const QString problem = SystemBus::call(timeMethod("SetTimezone"), {name, interactive});
