@@ -29,7 +29,7 @@ JoinVerdict verdictOf(Device::StateChangeReason reason, bool isSecured)
 
 } // namespace
 
-void EapNotes::note(const QString &status, const QString &parameter)
+void JoinNotes::noteEap(const QString &status, const QString &parameter)
 {
     if (status == QLatin1String("remote certificate verification")) {
         certificateRejected = parameter != QLatin1String("success");
@@ -43,7 +43,16 @@ void EapNotes::note(const QString &status, const QString &parameter)
     }
 }
 
-JoinVerdict verdictOf(const Activation::Outcome &outcome, const EapNotes &notes,
+void JoinNotes::noteState(const QString &state)
+{
+    static const QStringList before{QStringLiteral("disconnected"), QStringLiteral("scanning"),
+                                    QStringLiteral("authenticating"), QStringLiteral("associating")};
+    if (lastState == QLatin1String("4way_handshake") && before.contains(state))
+        failed = true;
+    lastState = state;
+}
+
+JoinVerdict verdictOf(const Activation::Outcome &outcome, const JoinNotes &notes,
                       WifiNetwork::Security security, Device::State state)
 {
     using End = Activation::Outcome::End;

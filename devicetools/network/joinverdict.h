@@ -8,20 +8,27 @@
 
 #include <QString>
 
-/// What the exchange of an 802.1x network has come to, by what wpa_supplicant says of it.
-struct EapNotes
+/// What an attempt to join has come to, by what wpa_supplicant says of it.
+struct JoinNotes
 {
-    void note(const QString &status, const QString &parameter);
+    /// An event of the exchange of an 802.1x network.
+    void noteEap(const QString &status, const QString &parameter);
+    /// A state of the interface. The handshake that proves the key is followed by another state than success
+    /// if the key is wrong.
+    void noteState(const QString &state);
+
+    bool isHopeless() const { return certificateRejected || failed; }
 
     bool certificateRejected = false; ///< the server's, or ours by the server
     bool failed = false;
+    QString lastState;
 };
 
 /// How joining a Wi-Fi network ended.
 enum class JoinVerdict { Connected, IncorrectKey, NotFound, CertificateRejected, NoAddress, Failed };
 
 /// `state` is the device's when the attempt ended.
-JoinVerdict verdictOf(const Activation::Outcome &outcome, const EapNotes &notes,
+JoinVerdict verdictOf(const Activation::Outcome &outcome, const JoinNotes &notes,
                       WifiNetwork::Security security, NetworkManager::Device::State state);
 /// The line that the launcher reads.
 QString lineOf(JoinVerdict verdict);

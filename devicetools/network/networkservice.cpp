@@ -12,6 +12,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
@@ -80,8 +81,12 @@ bool setManaged(const NetworkManager::Device::Ptr &device, bool managed, QString
 
 QString profilePath(const QString &uuid)
 {
-    const NetworkManager::Connection::Ptr connection = NetworkManager::findConnectionByUuid(uuid);
-    return connection ? connection->path() : QString();
+    // Not from the library's list, which learns of a new profile only later.
+    QDBusPendingReply<QDBusObjectPath> reply
+        = call(managerPath + QLatin1String("/Settings"), service + QLatin1String(".Settings"),
+               QStringLiteral("GetConnectionByUuid"), {uuid});
+    reply.waitForFinished();
+    return reply.isValid() ? reply.value().path() : QString();
 }
 
 NMVariantMapMap profile(const QString &uuid)
@@ -105,15 +110,15 @@ bool isToConnect(const QString &uuid)
 bool storeProfile(const NMVariantMapMap &profile, QString &error)
 {
     const QString uuid = profile.value(QStringLiteral("connection")).value(QStringLiteral("uuid")).toString();
-    const NetworkManager::Connection::Ptr stored = NetworkManager::findConnectionByUuid(uuid);
-    return stored ? succeeded(stored->update(profile), error)
-                  : succeeded(NetworkManager::addConnection(profile), error);
+    const QString path = profilePath(uuid);
+    return path.isEmpty() ? succeeded(NetworkManager::addConnection(profile), error)
+                          : succeeded(NetworkManager::Connection(path).update(profile), error);
 }
 
 bool removeProfile(const QString &uuid, QString &error)
 {
-    const NetworkManager::Connection::Ptr stored = NetworkManager::findConnectionByUuid(uuid);
-    return !stored || succeeded(stored->remove(), error);
+    const QString path = profilePath(uuid);
+    return path.isEmpty() || succeeded(NetworkManager::Connection(path).remove(), error);
 }
 
 bool setNameServers(const QStringList &servers, const QString &domain, QString &error)

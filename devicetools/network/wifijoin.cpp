@@ -3,8 +3,8 @@
 
 #include "devicetools/tool.h"
 #include "network-tools/certificatefile.h"
-#include "network-tools/eapwatch.h"
 #include "network-tools/networkservice.h"
+#include "network-tools/supplicantwatch.h"
 #include "network-tools/tools.h"
 #include "network-tools/wireless.h"
 
@@ -24,10 +24,12 @@ int report(JoinVerdict verdict)
     return verdict == JoinVerdict::Connected ? Tool::Done : Tool::Failed;
 }
 
-/// A network that has just come into range, or that hides, may need a second look.
+/// A network that has just come into range may need a second look. A hidden one need not be found: who knows
+/// its name can ask for it.
 AccessPoint::Ptr find(const WirelessDevice::Ptr &device, const WifiNetwork &network)
 {
-    for (int look = 0; look < 2; ++look) {
+    const int looks = network.hidden ? 1 : 2;
+    for (int look = 0; look < looks; ++look) {
         if (const AccessPoint::Ptr known = Wireless::accessPoint(device, network.ssid))
             return known;
         // Asked for by its name, a hidden network would answer though it is not said to be one.
@@ -39,25 +41,27 @@ AccessPoint::Ptr find(const WirelessDevice::Ptr &device, const WifiNetwork &netw
 
 /// Stores the network in the place of the one before; how the interface gets its address stays.
 bool store(const WifiNetwork &network, const Profile::Certificates &certificates,
-           const AccessPoint &accessPoint, QString &error)
+           const AccessPoint::Ptr &accessPoint, QString &error)
 {
     const NMVariantMapMap earlier = NetworkService::profile(Profile::wirelessUuid);
     const Addressing addressing
         = earlier.isEmpty() ? Addressing() : Addressing::fromProfile(earlier.value(QStringLiteral("ipv4")));
     const bool enabled
         = earlier.value(QStringLiteral("connection")).value(QStringLiteral("autoconnect"), true).toBool();
-    const QString keyManagement = Profile::keyManagementFor(network.security, Wireless::flagsOf(accessPoint));
+    const auto flags = accessPoint ? std::optional(Wireless::flagsOf(*accessPoint)) : std::nullopt;
+    const QString keyManagement = Profile::keyManagementFor(network.security, flags);
     return NetworkService::storeProfile(
         Profile::wireless(network, certificates, keyManagement, addressing, enabled), error);
 }
 
 JoinVerdict connect(const WirelessDevice::Ptr &device, const WifiNetwork &network,
-                    const AccessPoint &accessPoint, int limitMs)
+                    const AccessPoint::Ptr &accessPoint, int limitMs)
 {
-    const EapWatch watch;
-    const Activation::Outcome outcome = Activation::connect(
-        device, NetworkService::profilePath(Profile::wirelessUuid), accessPoint.uni(), limitMs,
-        [&watch] { return !watch.notes().failed && !watch.notes().certificateRejected; });
+    const SupplicantWatch watch;
+    const Activation::Outcome outcome
+        = Activation::connect(device, NetworkService::profilePath(Profile::wirelessUuid),
+                              accessPoint ? accessPoint->uni() : QStringLiteral("/"), limitMs,
+                              [&watch] { return !watch.notes().isHopeless(); });
     const JoinVerdict verdict = verdictOf(outcome, watch.notes(), network.security, device->state());
     if (!outcome.error.isEmpty())
         Tool::fail(outcome.error);
@@ -97,14 +101,14 @@ int join(const WifiNetwork &network)
         return report(JoinVerdict::NotFound);
     }
     const AccessPoint::Ptr accessPoint = find(device, network);
-    if (!accessPoint)
+    if (!accessPoint && !network.hidden)
         return report(JoinVerdict::NotFound);
     Tool::print(QStringLiteral("associating with %1").arg(network.ssid.simplified()));
-    if (!store(network, *certificates, *accessPoint, error)) {
+    if (!store(network, *certificates, accessPoint, error)) {
         Tool::fail(error);
         return report(isWrongPassword(error) ? JoinVerdict::IncorrectKey : JoinVerdict::Failed);
     }
-    return report(connect(device, network, *accessPoint, joinLimitMs - static_cast<int>(clock.elapsed())));
+    return report(connect(device, network, accessPoint, joinLimitMs - static_cast<int>(clock.elapsed())));
 }
 
 bool isFlag(const QString &word)

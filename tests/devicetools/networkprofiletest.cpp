@@ -196,6 +196,12 @@ void NetworkProfileTest::tellsHowAJoinEnded_data()
     QTest::newRow("connected") << End::Connected << 0 << none << int(Device::Activated) << "connected";
     QTest::newRow("wrong key") << End::Failed << int(Device::NoSecretsReason) << none << int(Device::Failed)
                                << "incorrect key";
+    QTest::newRow("handshake failed")
+        << End::Stopped << 0 << QStringList{"associated", "4way_handshake", "scanning"}
+        << int(Device::ConfiguringHardware) << "incorrect key";
+    QTest::newRow("access point gone") << End::Failed << int(Device::AuthSupplicantTimeoutReason)
+                                       << QStringList{"4way_handshake", "completed", "disconnected"}
+                                       << int(Device::Failed) << "network not found";
     QTest::newRow("out of range") << End::Failed << int(Device::SsidNotFound) << none << int(Device::Failed)
                                   << "network not found";
     QTest::newRow("wrong password") << End::Stopped << 0
@@ -225,9 +231,10 @@ void NetworkProfileTest::tellsHowAJoinEnded()
     QFETCH(int, reason);
     QFETCH(QStringList, events);
     QFETCH(int, state);
-    EapNotes notes;
+    JoinNotes notes;
     for (const QString &event : events)
-        notes.note(event.section('|', 0, 0), event.section('|', 1));
+        event.contains('|') ? notes.noteEap(event.section('|', 0, 0), event.section('|', 1))
+                            : notes.noteState(event);
     Activation::Outcome outcome;
     outcome.end = end;
     outcome.reason = Device::StateChangeReason(reason);
