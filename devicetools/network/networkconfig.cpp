@@ -21,7 +21,7 @@ using KernelNetwork::wlan0;
 
 constexpr int connectLimitMs = 20000;
 /// Each of the two interfaces, one after the other.
-constexpr int autoconnectLimitMs = 10000;
+constexpr int autoconnectLimitMs = 8000;
 
 int printReply(bool value)
 {
