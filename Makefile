@@ -78,7 +78,6 @@ fuzz:
 
 torture: release
 	scripts/install-packages --torture
-	cmake --build --preset release --target kt-torture --parallel $(JOBS)
 	tests/torture/run build/release --jobs $(JOBS)
 	tests/torture/kills build/release/bin --count $${TORTURE_KILLS:-500}
 
