@@ -14,11 +14,11 @@ int main(int argc, char **argv)
           "  connect-ethernet, disconnect-ethernet, turn-on-wired, turn-off-wired, disconnect-wifi\n"
           "  is-wired-linked, is-wired-on, is-wired-connected, is-wireless-connected\n"
           "  check-wireless-point, get-eth0-parameters, get-wlan0-parameters, get-wifi-list\n",
-          29, runNetworkConfig},
+          27, runNetworkConfig},
          {"kt-ip-settings", "-a|-d eth0|wlan0 ADDRESS PREFIX-LENGTH [BROADCAST]",
-          "Takes the address off an interface (-d) or brings it back (-a).\n", 29, runIpSettings},
+          "Takes the address off an interface (-d) or brings it back (-a).\n", 27, runIpSettings},
          {"kt-check-gateway", "", "Makes sure that the interface with an address has its default route.\n",
-          29, runCheckGateway},
+          27, runCheckGateway},
          {"kt-check-wifi", "SSID KEY 0|1",
           "Joins a Wi-Fi network, an open one with an empty KEY; 1: the network is hidden. The last line "
           "says\n"
