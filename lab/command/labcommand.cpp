@@ -61,7 +61,7 @@ void LabCommand::addRootOption()
 DeviceRoot LabCommand::root() const
 {
     const QString named = value(QStringLiteral("root"));
-    const DeviceRoot root(named.isEmpty() ? qEnvironmentVariable("KT_DEVICE_ROOT") : named);
+    DeviceRoot root(named.isEmpty() ? qEnvironmentVariable("KT_DEVICE_ROOT") : named);
     if (!root.isValid())
         fail(QStringLiteral(
             "no device root: create one with make-root, then set --root DIR or KT_DEVICE_ROOT"));

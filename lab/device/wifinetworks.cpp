@@ -32,7 +32,7 @@ QJsonArray WifiNetworks::networks() const
 
 QString WifiNetworks::scan() const
 {
-    const QString list = m_root.state(QStringLiteral("wifi-list.json"));
+    QString list = m_root.state(QStringLiteral("wifi-list.json"));
     if (!QJsonDocument::fromJson(list.toUtf8()).isArray())
         return list;
     QJsonArray visible;

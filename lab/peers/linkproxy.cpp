@@ -21,7 +21,7 @@ constexpr int addressOffset = 64; // in an entry
 /// The distributions of the standard library differ between implementations.
 bool happens(std::mt19937 *dice, double percent)
 {
-    return (*dice)() / 4294967296.0 * 100 < percent;
+    return static_cast<double>((*dice)()) / 4294967296.0 * 100 < percent;
 }
 
 } // namespace

@@ -148,7 +148,7 @@ QmdServer::Reply QmdServer::replyTo(const Request &request) const
 
 QByteArray QmdServer::message(const Request &request) const
 {
-    const QByteArray whole = m_spool.take(request.serial, QStringLiteral("body"));
+    QByteArray whole = m_spool.take(request.serial, QStringLiteral("body"));
     if (!whole.isNull())
         return whole;
     QJsonObject message{{QStringLiteral("code"), 0}};

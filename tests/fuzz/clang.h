@@ -4,6 +4,13 @@
 #pragma once
 
 // Included before everything in a build for fuzzing, and by scripts/tidy. The constants of type QLatin1String
-// measure their texts, which clang does while it compiles under this name only.
+// measure their texts, which clang does while it compiles under the built-in name only.
 #include <cstring>
-#define strlen __builtin_strlen
+constexpr std::size_t lengthOfText(const char *text)
+{
+    return __builtin_strlen(text);
+}
+namespace std {
+using ::lengthOfText;
+}
+#define strlen lengthOfText
