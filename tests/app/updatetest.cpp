@@ -75,10 +75,11 @@ private slots:
     void staysOnWhileItInstalls()
     {
         UpdatingLauncher launcher;
-        launcher.device.setTool("/usr/bin/update-ui",
-                                QString("while [ ! -e %1 ]; do sleep 0.02; done; exit 1")
-                                    .arg(launcher.device.path("/lab/let-go"))
-                                    .toUtf8());
+        launcher.device.setTool(
+            "/usr/bin/update-ui",
+            QString("for i in $(seq 1000); do [ ! -e %1 ] || break; sleep 0.02; done; exit 1")
+                .arg(launcher.device.path("/lab/let-go"))
+                .toUtf8());
         launcher.program->updates().setInstallerLimit(500);
         launcher.window->on_updateByCORVID("Office", "fw.img", nullptr);
         launcher.program->updates().downloadFWFinished(QString());
