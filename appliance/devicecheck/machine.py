@@ -62,7 +62,7 @@ class JsonSocket:
             return {}
         return message if isinstance(message, dict) else {}
 
-    def request(self, name, seconds=30, **arguments):
+    def request(self, name, seconds=30, /, **arguments):
         self.send(json.dumps({"execute": name, "arguments": arguments}))
         end = time.monotonic() + seconds * PATIENCE
         while time.monotonic() < end:
