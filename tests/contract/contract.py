@@ -65,7 +65,7 @@ def check(device, line):
         if re.fullmatch(status, str(got_status)) and (not output or matches(got_output, output)):
             return None
         if time.monotonic() >= end:
-            return f"status {got_status}: {got_output[:600]}"
+            return f"status {got_status}: {got_output[-600:]}"
         time.sleep(0.5)
 
 
