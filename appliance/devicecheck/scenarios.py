@@ -16,7 +16,7 @@ ALL = {}
 DOCUMENT = "/var/lib/kt964/config.json"
 SESSION = "DISPLAY=:0 XAUTHORITY=/run/kt964/Xauthority"
 EVIDENCE = f"""systemctl status kt964 kt964-display --no-pager; journalctl -b --no-pager -n 3000 | grep -v qemu-ga | tail -500; nmcli; ip address; ip route
-cat /etc/resolv.conf; {SESSION} xrandr; timedatectl; ps ax; cat {DOCUMENT}"""
+cat /etc/resolv.conf; {SESSION} xrandr; timedatectl; ps ax; cat {DOCUMENT} /tmp/connect.json.status"""
 
 
 def scenario(name, **options):
