@@ -279,11 +279,11 @@ def display(check):
         machine.becomes(60, f"the mode {expected}", f"{SESSION} xrandr | grep -q 'current {expected},'", user="kt964")
     open_page(check, 4)
     machine.click(727, 190)
-    machine.type("1280x720")
+    machine.type("1280x960")
     machine.key("ret")
     apply(check)
-    mode("1280 x 720")
-    check.see("page: 1280x720", "1280x720")
+    mode("1280 x 960")
+    check.see("page: 1280x960", "1280x960")
     for name, expected in (("1920x1080 60Hz", "1920 x 1080"), ("1024x768 60Hz", "1024 x 768")):
         merge(check, {"display settings": {"primary": {"resolution": name}}})
         mode(expected)
@@ -319,9 +319,12 @@ def sound(check):
     machine.becomes(30, "the launcher was told", "grep -q 'refresh audio' /tmp/msg.json")
     machine.click(804, 32)
     check.see("the menu of outputs", "menu")
-    machine.click(655, 160)
-    before = document(check)["audio settings"]
-    check.see(f"chosen: {before.get('output device', {}).get('device name')} {before.get('output device', {}).get('device number')}")
+    machine.click(655, 201)  # behind "Off" and the card on the board
+
+    def chosen():
+        device = document(check)["audio settings"].get("output device", {})
+        return device.get("device number", "").startswith("1,") and device
+    check.see("chosen: {device name} {device number}".format(**await_true(20, "the USB device is chosen", chosen)))
     machine.unplug("headset")
     machine.becomes(30, "the device is gone", "! grep -q 'USB-Audio' /proc/asound/cards")
     check.see("unplugged", "unplugged")
