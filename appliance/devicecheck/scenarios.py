@@ -349,6 +349,23 @@ def usb(check):
     check.see("unplugged: listed no longer")
 
 
+@scenario("stick")
+def stick(check):
+    """a USB stick is mounted for the launcher, which can write to it, and forgotten when it is pulled"""
+    machine = check.machine
+    image = os.path.join(machine.folder, "stick.img")
+    subprocess.run(["mkfs.vfat", "-C", "-n", "WARD 3", image, "16384"], check=True, stdout=subprocess.DEVNULL)
+    machine.monitor.request("blockdev-add", **{"node-name": "stick", "driver": "raw",
+                                               "file": {"driver": "file", "filename": image}})
+    machine.plug("usb-storage", "stick-device", drive="stick")
+    machine.becomes(60, "the stick is mounted", "findmnt /media/WARD_3")
+    machine.run("nsenter --mount --target $(pidof -s kt964) runuser -u kt964 -- touch /media/WARD_3/from-launcher")
+    check.see("a USB stick is mounted, and the launcher writes to it: " + machine.run("findmnt -no OPTIONS /media/WARD_3").strip())
+    machine.unplug("stick-device")
+    machine.becomes(30, "the stick is forgotten", "! findmnt /media/WARD_3 && ! test -e /media/WARD_3")
+    check.see("unplugged: nothing is left of it")
+
+
 @scenario("system")
 def system(check):
     """keyboard layout, time zone, NTP, clock, and host name, from the pages and from the console"""
