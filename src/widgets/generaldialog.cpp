@@ -5,7 +5,9 @@
 
 #include "ui_generaldialog.h"
 
+#include <QLayout>
 #include <QPushButton>
+#include <QScreen>
 
 namespace {
 
@@ -156,6 +158,10 @@ bool GeneralDialog::added() const
 
 void GeneralDialog::showEvent(QShowEvent *event)
 {
+    // Qt has chosen the height for the width that the text would like to have.
+    if (!event->spontaneous())
+        resize(width(),
+               qMin(layout()->totalHeightForWidth(width()), screen()->availableGeometry().height() * 9 / 10));
     QDialog::showEvent(event);
     // Without a window manager, the window itself must take the keyboard focus and give it back.
     activateWindow();

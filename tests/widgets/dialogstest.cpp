@@ -39,6 +39,16 @@ private slots:
         QVERIFY(!part(dialog, "inputLineEdit")->isVisible());
     }
 
+    void showsTheWholeText()
+    {
+        GeneralDialog dialog(nullptr, GeneralDialog::Error);
+        dialog.setTitle("Error");
+        dialog.setMessage(QString("word ").repeated(60) + "\n\n" + QString("word ").repeated(30));
+        dialog.show();
+        const auto *label = part<QLabel>(dialog, "messageLabel");
+        QVERIFY(label->height() >= label->heightForWidth(label->width()));
+    }
+
     void handsBackWhatWasEntered()
     {
         GeneralDialog dialog(nullptr, GeneralDialog::Prompt);
