@@ -34,7 +34,8 @@ class Network:
     def __init__(self, top, binaries, folder):
         self.top, self.binaries, self.folder = top, binaries, folder
         os.makedirs(f"{folder}/firmware", exist_ok=True)
-        for line in ("link set lo up", "tuntap add lab0 mode tap", "addr add 10.77.0.1/24 brd + dev lab0",
+        # A machine that goes on from a snapshot knows the peers' hardware address.
+        for line in ("link set lo up", "tuntap add lab0 mode tap", "link set lab0 address 52:54:00:00:09:01", "addr add 10.77.0.1/24 brd + dev lab0",
                      *(f"addr add {server}/32 dev lab0" for server in SERVERS), "link set lab0 up"):
             subprocess.run(["ip", *line.split()], check=True)
         with open(f"{folder}/firmware/kt964-1.2.0.img", "w", encoding="ascii") as image:

@@ -278,6 +278,7 @@ def display(check):
     def mode(expected):
         machine.becomes(60, f"the mode {expected}", f"{SESSION} xrandr | grep -q 'current {expected},'", user="kt964")
     open_page(check, 4)
+    machine.becomes(60, "the page has the monitor's modes", "journalctl -b -u kt964 --since=-30s | grep -q 'resolution: .* modes'")
     machine.click(727, 190)
     machine.type("1280x960")
     machine.key("ret")
@@ -334,14 +335,17 @@ def sound(check):
 def usb(check):
     """a USB device is listed, and no longer after it was unplugged"""
     machine = check.machine
+    launcher = machine.screen("usb-launcher")
     open_page(check, 10)
-    before = machine.screen("usb-before")
-    machine.plug("usb-ccid", "reader")
-    machine.becomes(30, "the kernel knows the reader", "lsusb -d 08e6:4433")
 
     def refreshed(name):
         machine.click(720, 426)
         return machine.screen(name)
+    await_true(30, "the page is shown", lambda: not alike(launcher, machine.screen("usb-page"), 0.02))
+    await_true(30, "the list is filled", lambda: alike(refreshed("usb-page"), refreshed("usb-before"), 0.0001))
+    before = refreshed("usb-before")
+    machine.plug("usb-ccid", "reader")
+    machine.becomes(30, "the kernel knows the reader", "lsusb -d 08e6:4433")
     listed = await_true(30, "the reader is listed", lambda: not alike(before, refreshed("usb-listed"), 0.001) and "usb-listed")
     check.see("the smart card reader is listed", listed)
     machine.unplug("reader")
