@@ -8,6 +8,7 @@
 #include <QLayout>
 #include <QPushButton>
 #include <QScreen>
+#include <QShowEvent>
 
 namespace {
 
