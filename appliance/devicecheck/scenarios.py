@@ -341,7 +341,7 @@ def usb(check):
     def refreshed(name):
         machine.click(720, 426)
         return machine.screen(name)
-    await_true(30, "the page is shown", lambda: not alike(launcher, machine.screen("usb-page"), 0.02))
+    await_true(30, "the page is shown", lambda: not alike(launcher, machine.screen("usb-page"), 0.05))
     await_true(30, "the list is filled", lambda: alike(refreshed("usb-page"), refreshed("usb-before"), 0.0001))
     before = refreshed("usb-before")
     machine.plug("usb-ccid", "reader")

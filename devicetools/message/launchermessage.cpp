@@ -43,7 +43,7 @@ std::optional<QJsonObject> fromArguments(const QStringList &arguments)
             return networkStatus(arguments.at(1), arguments.at(2));
     }
     if (kind == QLatin1String("display") && arguments.size() == 2) {
-        const QString status = arguments.at(1);
+        const QString &status = arguments.at(1);
         if (status == QLatin1String("add") || status == QLatin1String("remove"))
             return message("dual monitor status", {{QStringLiteral("status"), status}});
     }
