@@ -17,7 +17,7 @@ QString offeredAddress()
         const NetworkManager::Device::Ptr device = NetworkService::device(interface);
         const NetworkManager::Dhcp4Config::Ptr lease
             = device ? device->dhcp4Config() : NetworkManager::Dhcp4Config::Ptr();
-        const QString address = lease ? LeaseOptions::managementAddress(lease->options()) : QString();
+        QString address = lease ? LeaseOptions::managementAddress(lease->options()) : QString();
         if (!address.isEmpty())
             return address;
     }

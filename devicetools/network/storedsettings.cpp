@@ -60,7 +60,7 @@ int storeWired(const QJsonObject &eth)
 QString keyManagement(const WifiNetwork &network)
 {
     const NMVariantMapMap earlier = NetworkService::profile(Profile::wirelessUuid);
-    const QString known = earlier.value(QStringLiteral("802-11-wireless-security"))
+    QString known = earlier.value(QStringLiteral("802-11-wireless-security"))
                               .value(QStringLiteral("key-mgmt"))
                               .toString();
     const bool isSame

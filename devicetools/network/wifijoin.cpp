@@ -30,7 +30,7 @@ AccessPoint::Ptr find(const WirelessDevice::Ptr &device, const WifiNetwork &netw
 {
     const int looks = network.hidden ? 1 : 2;
     for (int look = 0; look < looks; ++look) {
-        if (const AccessPoint::Ptr known = Wireless::accessPoint(device, network.ssid))
+        if (AccessPoint::Ptr known = Wireless::accessPoint(device, network.ssid))
             return known;
         // Asked for by its name, a hidden network would answer though it is not said to be one.
         Wireless::scan(device, network.hidden ? network.ssid : QString(),
