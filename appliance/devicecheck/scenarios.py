@@ -62,8 +62,11 @@ def has_address(check, address, seconds=60, interface="eth0"):
 
 def open_page(check, row):
     """Opens a settings page by its row in the list."""
-    check.machine.click(936, 32)
-    check.machine.click(100, 93 + 36 * row)
+    machine = check.machine
+    launcher = machine.screen(f"{check.name}-launcher")
+    machine.click(936, 32)
+    await_true(60, "the settings open", lambda: not alike(launcher, machine.screen(f"{check.name}-settings"), 0.05))
+    machine.click(100, 93 + 36 * row)
 
 
 def apply(check):
@@ -335,13 +338,11 @@ def sound(check):
 def usb(check):
     """a USB device is listed, and no longer after it was unplugged"""
     machine = check.machine
-    launcher = machine.screen("usb-launcher")
     open_page(check, 10)
 
     def refreshed(name):
         machine.click(720, 426)
         return machine.screen(name)
-    await_true(30, "the page is shown", lambda: not alike(launcher, machine.screen("usb-page"), 0.05))
     await_true(30, "the list is filled", lambda: alike(refreshed("usb-page"), refreshed("usb-before"), 0.0001))
     before = refreshed("usb-before")
     machine.plug("usb-ccid", "reader")

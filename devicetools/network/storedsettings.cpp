@@ -61,8 +61,8 @@ QString keyManagement(const WifiNetwork &network)
 {
     const NMVariantMapMap earlier = NetworkService::profile(Profile::wirelessUuid);
     QString known = earlier.value(QStringLiteral("802-11-wireless-security"))
-                              .value(QStringLiteral("key-mgmt"))
-                              .toString();
+                        .value(QStringLiteral("key-mgmt"))
+                        .toString();
     const bool isSame
         = earlier.value(QStringLiteral("802-11-wireless")).value(QStringLiteral("ssid")).toByteArray()
         == network.ssid.toUtf8();
