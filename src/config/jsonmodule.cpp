@@ -68,7 +68,7 @@ void JsonModule::getParameters(const QJsonObject &defaults)
 
 DocumentFile::Content JsonModule::readFile() const
 {
-    const DocumentFile::Content content = m_file.read();
+    DocumentFile::Content content = m_file.read();
     if (content.state != DocumentFile::State::Complete)
         qCWarning(lcDocument).noquote() << "cannot read" << filePath() << ':' << std::strerror(errno);
     return content;

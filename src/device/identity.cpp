@@ -153,11 +153,11 @@ QString derivedSerialNumber(const QStringList &firmwareTexts)
 
 QString serialNumber()
 {
-    if (const QString serial = mailboxSerial(); !serial.isEmpty() || !Paths::root().isEmpty())
+    if (QString serial = mailboxSerial(); !serial.isEmpty() || !Paths::root().isEmpty())
         return serial;
-    if (const QString serial = deviceTreeSerial(); !serial.isEmpty())
+    if (QString serial = deviceTreeSerial(); !serial.isEmpty())
         return serial;
-    if (const QString serial = derivedSerialNumber(firmwareTexts()); !serial.isEmpty())
+    if (QString serial = derivedSerialNumber(firmwareTexts()); !serial.isEmpty())
         return serial;
     return systemSerial();
 }
