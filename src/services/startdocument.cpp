@@ -190,7 +190,7 @@ void StartDocument::readInterface(const QString &name,
                                     [done](bool, const NetworkProperty &property) { done(&property); });
 }
 
-void StartDocument::readWifi(Defaults::NetworkState state, const Done &done)
+void StartDocument::readWifi(const Defaults::NetworkState &state, const Done &done)
 {
     m_network.GetWifiNetworkList(this, [this, state, done](const QList<WifiItem> &scan) {
         Defaults::NetworkState scanned = state;

@@ -65,7 +65,7 @@ private:
     void applyNetwork();
     void replace(const QJsonObject &defaults);
     void readInterface(const QString &name, const std::function<void(const NetworkProperty *)> &done);
-    void readWifi(Defaults::NetworkState state, const Done &done);
+    void readWifi(const Defaults::NetworkState &state, const Done &done);
 
     QJsonObject m_provisional; ///< held until the tools have replied
     JsonModule &m_configuration;
