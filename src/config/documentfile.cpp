@@ -216,7 +216,7 @@ const QString &DocumentFile::path() const
 
 DocumentFile::Content DocumentFile::read() const
 {
-    const Content former = formerText(m_path);
+    Content former = formerText(m_path);
     if (former.state == State::Missing)
         return readFile(m_path);
     if (former.state == State::Failed)
